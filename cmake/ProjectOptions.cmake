@@ -1,0 +1,11 @@
+# Compiler settings that every target of the project links privately.
+add_library(rtcm2_project_options INTERFACE)
+target_compile_options(rtcm2_project_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+  $<$<BOOL:${RTCM2_WERROR}>:-Werror>)
+target_compile_definitions(rtcm2_project_options INTERFACE QT_NO_KEYWORDS)
+
+if(RTCM2_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()

@@ -1,0 +1,110 @@
+// The inlined form of quarn, for code that has made its bounds tests: no assertion, and loads that
+// touch exactly the bytes in which the field lies.
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <type_traits>
+
+namespace quarn {
+
+// The low `width` bits set; width 0 to 64.
+constexpr std::uint64_t lowMask(unsigned width)
+{
+    return width >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << width) - 1;
+}
+
+// A field's bits as a value of its storage type: sign-extended for signed types.
+template <class T>
+constexpr T fromBits(std::uint64_t bits, unsigned width)
+{
+    if constexpr (std::is_signed_v<T>) {
+        if (width > 0 && width < 64 && (bits >> (width - 1) & 1) != 0) {
+            bits |= ~lowMask(width);
+        }
+    }
+    return static_cast<T>(bits);
+}
+
+// The `width` bits (0 to 64) that start at bit `offset` of data.
+inline std::uint64_t readBits(const std::uint8_t* data, std::uint32_t offset, unsigned width)
+{
+    if (width == 0) {
+        return 0;
+    }
+    const std::uint8_t* byte = data + offset / 8;
+    const unsigned firstBits = 8 - offset % 8;
+    std::uint64_t value = *byte & lowMask(firstBits);
+    if (width <= firstBits) {
+        return value >> (firstBits - width);
+    }
+    unsigned missing = width - firstBits;
+    for (; missing >= 8; missing -= 8) {
+        value = value << 8 | *++byte;
+    }
+    if (missing > 0) {
+        value = value << missing | static_cast<std::uint64_t>(*++byte >> (8 - missing));
+    }
+    return value;
+}
+
+// Replaces the bits of `byte` under `mask`.
+inline void replaceBits(std::uint8_t& byte, unsigned mask, unsigned bits)
+{
+    byte = static_cast<std::uint8_t>((byte & ~mask) | (bits & mask));
+}
+
+// Writes the low `width` bits (0 to 64) of value at bit `offset` of data and no other bit.
+inline void writeBits(std::uint8_t* data, std::uint32_t offset, unsigned width, std::uint64_t value)
+{
+    std::uint8_t* byte = data + offset / 8;
+    unsigned room = 8 - offset % 8;
+    while (width >= room) {
+        width -= room;
+        replaceBits(*byte++, static_cast<unsigned>(lowMask(room)),
+                    static_cast<unsigned>(value >> width & lowMask(room)));
+        room = 8;
+    }
+    if (width > 0) {
+        const unsigned below = room - width;
+        replaceBits(*byte, static_cast<unsigned>(lowMask(width) << below),
+                    static_cast<unsigned>((value & lowMask(width)) << below));
+    }
+}
+
+// Constant position and width: `Offset` bits after the first bit of data.
+template <class T, unsigned Offset, unsigned Width>
+inline T read(const std::uint8_t* data)
+{
+    static_assert(Width >= 1 && Width <= 64);
+    constexpr unsigned first = Offset / 8;
+    constexpr unsigned last = (Offset + Width - 1) / 8;
+    constexpr unsigned below = 8 * (last + 1) - Offset - Width;
+    static_assert(last - first < 8, "the field spans more bytes than a 64-bit word has");
+    std::uint64_t word = 0;
+#pragma GCC unroll 8
+    for (unsigned i = first; i <= last; ++i) {
+        word = word << 8 | data[i];
+    }
+    return fromBits<T>(word >> below & lowMask(Width), Width);
+}
+
+template <unsigned Offset, unsigned Width, class T>
+inline void write(std::uint8_t* data, T value)
+{
+    static_assert(Width >= 1 && Width <= 64);
+    constexpr unsigned first = Offset / 8;
+    constexpr unsigned last = (Offset + Width - 1) / 8;
+    constexpr unsigned below = 8 * (last + 1) - Offset - Width;
+    static_assert(last - first < 8, "the field spans more bytes than a 64-bit word has");
+    constexpr std::uint64_t mask = lowMask(Width) << below;
+    const std::uint64_t word = static_cast<std::uint64_t>(value) << below & mask;
+#pragma GCC unroll 8
+    for (unsigned i = first; i <= last; ++i) {
+        const unsigned shift = 8 * (last - i);
+        replaceBits(data[i], static_cast<unsigned>(mask >> shift & 0xFF),
+                    static_cast<unsigned>(word >> shift & 0xFF));
+    }
+}
+
+}    // namespace quarn
