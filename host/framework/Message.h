@@ -31,10 +31,12 @@ public:
     // The message whose part this one is, or null for a main message. Not referenced.
     const Message* getParentMessage() const { return parentMessage; }
 
-    static QString
-        fieldSeparator;    // between two fields of a raw line; ";" unless the host sets it
-    static QString doNotUseString;    // shown for a do-not-use value
-    static bool useDoNotUseString;    // whether doNotUseString is shown; true unless set otherwise
+    // Stands between two fields of a raw line; ";" unless the host sets it.
+    static QString fieldSeparator;
+    // Shown for a do-not-use value; "DoNotUse" unless the host sets it.
+    static QString doNotUseString;
+    // Whether doNotUseString is shown instead of the number; true unless the host sets it.
+    static bool useDoNotUseString;
 
 protected:
     explicit Message(const MessageInfo* info);

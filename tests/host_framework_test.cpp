@@ -1,0 +1,285 @@
+#include "AbstractDecoder.h"
+#include "FieldInfo.h"
+#include "FloatRepresentation.h"
+#include "FormatInfo.h"
+#include "Message.h"
+#include "MessageInfo.h"
+
+#include <QLocale>
+#include <QSet>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace {
+
+class Counted : public ReferenceCountedObject {
+public:
+    explicit Counted(int& destructors, bool dropInDestructor = false)
+        : count(destructors), drop(dropInDestructor)
+    {
+    }
+    ~Counted() override
+    {
+        ++count;
+        if (drop) {
+            removeReference();
+        }
+    }
+
+private:
+    int& count;
+    bool drop;
+};
+
+// Otherwise a process without terminal may log to the system's journal.
+void logToStandardError()
+{
+    qputenv("QT_FORCE_STDERR_LOGGING", "1");
+}
+
+TEST(ReferenceCountedObject, LastDropFromAnyThreadDestroysOnce)
+{
+    int destructors = 0;
+    const auto* object = new Counted(destructors);
+    EXPECT_EQ(object->getReferenceCount(), 0);
+    object->addReference();
+    std::vector<std::thread> threads;
+    for (int number = 0; number < 4; ++number) {
+        object->addReference();
+        threads.emplace_back([object] {
+            for (int round = 0; round < 2000; ++round) {
+                object->addReference();
+                object->removeReference();
+            }
+            object->removeReference();
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(object->getReferenceCount(), 1);
+    EXPECT_EQ(destructors, 0);
+    object->removeReference();
+    EXPECT_EQ(destructors, 1);
+}
+
+TEST(ReferenceCountedObjectDeathTest, DroppingWhatNobodyHoldsIsFatal)
+{
+    int destructors = 0;
+    Counted fresh(destructors);
+    EXPECT_DEATH((logToStandardError(), fresh.removeReference()), "without references");
+
+    const auto* droppedTwice = new Counted(destructors, true);
+    droppedTwice->addReference();
+    EXPECT_DEATH((logToStandardError(), droppedTwice->removeReference()), "without references");
+    ::operator delete(const_cast<Counted*>(droppedTwice));
+}
+
+class TestKind : public MessageInfo {
+public:
+    TestKind() : MessageInfo(QStringLiteral("Test")) {}
+    ~TestKind() override = default;
+    using MessageInfo::addFieldInfo;
+};
+
+class TestMessage : public Message {
+public:
+    explicit TestMessage(const MessageInfo* info) : Message(info) {}
+    QString getRawStringFor(const QVector<bool>&) const override { return QString(); }
+
+private:
+    const void* getRawRepresentation() const override { return this; }
+};
+
+// A field whose values are given by the test.
+class TestField : public FieldInfo {
+public:
+    explicit TestField(QVector<FieldValue> fieldValues)
+        : FieldInfo(QStringLiteral("Test"), FieldType::byte()), values(std::move(fieldValues))
+    {
+    }
+    using FieldInfo::addSubFieldInfo;
+    using FieldInfo::addSymbolicValue;
+
+    bool isPresent(const Message*) const override { return present; }
+    unsigned int getCount(const Message*) const override
+    {
+        return static_cast<unsigned int>(values.size());
+    }
+    const FieldValue getValue(const Message* message, unsigned int index) const override
+    {
+        return getValueUnchecked(message, index);
+    }
+    const FieldValue getValueUnchecked(const Message*, unsigned int index) const override
+    {
+        return values.at(static_cast<int>(index));
+    }
+    QString getInterpretedString(const Message*, unsigned int, bool) const override
+    {
+        return QString();
+    }
+
+    bool present = true;
+
+private:
+    QVector<FieldValue> values;
+};
+
+class TestFormat : public FormatInfo {
+public:
+    TestFormat() : FormatInfo(QStringLiteral("Test")) {}
+    using FormatInfo::addMessageInfo;
+    using FormatInfo::addSubMessageInfo;
+};
+
+TEST(Descriptors, KeepOnlyTheAddressOfAnObjectUnderConstruction)
+{
+    // Memory in which nothing is constructed yet: any use of an object there would crash.
+    alignas(TestField) std::array<unsigned char, sizeof(TestField)> fieldPlace;
+    alignas(TestKind) std::array<unsigned char, sizeof(TestKind)> kindPlace;
+    fieldPlace.fill(0xEE);
+    kindPlace.fill(0xEE);
+    auto* field = reinterpret_cast<FieldInfo*>(fieldPlace.data());
+    auto* kind = reinterpret_cast<MessageInfo*>(kindPlace.data());
+
+    TestFormat format;
+    format.addMessageInfo(kind);
+    format.addSubMessageInfo(kind);
+    TestKind owner;
+    owner.addFieldInfo(field, 0, true);
+    TestField parent({});
+    parent.addSubFieldInfo(field);
+    const FieldType type = FieldType::subMessage(kind);
+
+    EXPECT_EQ(format.getMessageInfos(), QVector<const MessageInfo*>{kind});
+    EXPECT_EQ(format.getSubMessageInfos(), QVector<const MessageInfo*>{kind});
+    EXPECT_EQ(owner.getFieldInfos(), QVector<const FieldInfo*>{field});
+    EXPECT_EQ(parent.getSubFieldInfos(), QVector<const FieldInfo*>{field});
+    EXPECT_EQ(type.getSubMessageInfo(), kind);
+    const auto untouched = [](unsigned char byte) { return byte == 0xEE; };
+    EXPECT_TRUE(std::all_of(fieldPlace.begin(), fieldPlace.end(), untouched));
+    EXPECT_TRUE(std::all_of(kindPlace.begin(), kindPlace.end(), untouched));
+
+    EXPECT_DEATH((logToStandardError(), owner.addFieldInfo(field, 2, false)), "out of order");
+}
+
+TEST(FieldValue, EqualOnlyWithSameKindWidthAndContent)
+{
+    const TestKind kind;
+    const TestMessage messages[2] = {TestMessage(&kind), TestMessage(&kind)};
+    const std::vector<FieldValue> different = {
+        FieldValue(),
+        FieldValue::byte(0),
+        FieldValue::byte(200),
+        FieldValue::ch('\0'),
+        FieldValue::ch('\xC8'),
+        FieldValue::u(200, 8),
+        FieldValue::u(200, 9),
+        FieldValue::i(200, 9),
+        FieldValue::i(-1, 64),
+        FieldValue::u(std::numeric_limits<quint64>::max(), 64),
+        FieldValue::f64(0.0),
+        FieldValue::f64(200.0),
+        FieldValue::subMessage(nullptr),
+        FieldValue::subMessage(&messages[0]),
+        FieldValue::subMessage(&messages[1]),
+    };
+    for (std::size_t a = 0; a < different.size(); ++a) {
+        for (std::size_t b = 0; b < different.size(); ++b) {
+            EXPECT_EQ(different[a] == different[b], a == b) << a << " and " << b;
+            EXPECT_EQ(different[a] != different[b], a != b) << a << " and " << b;
+        }
+    }
+}
+
+TEST(FieldValue, AccessorsRefuseOtherKinds)
+{
+    EXPECT_EQ(FieldValue::ch('\xC8').toCharacter(), '\xC8');
+    EXPECT_EQ(FieldValue::i(-5, 8).toSigned(), -5);
+    EXPECT_EQ(FieldValue::i(-5, 8).toUnsigned(), 0U);
+    EXPECT_EQ(FieldValue::u(5, 8).toSigned(), 0);
+    EXPECT_EQ(FieldValue::u(65, 8).toCharacter(), '\0');
+    EXPECT_EQ(FieldValue::u(5, 8).toDouble(), 0.0);
+    EXPECT_EQ(FieldValue::u(5, 64).toSubMessage(), nullptr);
+}
+
+TEST(FieldInfo, DefaultValueStringIsRawAndNotLocalized)
+{
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    TestField field({FieldValue::byte(10), FieldValue::byte(0xFF), FieldValue::ch('A'),
+                     FieldValue::i(-12345, 20), FieldValue::u(18446744073709551615ULL, 64),
+                     FieldValue::f64(-12345.5), FieldValue::subMessage(nullptr)});
+    EXPECT_EQ(field.getValueString(nullptr).toStdString(),
+              "0a ff A -12345 18446744073709551615 -12345.500000 submsg");
+    field.present = false;
+    EXPECT_EQ(field.getValueString(nullptr).toStdString(), "");
+    QLocale::setDefault(QLocale::c());
+}
+
+TEST(FieldInfo, SymbolicTextNeedsTheExactValue)
+{
+    TestField field({});
+    field.addSymbolicValue(FieldValue::i(-8192, 14), QStringLiteral("none"));
+    field.addSymbolicValue(FieldValue::i(0, 14), QStringLiteral("zero"));
+    EXPECT_EQ(field.getSymbolicText(FieldValue::i(0, 14)).toStdString(), "zero");
+    EXPECT_EQ(field.getSymbolicText(FieldValue::i(0, 13)).toStdString(), "");
+    EXPECT_EQ(field.getSymbolicText(FieldValue()).toStdString(), "");
+}
+
+TEST(FloatRepresentation, UsesTheDefaultLocaleOnlyWhenLocalized)
+{
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    EXPECT_EQ(FloatRepresentation::getString(12345.5, 'f', 6, false).toStdString(), "12345.500000");
+    EXPECT_EQ(FloatRepresentation::getString(12345.5, 'f', 6, true).toStdString(), "12.345,500000");
+    EXPECT_EQ(FloatRepresentation::getString(-0.25, 'f', 2, false).toStdString(), "-0.25");
+    QLocale::setDefault(QLocale::c());
+}
+
+class TestDecoder : public AbstractDecoder {
+public:
+    TestDecoder() : AbstractDecoder(QStringLiteral("Test"), nullptr) {}
+    int decodeMessage(const unsigned char*, unsigned int) override { return 1; }
+    void enableAllMessages() override {}
+    void disableAllMessages() override { enabled.clear(); }
+    using AbstractDecoder::setMessageEnum;
+
+    QSet<int> enabled;
+
+private:
+    void enableMessageEnum(int value) override { enabled.insert(value); }
+    void disableMessageEnum(int value) override { enabled.remove(value); }
+    bool isEnabledMessageEnum(int value) const override { return enabled.contains(value); }
+};
+
+TEST(AbstractDecoder, SwitchesKindsByDescriptor)
+{
+    const TestKind first;
+    const TestKind second;
+    const TestKind stranger;
+    TestDecoder decoder;
+    decoder.setMessageEnum(&first, 0);
+    decoder.setMessageEnum(&second, 17);
+    EXPECT_EQ(decoder.getMessageEnum(&second), 17);
+    EXPECT_EQ(decoder.getMessageEnum(&stranger), -1);
+
+    EXPECT_TRUE(decoder.enableMessage(&first));
+    EXPECT_TRUE(decoder.enableMessage(&second));
+    EXPECT_FALSE(decoder.enableMessage(&stranger));
+    EXPECT_EQ(decoder.enabled, (QSet<int>{0, 17}));
+    EXPECT_TRUE(decoder.disableMessage(&first));
+    EXPECT_FALSE(decoder.disableMessage(&stranger));
+    EXPECT_EQ(decoder.enabled, QSet<int>{17});
+    EXPECT_FALSE(decoder.isMessageEnabled(&first));
+    EXPECT_TRUE(decoder.isMessageEnabled(&second));
+    decoder.enabled.insert(-1);
+    EXPECT_FALSE(decoder.isMessageEnabled(&stranger));
+}
+
+}    // namespace
