@@ -1,0 +1,254 @@
+"""The checked schema as objects: kinds, members, and the facts that follow from them.
+
+Everything that can be counted or derived is derived here and nowhere else: kind values, error
+codes, storage types, wire positions, capacities.
+"""
+
+from dataclasses import dataclass, field
+
+STORAGE_CLASSES = (8, 16, 32, 64)
+
+
+def storage_bits(width):
+    """The narrowest storage class that holds `width` bits."""
+    return next(bits for bits in STORAGE_CLASSES if width <= bits)
+
+
+def upper_name(member):
+    return member.rstrip("_").upper()
+
+
+@dataclass
+class Member:
+    """One member of a record. `role` says how its value comes about:
+
+    wire      read from `bits` bits of the message
+    slice     some bits of another member, `of`
+    count     computed from another member in the arithmetic of its stored width
+    lookup    a number chosen by another member
+    constant  never on the wire, holds its initial value
+    inline    a run of characters or bytes held in the record, `length` of them, at most `limit`
+    records   an array of sub-records of kind `elements`, `length` of them
+    """
+
+    name: str
+    role: str
+    where: str
+    type: str = ""
+    display: str = ""
+    bits: int = 0
+    width: int = 0
+    of: str = ""
+    low: int = 0
+    times: int = 1
+    minus: int = 0
+    over: int = 1
+    values: dict = field(default_factory=dict)
+    initial: int | None = None
+    when: tuple | None = None  # (member name, tuple of values)
+    texts: dict = field(default_factory=dict)
+    unit: str = ""
+    do_not_use: int | None = None
+    length: str = ""
+    limit: int = 0
+    elements: str = ""
+    kind: "Kind | None" = None
+
+    @property
+    def on_wire(self):
+        return self.role in ("wire", "inline")
+
+    @property
+    def field_name(self):
+        """The member's part of its descriptor's class name."""
+        return self.name.rstrip("_")
+
+    @property
+    def storage(self):
+        """The C type of the member (of one element, for arrays)."""
+        if self.role == "records":
+            return f"RTCM2_{self.elements}_s"
+        if self.type == "f64":
+            return "double"
+        if self.type == "ch":
+            return "char"
+        bits = 8 if self.type == "byte" else storage_bits(self.width)
+        return f"{'' if self.type == 'i' else 'u'}int{bits}_t"
+
+    @property
+    def capacity(self):
+        """Elements of an inline array; texts keep room for their terminating NUL."""
+        return self.limit + (1 if self.type == "ch" else 0)
+
+    @property
+    def is_virtual(self):
+        """Computed, and not a part of another member's bits."""
+        return self.role in ("count", "lookup", "constant")
+
+    @property
+    def ext_error(self):
+        return f"RTCM2_ERR_{self.kind.upper}_{upper_name(self.name)}_EXT_BUFFER_OVERFLOW"
+
+    @property
+    def int_error(self):
+        return f"RTCM2_ERR_{self.kind.upper}_{upper_name(self.name)}_INT_BUFFER_OVERFLOW"
+
+    @property
+    def slices(self):
+        return [m for m in self.kind.members if m.role == "slice" and m.of == self.name]
+
+    @property
+    def dependents(self):
+        """Members computed as soon as this one has been read."""
+        return [m for m in self.kind.members if m.of == self.name]
+
+    @property
+    def presence(self):
+        """The condition of presence as a C expression on the record `r`."""
+        name, values = self.when
+        return " || ".join(f"r.{name} == {value}" for value in values)
+
+
+@dataclass
+class Run:
+    """Members of fixed width that stand or fall together, with their bit positions in the run."""
+
+    when: tuple | None
+    members: list = field(default_factory=list)  # (position, member)
+    bits: int = 0
+
+    def add(self, member):
+        self.members.append((self.bits, member))
+        self.bits += member.bits
+
+
+@dataclass
+class Kind:
+    name: str
+    where: str
+    family: str
+    type: int | None
+    display: str
+    text: str
+    members: list
+    value: int = 0
+
+    @property
+    def is_main(self):
+        return self.type is not None
+
+    @property
+    def is_described(self):
+        return bool(self.display)
+
+    @property
+    def upper(self):
+        return self.name.upper()
+
+    @property
+    def enumerator(self):
+        return f"RTCM2_{self.upper}"
+
+    @property
+    def record(self):
+        return f"RTCM2_{self.name}_s"
+
+    @property
+    def message_class(self):
+        return f"RTCM2_{self.name}_Message"
+
+    @property
+    def info_class(self):
+        return f"RTCM2_{self.name}_MessageInfo"
+
+    def member(self, name):
+        return next(m for m in self.members if m.name == name)
+
+    def field_class(self, member):
+        return f"RTCM2_{self.name}_{member.field_name}_FieldInfo"
+
+    @property
+    def records_member(self):
+        return next((m for m in self.members if m.role == "records"), None)
+
+    @property
+    def inline_members(self):
+        return [m for m in self.members if m.role == "inline"]
+
+    @property
+    def underflow_error(self):
+        last = [m for m in self.members if m.on_wire or m.role == "records"][-1]
+        return f"RTCM2_ERR_{self.upper}_{upper_name(last.name)}_SIZE_UNDERFLOW"
+
+    @property
+    def internal_error(self):
+        return f"RTCM2_ERR_{self.upper}_INTERNAL"
+
+    @property
+    def disabled_error(self):
+        return f"RTCM2_ERR_{self.upper}_DISABLED"
+
+    @property
+    def errors(self):
+        """The kind's block of error names, in the order of their numbers."""
+        names = []
+        for m in self.members:
+            if m.on_wire:
+                names.append(m.ext_error)
+            if m.role == "inline":
+                names.append(m.int_error)
+        return names + [self.underflow_error, self.internal_error]
+
+    @property
+    def segments(self):
+        """The wire in order: Runs of fixed-width members, inline arrays and arrays of records."""
+        parts = []
+        for m in self.members:
+            if m.role == "wire":
+                if not parts or not isinstance(parts[-1], Run) or parts[-1].when != m.when:
+                    parts.append(Run(m.when))
+                parts[-1].add(m)
+            elif m.role in ("inline", "records"):
+                parts.append(m)
+        return parts
+
+
+@dataclass
+class Format:
+    name: str
+    preamble: int
+    kinds: list
+
+    @property
+    def sub_kinds(self):
+        return [k for k in self.kinds if not k.is_main]
+
+    @property
+    def main_kinds(self):
+        return [k for k in self.kinds if k.is_main]
+
+    @property
+    def described_kinds(self):
+        """Kinds known to the host, in the order of registration."""
+        mains = [k for k in self.main_kinds if k.is_described]
+        return self.sub_kinds + sorted(mains, key=lambda k: k.type)
+
+    def kind(self, name):
+        return next(k for k in self.kinds if k.name == name)
+
+    @property
+    def errors(self):
+        """All error names; the code of the n-th is -(n + 1)."""
+        names = ["RTCM2_ERR_INVALID_CRC"]
+        for kind in self.kinds:
+            names += kind.errors
+        names += [k.disabled_error for k in self.main_kinds]
+        return names + ["RTCM2_ERR_INVALID_MESSAGE", "RTCM2_ERR_EOF"]
+
+    @property
+    def flag_bytes(self):
+        """The enable flags with every main kind enabled and nothing else."""
+        flags = [0] * 6
+        for kind in self.main_kinds:
+            flags[(kind.value + 1) // 8] |= 0x80 >> (kind.value % 8)
+        return flags

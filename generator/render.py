@@ -1,0 +1,148 @@
+#!/usr/bin/env python3
+"""Renders the code that follows from the message description.
+
+    render.py --schema DIR --out DIR            render everything that the build compiles
+    render.py --schema DIR --list               print the names of those files
+    render.py --schema DIR --docs FILE          render the message reference
+    render.py --schema DIR --check              only check the schema
+
+A file is written only when its text changes. Needs Jinja2 and PyYAML.
+"""
+
+import argparse
+import sys
+from pathlib import Path
+
+import jinja2
+
+import schema
+from model import Run
+
+TEMPLATES = Path(__file__).parent / "templates"
+SINGLE_UNITS = ["RTCM2.h", "RTCM2.cpp", "RTCM2_layouts.h", "RTCM2Decoder.h", "RTCM2Decoder.cpp",
+                "RTCM2_FormatInfo.h", "RTCM2_FormatInfo.cpp"]
+KIND_UNITS = ["Message.h", "Message.cpp", "MessageInfo.h", "MessageInfo.cpp"]
+
+
+def wire_comment(member):
+    """What a reader of the record wants to know of a member."""
+    if member.role == "wire":
+        text = f"{member.bits} bit{'s' if member.bits > 1 else ''}"
+    elif member.role == "slice":
+        text = f"part of {member.of}"
+    elif member.role == "inline":
+        what = "characters" if member.type == "ch" else "bytes"
+        text = f"{member.length} {what}, at most {member.limit}"
+    elif member.role == "records":
+        text = f"{member.length} elements"
+    elif member.role == "constant":
+        text = "not on the wire"
+    else:
+        text = f"follows from {member.of}"
+    if member.when:
+        name, values = member.when
+        text += f", present when {name} is {' or '.join(map(str, values))}"
+    return text
+
+
+def summary(kind):
+    """One line about a kind."""
+    if not kind.is_main:
+        return f"Sub-record {kind.display}."
+    return f"Type {kind.type}{': ' + kind.text if kind.text else ''}."
+
+
+def computation(member):
+    """The C++ statement that sets a computed member of the record `r`."""
+    if member.role == "slice":
+        value = f"sliceOf<{member.low}, {member.width}>(r.{member.of})"
+    elif member.role == "count":
+        rule = f"{member.storage}, {member.times}, {member.minus}, {member.over}"
+        value = f"countOf<{rule}>(r.{member.of})"
+    elif member.role == "lookup":
+        choices = "".join(f"r.{member.of} == {k} ? {v} : " for k, v in member.values.items())
+        value = choices + f"r.{member.name}"
+    else:
+        raise AssertionError(f"{member.name} is not computed")
+    return f"r.{member.name} = {value};"
+
+
+def cpp_type(member):
+    """The member's value type among the closed set of FieldTypes.h."""
+    if member.role == "records":
+        return f"SubMessageType<RTCM2_{member.elements}_Message>"
+    names = {"byte": "ByteType", "ch": "CharacterType", "f64": "Float64Type"}
+    if member.type in names:
+        return names[member.type]
+    return f"{'Signed' if member.type == 'i' else 'Unsigned'}Type<{member.width}>"
+
+
+def literal(text):
+    """A C++ string literal."""
+    return '"' + text.replace("\\", "\\\\").replace('"', '\\"') + '"'
+
+
+def environment():
+    env = jinja2.Environment(loader=jinja2.FileSystemLoader(TEMPLATES), undefined=jinja2.StrictUndefined,
+                             trim_blocks=True, lstrip_blocks=True, keep_trailing_newline=True)
+    env.filters.update(wire_comment=wire_comment, summary=summary, computation=computation,
+                       cpp_type=cpp_type, literal=literal)
+    env.tests["run"] = lambda part: isinstance(part, Run)
+    return env
+
+
+def _render(env, template, **context):
+    kind = context.get("kind")
+    source = f"schema/{kind.where.split(':')[0]}" if kind else "schema"
+    note = f"Rendered by generator/render.py from {source} through {template}. Do not edit."
+    return env.get_template(template).render(rendered_by=note, **context)
+
+
+def units(fmt):
+    """The files that the build compiles: name, template and the kind they are about."""
+    for name in SINGLE_UNITS:
+        yield name, f"{name}.j2", None
+    for kind in fmt.described_kinds:
+        for unit in KIND_UNITS:
+            yield f"RTCM2_{kind.name}_{unit}", f"{unit}.j2", kind
+
+
+def write_if_changed(path, text):
+    if path.exists() and path.read_text(encoding="utf-8") == text:
+        return
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_text(text, encoding="utf-8")
+
+
+def render_unit(env, fmt, template, kind):
+    header = fmt.main_kinds[0].members[:7]
+    if kind is None:
+        return _render(env, template, format=fmt, header=header)
+    return _render(env, template, format=fmt, header=header, kind=kind)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawTextHelpFormatter)
+    parser.add_argument("--schema", type=Path, required=True)
+    what = parser.add_mutually_exclusive_group(required=True)
+    what.add_argument("--out", type=Path)
+    what.add_argument("--list", action="store_true")
+    what.add_argument("--docs", type=Path)
+    what.add_argument("--check", action="store_true")
+    options = parser.parse_args()
+    try:
+        fmt = schema.load(options.schema)
+    except schema.SchemaError as error:
+        sys.exit(f"schema error: {error}")
+    env = environment()
+    if options.list:
+        print("\n".join(name for name, _, _ in units(fmt)))
+    elif options.docs:
+        write_if_changed(options.docs, render_unit(env, fmt, "messages.md.j2", None))
+    elif options.out:
+        for name, template, kind in units(fmt):
+            write_if_changed(options.out / name, render_unit(env, fmt, template, kind))
+
+
+if __name__ == "__main__":
+    main()
