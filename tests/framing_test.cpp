@@ -15,6 +15,8 @@
 namespace framing {
 namespace {
 
+using Sizes = std::vector<std::size_t>;
+
 struct Found {
     Frame::Kind kind;
     Bytes bytes;
@@ -114,7 +116,7 @@ TEST(StreamWriter, KeepsTheParityStateFromMessageToMessage)
     StreamBuilder expected;
     StreamWriter writer;
     Bytes stream;
-    for (const std::size_t dataWords : {0, 1, 31, 5, 17}) {
+    for (const std::size_t dataWords : Sizes{0, 1, 31, 5, 17}) {
         const Bytes message = makeMessage(dataWords, random);
         expected.addMessage(message);
         ASSERT_TRUE(writer.append(message, stream));
@@ -152,7 +154,7 @@ TEST(Framer, FindsMessagesAtEveryBitPhase)
         builder.addNoise(phase, random);
         std::vector<Found> expected;
         std::size_t words = 0;
-        for (const std::size_t dataWords : {5, 31, 0, 1, 30, 0, 12}) {
+        for (const std::size_t dataWords : Sizes{5, 31, 0, 1, 30, 0, 12}) {
             const Bytes message = makeMessage(dataWords, random);
             const std::size_t begin = builder.bitCount() / 6;
             builder.addMessage(message);
@@ -189,6 +191,27 @@ TEST(Framer, FindsAMessageAtTheVeryStart)
         ASSERT_EQ(frames.size(), 1U) << "previous bits " << previous;
         EXPECT_EQ(frames[0].bytes, message);
     }
+}
+
+// Words that look like headers are no reason to doubt a message in a stream that has no damage.
+TEST(Framer, LosesNothingOfALongCleanStream)
+{
+    std::mt19937 random(13);
+    StreamWriter writer;
+    Bytes stream;
+    constexpr std::size_t count = 20000;
+    for (std::size_t i = 0; i < count; ++i) {
+        // Words that begin with preambles, and half of these with the last station as well.
+        Bytes message = makeMessage(20, random, 268 + random() % 2);
+        const std::size_t word = 2 + random() % 20;
+        message[word * bytesPerWord] = preamble;
+        message[word * bytesPerWord + 1] = 1;
+        message[word * bytesPerWord + 2] = 12;
+        ASSERT_TRUE(writer.append(message, stream));
+    }
+    const Result result = read(stream);
+    EXPECT_EQ(result.counters.messages, count);
+    EXPECT_EQ(result.frames.size(), count);
 }
 
 TEST(Framer, SkipsTextAnywhere)
@@ -268,7 +291,7 @@ TEST(Framer, GivesTheSameHoweverTheStreamIsCut)
 // place, and nothing that was not sent is accepted.
 TEST(Framer, NoticesEverySingleBitError)
 {
-    for (const std::size_t dataWords : {0, 5, 31}) {
+    for (const std::size_t dataWords : Sizes{0, 5, 31}) {
         std::mt19937 random(static_cast<unsigned>(dataWords));
         StreamBuilder builder;
         builder.addNoise(11, random);
@@ -288,7 +311,7 @@ TEST(Framer, NoticesEverySingleBitError)
             const Found& damaged = result.frames.at(1);
             ASSERT_EQ(damaged.kind, Frame::Kind::damaged);
             ASSERT_EQ(damaged.begin, begin / 6);
-            // The last two bits of a word count in the next one, but in their own first.
+            // The last two bits of a word enter the next one as well, but fail in their own first.
             const std::size_t word = (bit - begin) / bitsPerWord;
             ASSERT_EQ(damaged.failedWord, word + 1);
             ASSERT_EQ(damaged.bytes.size(), word * bytesPerWord);
@@ -378,7 +401,7 @@ TEST(Framer, IsNotLedAstrayByAHeaderInsideADamagedMessage)
             message[4 * 3] = 0x66;
             message[5 * 3 + 2] = static_cast<std::uint8_t>((decoy.decoyWords - 2) << 3);
             std::vector<Bytes> good;
-            for (const std::size_t dataWords : {6, 5, 2, 7, 3}) {
+            for (const std::size_t dataWords : Sizes{6, 5, 2, 7, 3}) {
                 const auto station = static_cast<unsigned>(100 + good.size() * stationStep);
                 good.push_back(makeMessage(dataWords, random, station));
             }
@@ -394,6 +417,27 @@ TEST(Framer, IsNotLedAstrayByAHeaderInsideADamagedMessage)
             EXPECT_EQ(result.messages(), good);
             EXPECT_EQ(result.counters.damaged, 1U);
         }
+    }
+}
+
+// Words are missing behind a header, and the messages that follow fill it up with good words.
+TEST(Framer, DoesNotSwallowMessagesAfterMissingWords)
+{
+    for (const std::size_t declared : Sizes{3, 7, 12, 30}) {
+        std::mt19937 random(static_cast<unsigned>(50 + declared));
+        StreamBuilder builder;
+        std::vector<Bytes> good = {makeMessage(4, random)};
+        builder.addMessage(good[0]);
+        const Bytes cut = makeMessage(declared, random);
+        builder.addMessage(std::span(cut).first(headerWords * bytesPerWord));
+        for (const std::size_t dataWords : Sizes{6, 3, 9, 1, 12, 5}) {
+            good.push_back(makeMessage(dataWords, random));
+            builder.addMessage(good.back());
+        }
+        const Result result = read(builder.bytes());
+        EXPECT_EQ(result.messages(), good) << declared << " words declared";
+        EXPECT_EQ(result.counters.damaged, 1U);
+        EXPECT_EQ(result.frames.at(1).failedWord, 0U);
     }
 }
 

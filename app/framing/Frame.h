@@ -17,12 +17,13 @@ inline constexpr std::size_t maxMessageBytes = maxWords * bytesPerWord;
 struct Frame {
     enum class Kind : std::uint8_t {
         message,      // every word has good parity
-        damaged,      // a word with bad parity, or no preamble where a message had to begin
+        damaged,      // a word with bad parity, no preamble where a message had to begin, or
+                      // pieces of several messages
         truncated,    // the input ended inside a message
     };
 
     Kind kind = Kind::message;
-    std::uint8_t failedWord = 0;      // damaged: which word failed, from 1; else 0
+    std::uint8_t failedWord = 0;      // damaged: which word failed, from 1; 0: no single one
     std::uint64_t number = 0;         // counts frames of all kinds, from 1
     std::uint64_t beginOffset = 0;    // byte of the input in which the first bit stands
     std::uint64_t endOffset = 0;      // one past the byte in which the last bit stands

@@ -106,14 +106,14 @@ Framer::Step Framer::search()
             begin_ = window_.findPreamble(begin_);
         }
         frame_.wordCount = 0;
+        wordsWanted_ = headerWords;
         if (!has(1)) {
             return Step::starve;
         }
         if (const auto data = firstWordOf(wordAt(0))) {
             putWord(frame_.storage, 0, *data);
             frame_.wordCount = 1;
-            if (begin_ >= lastEnd_ || stationOf(0) == lastStation_) {
-                wordsWanted_ = headerWords;
+            if (begin_ >= lastEnd_ || ofLastStation(0)) {
                 state_ = State::verifying;
                 return Step::again;
             }
@@ -145,9 +145,6 @@ Framer::Step Framer::verify()
     if (bitOfWord(wordsWanted_) <= lastEnd_) {
         return moveOn();
     }
-    if (expected_ || begin_ == SextetWindow::firstBit) {
-        return accept();
-    }
     state_ = State::weighing;
     return Step::again;
 }
@@ -170,28 +167,36 @@ Framer::Words Framer::readWords()
     return word < limit ? Words::bad : Words::missing;
 }
 
-// All words are good, but do they make a message? Inside a longer message that was damaged a word
-// that looks like a preamble is followed by good words as well, through the rest of that message
-// and on through those after it. Such a message hardly ever names the station heard before. Then
-// either good words that begin no message stand behind its supposed end, or real messages begin
-// inside it.
+// All words are good, but do they make a message? Two ways lead astray. Inside a longer message
+// that was damaged a word that looks like a preamble is followed by good words as well, through the
+// rest of that message and on through those after it; it hardly ever names the station heard
+// before. And where whole words are missing, the two pieces left may fit together by chance. Either
+// way good words that begin no message stand behind the supposed end, or real messages begin
+// inside.
 Framer::Step Framer::weigh()
 {
-    if (stationOf(0) == lastStation_) {
+    const bool likely = expected_ || begin_ == SextetWindow::firstBit || ofLastStation(0);
+    const bool hides = hidesMessages();
+    if (likely && !hides) {
         return accept();
     }
-    if (hidesMessages()) {
+    if (hides && !likely) {
         return moveOn();
     }
+    const bool inputEnded = finished_ && pending_.empty();
     if (!has(wordsWanted_ + 1)) {
-        return finished_ && pending_.empty() ? accept() : Step::starve;
+        return inputEnded ? accept() : Step::starve;
     }
     const std::uint32_t after = wordAt(wordsWanted_);
-    if (!hasGoodParity(after) || beginsWithPreamble(dataOf(after))) {
+    const bool begins = hasGoodParity(after) && beginsWithPreamble(dataOf(after));
+    if (begins || (!hides && !hasGoodParity(after))) {
         return accept();
     }
+    if (hides) {
+        return fail();
+    }
     if (!has(wordsWanted_ + 2)) {
-        return finished_ && pending_.empty() ? moveOn() : Step::starve;
+        return inputEnded ? moveOn() : Step::starve;
     }
     return hasGoodParity(wordAt(wordsWanted_ + 1)) ? moveOn() : accept();
 }
@@ -237,8 +242,10 @@ Framer::Step Framer::fail()
         return moveOn();
     }
     ++counters_.damaged;
-    deliver(Frame::Kind::damaged, bitOfWord(frame_.wordCount + 1));
-    frame_.failedWord = static_cast<std::uint8_t>(frame_.wordCount + 1);
+    const bool wordFailed = frame_.wordCount < wordsWanted_;
+    const std::size_t words = frame_.wordCount + (wordFailed ? 1 : 0);
+    deliver(Frame::Kind::damaged, bitOfWord(words));
+    frame_.failedWord = static_cast<std::uint8_t>(wordFailed ? words : 0);
     if (frame_.wordCount >= headerWords && begin_ >= damagedEnd_) {
         damagedEnd_ = bitOfWord(wordsWanted_);
     }
@@ -293,8 +300,13 @@ std::uint32_t Framer::wordAt(std::size_t word) const
 // The station, ten bits, that a header beginning with `word` names.
 int Framer::stationOf(std::size_t word) const
 {
-    const std::span<const std::uint8_t> bytes = frame_.bytes().subspan(word * bytesPerWord);
+    const std::uint8_t* const bytes = &frame_.storage[word * bytesPerWord];
     return (bytes[1] & 3) << 8 | bytes[2];
+}
+
+bool Framer::ofLastStation(std::size_t word) const
+{
+    return stationOf(word) == lastStation_;
 }
 
 // True when other messages begin inside this one: one of the station heard before, one that begins
@@ -307,7 +319,7 @@ bool Framer::hidesMessages() const
             continue;
         }
         const std::size_t messages = messagesFrom(word);
-        if (stationOf(word) == lastStation_ || messages > 1 ||
+        if (ofLastStation(word) || messages > 1 ||
             (messages == 1 && bitOfWord(word) == damagedEnd_)) {
             return true;
         }

@@ -31,10 +31,11 @@ struct FramerCounters {
 // both its header words were good. The end of the input inside a message gives one truncated frame
 // for the whole input, on the same terms (of an expected message one good word is enough).
 //
-// The words of a damaged message are good but for one, and any of them may look like a preamble.
-// What a search finds is therefore weighed (see weigh()) before it is accepted. That may take up to
-// 60 bits of what follows. Expected messages, those of the same station as the last one, and one
-// that begins with the first bit of the stream are delivered as soon as they are complete.
+// The words of a damaged message are good but for one, and any of them may look like a preamble;
+// the pieces of two cut messages may fit together. What has good words is therefore weighed (see
+// weigh()) before it is accepted, which may take up to 60 bits of what follows. Expected messages,
+// those of the same station as the last one, and one that begins with the first bit of the stream
+// are delivered as soon as they are complete, unless another header stands inside them.
 //
 // Memory is constant, and the frames do not depend on how the stream is cut into pushes.
 class Framer {
@@ -73,6 +74,7 @@ private:
     std::uint64_t bitOfWord(std::size_t word) const;
     std::uint32_t wordAt(std::size_t word) const;
     int stationOf(std::size_t word) const;
+    bool ofLastStation(std::size_t word) const;
     bool hidesMessages() const;
     std::size_t messagesFrom(std::size_t word) const;
 

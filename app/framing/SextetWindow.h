@@ -68,9 +68,9 @@ private:
         std::uint64_t offset;
     };
 
-    static constexpr unsigned bitsPerSextet = 6;
-    static constexpr unsigned groupBytes = 8;    // are taken at once where possible
-    static constexpr unsigned bitsPerGroup = groupBytes * bitsPerSextet;
+    static constexpr std::size_t bitsPerSextet = 6;
+    static constexpr std::size_t groupBytes = 8;    // are taken at once where possible
+    static constexpr std::size_t bitsPerGroup = groupBytes * bitsPerSextet;
     static constexpr std::size_t capacitySextets = 2048;
     static constexpr std::size_t capacityBits = capacitySextets * bitsPerSextet;
     static constexpr std::size_t overhang = 8;    // loads and stores take eight bytes at once
