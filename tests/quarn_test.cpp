@@ -1,0 +1,280 @@
+#include "quarn.h"
+#include "quarn_bits.h"
+
+#include "support/ExactBuffer.h"
+#include "support/SlowBits.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+#include <string>
+#include <sys/wait.h>
+#include <type_traits>
+#include <unistd.h>
+#include <utility>
+
+namespace {
+
+std::vector<std::uint8_t> randomBytes(std::mt19937& random, std::size_t count)
+{
+    std::vector<std::uint8_t> bytes(count);
+    for (std::uint8_t& byte : bytes) {
+        byte = static_cast<std::uint8_t>(random());
+    }
+    return bytes;
+}
+
+// A field of `width` bits as a number, with a sign if T has one.
+template <class T>
+T expectedValue(std::uint64_t bits, unsigned width)
+{
+    if (std::is_signed_v<T> && width < 64 && (bits >> (width - 1)) == 1) {
+        return static_cast<T>(static_cast<std::int64_t>(bits) - (std::int64_t{1} << width));
+    }
+    return static_cast<T>(bits);
+}
+
+template <class T>
+struct Access {
+    const char* name;
+    unsigned narrowest;
+    unsigned widest;
+    void (*read)(const std::uint8_t*, std::uint16_t, std::uint32_t, std::uint8_t, T*);
+    void (*write)(std::uint8_t*, std::uint16_t, std::uint32_t, std::uint8_t, T);
+};
+
+// Every width at every bit of a byte, the field's last byte being the last byte of its block.
+template <class T>
+void checkEveryPlace(const Access<T>& access)
+{
+    std::mt19937 random(17);
+    for (unsigned width = access.narrowest; width <= access.widest; ++width) {
+        for (unsigned offset = 0; offset < 16; ++offset) {
+            SCOPED_TRACE(std::string(access.name) + " width " + std::to_string(width) + " offset " +
+                         std::to_string(offset));
+            ExactBuffer buffer(randomBytes(random, (offset + width + 7) / 8));
+            const auto before = buffer.bytes();
+            const auto bitLength = static_cast<std::uint8_t>(width);
+            T value{};
+            access.read(buffer.data(), buffer.size(), offset, bitLength, &value);
+            ASSERT_EQ(value, expectedValue<T>(slow::read(before, offset, width), width));
+
+            const T written = static_cast<T>(std::uint64_t{random()} << 32 | random());
+            auto expected = before;
+            slow::write(expected, offset, width, static_cast<std::make_unsigned_t<T>>(written));
+            access.write(buffer.data(), buffer.size(), offset, bitLength, written);
+            ASSERT_EQ(buffer.bytes(), expected);
+        }
+    }
+}
+
+#define ACCESS(TYPE, STORAGE, FROM, TO)                                                            \
+    Access<STORAGE>                                                                                \
+    {                                                                                              \
+#TYPE, FROM, TO, quarn_read_##TYPE, quarn_write_##TYPE                                     \
+    }
+
+TEST(Quarn, EveryTypeReadsAndWritesEveryWidthAtEveryBit)
+{
+    checkEveryPlace(ACCESS(BYTE, std::uint8_t, 1, 200));
+    checkEveryPlace(ACCESS(UINT8, std::uint8_t, 1, 200));
+    checkEveryPlace(ACCESS(CHAR, char, 1, 8));
+    checkEveryPlace(ACCESS(INT8, std::int8_t, 1, 8));
+    checkEveryPlace(ACCESS(UINT16, std::uint16_t, 9, 16));
+    checkEveryPlace(ACCESS(INT16, std::int16_t, 9, 16));
+    checkEveryPlace(ACCESS(UINT32, std::uint32_t, 17, 32));
+    checkEveryPlace(ACCESS(INT32, std::int32_t, 17, 32));
+    checkEveryPlace(ACCESS(UINT64, std::uint64_t, 33, 64));
+    checkEveryPlace(ACCESS(INT64, std::int64_t, 33, 64));
+}
+
+TEST(Quarn, ReadsExamples)
+{
+    const std::uint8_t fiveOnes[] = {0x1F, 0x00};
+    std::uint8_t u8 = 0;
+    std::int8_t i8 = 0;
+    quarn_read_UINT8(fiveOnes, 2, 3, 5, &u8);
+    quarn_read_INT8(fiveOnes, 2, 3, 5, &i8);
+    EXPECT_EQ(u8, 31);
+    EXPECT_EQ(i8, -1);
+
+    const std::uint8_t tenOnes[] = {0x03, 0xFF, 0xC0};
+    std::uint16_t u16 = 0;
+    quarn_read_UINT16(tenOnes, 3, 6, 10, &u16);
+    EXPECT_EQ(u16, 1023);
+
+    const std::uint8_t lowest[] = {0x80, 0, 0, 0, 0};
+    std::int16_t i16 = 0;
+    std::int64_t i64 = 0;
+    quarn_read_INT16(lowest, 5, 0, 16, &i16);
+    EXPECT_EQ(i16, -32768);
+    quarn_read_INT16(lowest, 5, 0, 14, &i16);
+    EXPECT_EQ(i16, -8192);
+    quarn_read_INT64(lowest, 5, 0, 38, &i64);
+    EXPECT_EQ(i64, -137438953472);
+}
+
+TEST(Quarn, WritesExamples)
+{
+    ExactBuffer zeros(2);
+    ExactBuffer ones(2, 0xFF);
+    quarn_write_UINT8(zeros.data(), 2, 6, 3, 5);
+    quarn_write_UINT8(ones.data(), 2, 6, 3, 0);
+    EXPECT_EQ(zeros.bytes(), (std::vector<std::uint8_t>{0x02, 0x80}));
+    EXPECT_EQ(ones.bytes(), (std::vector<std::uint8_t>{0xFC, 0x7F}));
+    ExactBuffer nibble(1);
+    quarn_write_INT8(nibble.data(), 1, 0, 4, -3);
+    EXPECT_EQ(nibble.bytes(), (std::vector<std::uint8_t>{0xD0}));
+}
+
+// The form with constant position and width, and the one without assertions.
+template <class T, unsigned Offset, unsigned Width>
+void checkConstantForm(std::mt19937& random)
+{
+    SCOPED_TRACE("width " + std::to_string(Width) + " offset " + std::to_string(Offset));
+    ExactBuffer buffer(randomBytes(random, (Offset + Width + 7) / 8));
+    const auto before = buffer.bytes();
+    const T value = quarn::read<T, Offset, Width>(buffer.data());
+    EXPECT_EQ(value, expectedValue<T>(slow::read(before, Offset, Width), Width));
+    EXPECT_EQ(quarn::fromBits<T>(quarn::readBits(buffer.data(), Offset, Width), Width), value);
+
+    const T written = static_cast<T>(std::uint64_t{random()} << 32 | random());
+    auto expected = before;
+    slow::write(expected, Offset, Width, static_cast<std::uint64_t>(written));
+    quarn::write<Offset, Width>(buffer.data(), written);
+    EXPECT_EQ(buffer.bytes(), expected);
+}
+
+template <unsigned... Widths>
+void checkConstantWidths(std::integer_sequence<unsigned, Widths...>)
+{
+    std::mt19937 random(4);
+    (checkConstantForm<std::int64_t, 0, Widths + 1>(random), ...);
+    (checkConstantForm<std::uint64_t, Widths % 8, 64 - Widths>(random), ...);
+    (checkConstantForm<std::int64_t, 8 + Widths % 8, (Widths > 56 ? 57 : Widths + 1)>(random), ...);
+}
+
+TEST(Quarn, ConstantFormAgreesWithTheRunTimeForm)
+{
+    checkConstantWidths(std::make_integer_sequence<unsigned, 64>());
+}
+
+struct Death {
+    std::string output;
+    int status = -1;
+};
+
+// Runs `action` in a process of its own and returns what it printed on standard output. A process
+// that survives the action has the exit status 99.
+template <class Action>
+Death outputOfDyingProcess(Action action)
+{
+    int ends[2];
+    if (pipe(ends) != 0) {
+        return {};
+    }
+    std::fflush(stdout);
+    const pid_t child = fork();
+    if (child == 0) {
+        dup2(ends[1], STDOUT_FILENO);
+        close(ends[0]);
+        close(ends[1]);
+        action();
+        _exit(99);
+    }
+    close(ends[1]);
+    Death death;
+    char text[256];
+    for (ssize_t got; (got = read(ends[0], text, sizeof text)) > 0;) {
+        death.output.append(text, static_cast<std::size_t>(got));
+    }
+    close(ends[0]);
+    int status = 0;
+    waitpid(child, &status, 0);
+    death.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return death;
+}
+
+struct Breach {
+    const char* expression;
+    void (*action)(std::uint8_t* data);    // data has 10 bytes
+};
+
+template <class T, auto read, unsigned Offset, unsigned Width>
+void reading(std::uint8_t* data)
+{
+    T value{};
+    read(data, 10, Offset, Width, &value);
+}
+
+template <auto write, unsigned Offset, unsigned Width>
+void writing(std::uint8_t* data)
+{
+    write(data, 10, Offset, Width, 0);
+}
+
+const char* const BOUNDS = "(offset + bit_len) <= (UINT32) (data_size * 8)";
+
+const Breach BREACHES[] = {
+    {BOUNDS, reading<std::uint8_t, quarn_read_BYTE, 73, 8>},
+    {BOUNDS, writing<quarn_write_INT64, 41, 40>},
+    // The sum of 32 bits would wrap to 4.
+    {BOUNDS, reading<std::uint8_t, quarn_read_UINT8, 0xFFFFFFFC, 8>},
+    {BOUNDS, writing<quarn_write_UINT8, 0xFFFFFFFC, 8>},
+    // The bounds are tested before the width.
+    {BOUNDS, reading<std::uint16_t, quarn_read_UINT16, 80, 3>},
+    {"bit_len > 0", reading<char, quarn_read_CHAR, 0, 0>},
+    {"bit_len > 0", reading<std::int8_t, quarn_read_INT8, 0, 0>},
+    {"bit_len <= 8", reading<char, quarn_read_CHAR, 0, 9>},
+    {"bit_len <= 8", reading<std::int8_t, quarn_read_INT8, 0, 9>},
+    {"bit_len > 8", reading<std::uint16_t, quarn_read_UINT16, 0, 8>},
+    {"bit_len > 8", writing<quarn_write_UINT16, 0, 8>},
+    {"bit_len > 8", writing<quarn_write_INT16, 0, 8>},
+    {"bit_len <= 16", reading<std::int16_t, quarn_read_INT16, 0, 17>},
+    {"bit_len <= 16", writing<quarn_write_UINT16, 0, 17>},
+    {"bit_len > 16", reading<std::int32_t, quarn_read_INT32, 0, 16>},
+    {"bit_len > 16", writing<quarn_write_UINT32, 0, 16>},
+    {"bit_len <= 32", reading<std::uint32_t, quarn_read_UINT32, 0, 33>},
+    {"bit_len <= 32", writing<quarn_write_INT32, 0, 33>},
+    {"bit_len > 32", reading<std::uint64_t, quarn_read_UINT64, 0, 32>},
+    {"bit_len > 32", writing<quarn_write_INT64, 0, 32>},
+    {"bit_len <= 64", reading<std::int64_t, quarn_read_INT64, 0, 65>},
+    {"bit_len <= 64", writing<quarn_write_UINT64, 0, 65>},
+};
+
+TEST(Quarn, BrokenPreconditionEndsTheProcess)
+{
+    ExactBuffer buffer(10);
+    for (std::size_t i = 0; i < std::size(BREACHES); ++i) {
+        SCOPED_TRACE(i);
+        const Death death = outputOfDyingProcess([&] { BREACHES[i].action(buffer.data()); });
+        EXPECT_EQ(death.status, 1);
+        const std::string end =
+            std::string(": Assertion failed '") + BREACHES[i].expression + "'\n";
+        EXPECT_TRUE(death.output.ends_with(end)) << death.output;
+        const std::string place = death.output.substr(0, death.output.size() - end.size());
+        EXPECT_NE(place.rfind(':'), std::string::npos) << death.output;
+        EXPECT_GT(std::atoi(place.substr(place.rfind(':') + 1).c_str()), 0) << death.output;
+    }
+}
+
+TEST(Quarn, FailedAssertionNamesFileLineAndExpression)
+{
+    const Death death = outputOfDyingProcess([] { quarn_assert_failed("a.c", 70000, "x > %d"); });
+    EXPECT_EQ(death.status, 1);
+    EXPECT_EQ(death.output, "a.c:70000: Assertion failed 'x > %d'\n");
+}
+
+TEST(Quarn, ReachesTheLastBitOfTheLargestBuffer)
+{
+    ExactBuffer buffer(65535);
+    const std::uint32_t last = 65535U * 8 - 64;
+    quarn_write_UINT64(buffer.data(), 65535, last, 64, 0x0123456789ABCDEF);
+    std::uint64_t value = 0;
+    quarn_read_UINT64(buffer.data(), 65535, last, 64, &value);
+    EXPECT_EQ(value, 0x0123456789ABCDEF);
+    EXPECT_EQ(buffer.bytes()[65534], 0xEF);
+}
+
+}    // namespace

@@ -1,0 +1,27 @@
+// Messages as data: what stands on the wire, member by member, and what the record holds besides.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct WireMember {
+    std::string path;     // "PRC" of element 0 is "Corrections.0.PRC"
+    std::string error;    // name of the code for a buffer that ends before it
+    unsigned width;       // bits
+    double value;
+    unsigned element;    // elements of the array before it
+};
+
+struct CodecVector {
+    std::string title;
+    int type = 0;
+    std::vector<WireMember> wire;
+    std::vector<WireMember> derived;    // members that are not on the wire; width 0
+    std::vector<std::uint8_t> bytes;    // the message, filled up to whole words
+    unsigned bits = 0;                  // of all wire members
+    unsigned elements = 0;
+};
+
+// Reads tests/vectors/<name>, whose head tells the format. Throws std::runtime_error.
+std::vector<CodecVector> readCodecVectors(const std::string& name);
