@@ -76,6 +76,11 @@ class Member:
         return f"{'' if self.type == 'i' else 'u'}int{bits}_t"
 
     @property
+    def accessor_type(self):
+        """The C++ type that the message object's accessor returns."""
+        return "long long" if self.storage == "int64_t" else self.storage
+
+    @property
     def capacity(self):
         """Elements of an inline array; texts keep room for their terminating NUL."""
         return self.limit + (1 if self.type == "ch" else 0)
@@ -217,6 +222,7 @@ class Kind:
 class Format:
     name: str
     preamble: int
+    header: list  # the members that all main kinds start with
     kinds: list
 
     @property

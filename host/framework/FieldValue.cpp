@@ -19,7 +19,7 @@ FieldValue FieldValue::byte(unsigned char value)
 FieldValue FieldValue::ch(char value)
 {
     FieldValue result(FieldType::Character, 8);
-    result.signedNumber = value;
+    result.number = static_cast<unsigned char>(value);
     return result;
 }
 

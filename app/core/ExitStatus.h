@@ -1,0 +1,12 @@
+// How the program ends. Documented in the help text, the man page and the README.
+#pragma once
+
+enum class ExitStatus : int {
+    success = 0,
+    nothingFound = 1,        // the inputs hold no message
+    usage = 2,               // wrong option, argument or expression
+    unreadable = 3,          // an input cannot be read
+    unwritable = 4,          // the output cannot be written
+    stoppedAtTrouble = 5,    // --on-error stop, and there was something to stop at
+    interrupted = 130,       // ended by Ctrl-C; what was done so far is complete
+};

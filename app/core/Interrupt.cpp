@@ -1,0 +1,35 @@
+#include "Interrupt.h"
+
+#include <csignal>
+
+namespace {
+
+volatile std::sig_atomic_t noted = 0;
+
+void note(int)
+{
+    noted = 1;
+}
+
+}    // namespace
+
+namespace interrupt {
+
+void install()
+{
+    struct sigaction action = {};
+    action.sa_handler = note;
+    // No SA_RESTART: a read that waits for input must come back. After the first signal the default
+    // action is in force again.
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+bool requested()
+{
+    return noted != 0;
+}
+
+}    // namespace interrupt

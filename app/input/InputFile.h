@@ -1,0 +1,43 @@
+// The bytes of a file or of standard input.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+class InputFile {
+public:
+    // "-" is standard input. Whether it could be opened is seen by the first read.
+    explicit InputFile(std::string name);
+    ~InputFile();
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+
+    // The next bytes, as soon as there are any; empty at the end, after a failure and when the
+    // program is asked to end. Valid until the next call.
+    std::span<const std::uint8_t> read();
+
+    // What went wrong, for people; empty when nothing did.
+    const std::string& problem() const { return problemText; }
+
+    // Name for messages.
+    const std::string& name() const { return displayName; }
+
+    // Whether bytes may arrive slowly, so that results should be shown at once.
+    bool isLive() const { return live; }
+
+    // Bytes in the file; 0 when that is not known.
+    std::uint64_t size() const { return fileSize; }
+
+private:
+    void open(const std::string& name);
+    void fail();
+
+    std::string displayName;
+    std::string problemText;
+    int descriptor = -1;
+    bool live = false;
+    std::uint64_t fileSize = 0;
+    std::vector<std::uint8_t> buffer;
+};
