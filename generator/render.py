@@ -115,10 +115,9 @@ def write_if_changed(path, text):
 
 
 def render_unit(env, fmt, template, kind):
-    header = fmt.main_kinds[0].members[:7]
     if kind is None:
-        return _render(env, template, format=fmt, header=header)
-    return _render(env, template, format=fmt, header=header, kind=kind)
+        return _render(env, template, format=fmt, header=fmt.header)
+    return _render(env, template, format=fmt, header=fmt.header, kind=kind)
 
 
 def main():

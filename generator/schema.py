@@ -1,88 +1,57 @@
-"""Reads the schema files and checks them.
+"""Checks the schema and turns it into the model.
 
 Every complaint names the file and the line of the row that it is about.
 """
 
 from pathlib import Path
 
-import yaml
+from model import STORAGE_CLASSES, Format, Kind, Member, upper_name
+from rows import (CONDITION, IDENTIFIER, INTEGER, LIST, MAPPING, NATURAL, POSITIVE, TEXT, Row,
+                  SchemaError, check_row, flatten, is_integer, is_number, is_text, read)
 
-from model import Format, Kind, Member
-
-INTEGER_TYPES = {"byte", "u", "i", "ch"}
+FORMS = {
+    "format": MAPPING, "preamble": NATURAL, "header": LIST, "order": LIST,
+    "family": TEXT, "kinds": MAPPING, "shared": MAPPING,
+    "member": IDENTIFIER, "name": TEXT, "text": TEXT, "unit": TEXT, "type": IDENTIFIER,
+    "bits": POSITIVE, "width": POSITIVE, "initial": INTEGER, "do_not_use": INTEGER,
+    "texts": MAPPING, "when": CONDITION, "members": LIST,
+    "slice": MAPPING, "count": MAPPING, "lookup": MAPPING, "values": MAPPING,
+    "of": IDENTIFIER, "low": NATURAL, "times": POSITIVE, "minus": NATURAL, "over": POSITIVE,
+    "elements": IDENTIFIER, "length": IDENTIFIER, "limit": POSITIVE,
+}
+KIND_FORMS = FORMS | {"type": NATURAL}
+# Of each role: the keys that it needs, and those that it may have.
 MEMBER_KEYS = {
-    "wire": {"type", "bits", "initial", "when", "texts", "unit", "do_not_use"},
-    "slice": {"type", "slice", "texts"},
-    "count": {"type", "count", "texts"},
-    "lookup": {"type", "lookup"},
-    "constant": {"type", "width", "initial", "texts"},
-    "inline": {"type", "bits", "length", "limit", "when", "texts"},
-    "records": {"elements", "length"},
+    "wire": ({"type", "bits"}, {"initial", "when", "texts", "unit", "do_not_use"}),
+    "slice": ({"type", "slice"}, {"texts"}),
+    "count": ({"type", "count"}, {"texts"}),
+    "lookup": ({"type", "lookup"}, set()),
+    "constant": ({"type", "width", "initial"}, {"texts"}),
+    "inline": ({"type", "bits", "length", "limit"}, {"when", "texts"}),
+    "records": ({"elements", "length"}, set()),
 }
 RULE_KEYS = {
     "slice": ({"of", "low", "bits"}, set()),
     "count": ({"of", "times", "width"}, {"minus", "over"}),
     "lookup": ({"of", "values"}, set()),
 }
+TYPES = {
+    "wire": {"byte", "u", "i"}, "slice": {"byte", "u"}, "count": {"u"}, "lookup": {"f64"},
+    "constant": {"byte", "u", "i"}, "inline": {"byte", "ch"}, "records": {""},
+}
+# Roles that a member may refer to: rules run when a member has been read from the wire.
+REFERENCES = {"of": {"wire"}, "length": {"wire", "count"}, "when": {"wire", "slice", "count"}}
 RECORD_HEAD = {"kind", "bit_count", "parent"}
+# What the codec relies on: two header words that start so, and room for the flags of the kinds.
+HEADER_BITS = 48
+HEADER_START = [("Preamble", 8), ("Message_Type", 6)]
+MOST_KINDS = 46
 
 
-class SchemaError(Exception):
-    """The schema is wrong; the text says where and how."""
-
-
-class Row(dict):
-    """A YAML mapping that knows where it stands."""
-
-    where = "?"
-
-
-class _Loader(yaml.SafeLoader):
-    """Builds Rows and refuses a key that stands twice in one mapping."""
-
-    def construct_row(self, node):
-        row = Row()
-        yield row
-        row.where = f"{Path(node.start_mark.name).name}:{node.start_mark.line + 1}"
-        for key_node, value_node in node.value:
-            key = self.construct_object(key_node, deep=True)
-            if key in row:
-                raise SchemaError(f"{row.where}: '{key}' stands twice")
-            row[key] = self.construct_object(value_node, deep=True)
-
-
-_Loader.add_constructor(yaml.resolver.BaseResolver.DEFAULT_MAPPING_TAG, _Loader.construct_row)
-
-
-def _load(path):
-    try:
-        with open(path, encoding="utf-8") as stream:
-            loader = _Loader(stream)
-            loader.name = str(path)
-            content = loader.get_single_data()
-    except yaml.YAMLError as error:
-        raise SchemaError(f"{path.name}: {error}") from error
-    if not isinstance(content, Row):
-        raise SchemaError(f"{path.name}: holds no mapping")
-    return content
-
-
-def _check_keys(row, required, allowed, what):
-    missing = sorted(required - row.keys())
-    if missing:
-        raise SchemaError(f"{row.where}: {what} lacks '{missing[0]}'")
-    unknown = sorted(str(key) for key in row.keys() - required - allowed)
-    if unknown:
-        raise SchemaError(f"{row.where}: {what} does not know '{unknown[0]}'")
-
-
-def _flatten(rows):
-    """Rows may be lists of rows, so that shared runs can be spliced in by an alias."""
-    for row in rows:
-        if isinstance(row, list):
-            yield from _flatten(row)
-        else:
-            yield row
+def _complaint(where, subject):
+    def fail(text):
+        raise SchemaError(f"{where}: {subject}: {text}")
+    return fail
 
 
 def _role(row):
@@ -96,97 +65,173 @@ def _role(row):
     return "wire" if "bits" in row else "constant"
 
 
-def _member(row):
+def _member(row, place):
+    """`place` is that of the list around the row."""
     if not isinstance(row, Row) or "member" not in row:
-        raise SchemaError(f"{getattr(row, 'where', '?')}: a row of members needs 'member'")
+        place = row.where if isinstance(row, Row) else place
+        raise SchemaError(f"{place}: a row of members needs 'member'")
     role = _role(row)
+    required, optional = MEMBER_KEYS[role]
     what = f"{role} member {row['member']}"
-    required = MEMBER_KEYS[role] - {"initial", "when", "texts", "unit", "do_not_use"}
-    _check_keys(row, required | {"member"}, MEMBER_KEYS[role] | {"name"}, what)
-    member = Member(name=row["member"], role=role, where=row.where)
-    member.display = row.get("name", "")
-    for key in ("type", "bits", "width", "initial", "texts", "unit", "do_not_use", "length",
-                "limit", "elements"):
-        if key in row:
-            setattr(member, key, row[key])
+    check_row(row, FORMS, required | {"member"}, optional | {"name"}, what)
+    facts = {key: value for key, value in row.items() if key not in ("member", "name", role)}
+    if role in RULE_KEYS:
+        check_row(row[role], FORMS, *RULE_KEYS[role], f"{role} of {row['member']}")
+        facts |= row[role]
     if "when" in row:
         ((name, values),) = row["when"].items()
-        member.when = (name, tuple(values))
-    if role in RULE_KEYS:
-        rule = row[role]
-        required, optional = RULE_KEYS[role]
-        _check_keys(rule, required, optional, f"{role} of {member.name}")
-        for key, value in rule.items():
-            setattr(member, key, value)
+        facts["when"] = (name, tuple(values))
     if role == "slice":
-        member.width, member.bits = member.bits, 0
+        facts["width"] = facts.pop("bits")
     if role in ("wire", "inline"):
-        member.width = member.bits
-    if role == "inline":
-        member.width = 8
-    if role in ("slice", "count", "lookup") and member.initial is None:
-        member.initial = 0
-    return member
+        facts["width"] = row["bits"]
+    if role in RULE_KEYS:
+        facts["initial"] = 0
+    return Member(name=row["member"], display=row.get("name", ""), role=role, where=row.where, **facts)
 
 
-def _check_member(member, kind, seen):
-    def fail(text):
-        raise SchemaError(f"{member.where}: {kind.name}.{member.name}: {text}")
-
-    if member.name in seen or member.name in RECORD_HEAD:
+def _check_names(member, kind, seen, fail):
+    earlier = seen.values()
+    if member.name in RECORD_HEAD:
+        fail("every record has a member of this name already")
+    if upper_name(member.name) in [upper_name(m.name) for m in earlier]:
         fail("stands twice in the kind")
     if kind.is_described != bool(member.display):
         fail("needs a name" if kind.is_described else "has a name but its kind is not described")
-    for reference in (member.of, member.length, member.when[0] if member.when else ""):
-        if reference and reference not in seen:
-            fail(f"refers to '{reference}', which does not stand before it")
-    if member.role == "records":
+    if member.display and member.display in [m.display for m in earlier]:
+        fail(f"the name '{member.display}' stands twice in the kind")
+
+
+def _check_type(member, fail):
+    if member.type not in TYPES[member.role]:
+        fail(f"type '{member.type}' is not one of {', '.join(sorted(TYPES[member.role]))}")
+    if member.role in ("lookup", "records"):
         return
-    if member.type not in INTEGER_TYPES | {"f64"}:
-        fail(f"unknown type '{member.type}'")
-    if (member.type == "f64") != (member.role == "lookup"):
-        fail("type f64 and a lookup go together")
-    if member.type == "ch" and member.role != "inline":
-        fail("type ch is for inline arrays")
-    if member.role == "inline" and (member.type not in ("ch", "byte") or member.bits != 8):
-        fail("an inline array holds 8-bit characters or bytes")
-    if member.role != "lookup" and not 1 <= member.width <= 64:
-        fail(f"a width of {member.width} bits")
-    if member.type == "byte" and member.width > 8:
-        fail(f"type byte cannot hold {member.width} bits")
-    _check_values(member, fail)
+    if member.role == "inline" and member.width != 8:
+        fail(f"an element has 8 bits, not {member.width}")
+    if member.role == "count" and member.width not in STORAGE_CLASSES[:3]:
+        fail(f"a count is stored in 8, 16 or 32 bits, not {member.width}")
+    most = 8 if member.type == "byte" else 64
+    if member.width > most:
+        fail(f"type {member.type} has at most {most} bits, not {member.width}")
+
+
+def _range(member):
+    signed = member.type == "i"
+    return range(-(1 << member.width - 1) if signed else 0, 1 << member.width - signed)
+
+
+def _check_fits(value, member, fail):
+    if not is_integer(value) or value not in _range(member):
+        fail(f"{value!r} does not fit {member.name} with {member.width} bits of type {member.type}")
 
 
 def _check_values(member, fail):
-    if member.role == "lookup":
+    if member.role in ("lookup", "records"):
         return
-    lowest = -(1 << (member.width - 1)) if member.type == "i" else 0
-    highest = (1 << (member.width - (member.type == "i"))) - 1
-    for value in list(member.texts) + [v for v in (member.do_not_use, member.initial) if v]:
-        if not isinstance(value, int) or not lowest <= value <= highest:
-            fail(f"{value!r} does not fit {member.width} bits of type {member.type}")
+    facts = [v for v in (member.do_not_use, member.initial) if v is not None]
+    for value in [*member.texts, *facts]:
+        _check_fits(value, member, fail)
     for value, text in member.texts.items():
-        if not isinstance(text, str) or not text:
-            fail(f"the text of {value} is {text!r}, not a text")
-    if member.role == "slice" and member.low + member.width > 64:
-        fail("the slice lies outside its member")
+        if not is_text(text):
+            fail(f"the text of {value} is {text!r}, not a text of one line; put it in quotes")
+    if member.texts and member.type == "ch":
+        fail("characters have no texts")
+    if member.do_not_use is not None and (member.type == "byte" or member.when):
+        fail("a value not to use is for numbers that are always present")
 
 
-def _check_slices(kind):
-    for member in kind.members:
-        if member.role == "slice" and member.low + member.width > kind.member(member.of).bits:
-            raise SchemaError(f"{member.where}: {kind.name}.{member.name}: the slice lies outside "
-                              f"{member.of}")
+def _check_references(member, seen, fail):
+    """Returns the members referred to, by key."""
+    names = {"of": member.of, "length": member.length, "when": member.when and member.when[0]}
+    found = {}
+    for key, name in names.items():
+        if not name:
+            continue
+        if name not in seen:
+            fail(f"'{key}' names {name}, which does not stand before it")
+        found[key] = seen[name]
+        if found[key].role not in REFERENCES[key]:
+            fail(f"'{key}' names {name}, a {found[key].role} member")
+        if found[key].when and found[key].when != member.when:
+            fail(f"'{key}' names {name}, which is not always present")
+    return found
 
 
-def _kind(name, row, family, header):
-    _check_keys(row, {"members"}, {"type", "name", "text"}, f"kind {name}")
-    kind = Kind(name=name, where=row.where, family=family, type=row.get("type"),
+def _check_rule(member, target, others, fail):
+    """A member that follows from another one, `target`."""
+    if member.role == "lookup":
+        for value, number in member.values.items():
+            _check_fits(value, target, fail)
+            if not is_number(number):
+                fail(f"the value for {value} is {number!r}, not a number")
+    elif target.type == "i" or target.width > 32:
+        fail(f"'of' names {target.name}, which is signed or has more than 32 bits")
+    if member.role != "slice":
+        return
+    if target.width > 8:
+        fail(f"'of' names {target.name}, which has more than 8 bits")
+    if member.low + member.width > target.bits:
+        fail(f"the slice lies outside {target.name} with {target.bits} bits")
+    for other in others:
+        if other.low < member.low + member.width and member.low < other.low + other.width:
+            fail(f"the slice overlaps {other.name}")
+
+
+def _check_array(member, length, fail):
+    if length.type != "u":
+        fail(f"its length {length.name} is not of type u")
+    if length.initial != 0:
+        fail(f"its length {length.name} needs 'initial: 0'")
+    if member.role == "inline" and member.limit not in range(256):
+        fail(f"a limit of {member.limit} is above 255")
+    if member.role == "inline" and member.limit not in _range(length):
+        fail(f"a limit of {member.limit} is more than {length.name} with {length.width} bits can tell")
+
+
+def _check_member(member, kind, seen):
+    fail = _complaint(member.where, f"{kind.name}.{member.name}")
+    _check_names(member, kind, seen, fail)
+    _check_type(member, fail)
+    _check_values(member, fail)
+    found = _check_references(member, seen, fail)
+    if "of" in found:
+        others = [m for m in seen.values() if m.role == member.role and m.of == member.of]
+        _check_rule(member, found["of"], others, fail)
+    if "length" in found:
+        _check_array(member, found["length"], fail)
+    if "when" in found:
+        for value in member.when[1]:
+            _check_fits(value, found["when"], fail)
+
+
+def _check_kind(kind, type_bits):
+    fail = _complaint(kind.where, f"kind {kind.name}")
+    arrays = [m for m in kind.members if m.role in ("inline", "records")]
+    if kind.is_main:
+        if bool(kind.text) != kind.is_described:
+            fail("name and text go together")
+        if kind.type >= 1 << type_bits:
+            fail(f"type {kind.type} does not fit {type_bits} bits")
+    else:
+        if not kind.is_described or kind.text:
+            fail("without 'type' it is a sub-record, which has a name and no text")
+        if arrays or not kind.segments:
+            fail("a sub-record has members on the wire and no arrays")
+    if "records" in [m.role for m in kind.members[:-1]]:
+        fail("an array of records stands last")
+
+
+def _kind(name, row, place, family, head):
+    """Reads one kind. Main kinds start with the members of the header."""
+    if not IDENTIFIER.accepts(name):
+        raise SchemaError(f"{place}: kind {name!r} is not {IDENTIFIER.words}")
+    check_row(row, KIND_FORMS, {"members"}, {"type", "name", "text"}, f"kind {name}", place)
+    kind = Kind(name=name, where=place, family=family, type=row.get("type"),
                 display=row.get("name", ""), text=row.get("text", ""), members=[])
-    if kind.is_main and bool(kind.text) != kind.is_described:
-        raise SchemaError(f"{row.where}: kind {name}: name and text go together")
-    rows = list(_flatten(row["members"]))
-    kind.members = [_member(r) for r in header + rows] if kind.is_main else [_member(r) for r in rows]
+    header = list(flatten(head["header"])) if kind.is_main else []
+    kind.members = [_member(r, head.at("header")) for r in header]
+    kind.members += [_member(r, row.at("members")) for r in flatten(row["members"])]
     if not kind.is_described:
         for member in kind.members[: len(header)]:
             member.display = ""
@@ -195,61 +240,92 @@ def _kind(name, row, family, header):
         member.kind = kind
         _check_member(member, kind, seen)
         seen[member.name] = member
-    _check_slices(kind)
+    _check_kind(kind, dict(HEADER_START)["Message_Type"])
     return kind
 
 
-def _check_kind_types(kind):
-    if kind.is_main and not 0 <= kind.type <= 63:
-        raise SchemaError(f"{kind.where}: kind {kind.name}: type {kind.type} does not fit 6 bits")
-    if not kind.is_main and not kind.is_described:
-        raise SchemaError(f"{kind.where}: kind {kind.name}: a sub-record needs a name")
-    records = [m for m in kind.members if m.role == "records"]
-    if len(records) > 1 or (records and records[0] is not kind.members[-1]):
-        raise SchemaError(f"{kind.where}: kind {kind.name}: an array of records stands last, once")
+def _header(head):
+    place = head.at("header")
+    members = [_member(row, place) for row in flatten(head["header"])]
+    fail = _complaint(place, "header")
+    if [(m.name, m.bits) for m in members[: len(HEADER_START)]] != HEADER_START:
+        fail("starts with " + " and ".join(f"{name} of {bits} bits" for name, bits in HEADER_START))
+    for member in members:
+        if member.role != "wire" or member.when:
+            fail(f"{member.name} is not always on the wire")
+        if not member.display:
+            fail(f"{member.name} needs a name")
+    if sum(m.bits for m in members) != HEADER_BITS:
+        fail(f"has {sum(m.bits for m in members)} bits, not {HEADER_BITS}")
+    _check_fits(head["preamble"], members[0], _complaint(head.at("preamble"), "format"))
+    return members
 
 
-def _check_format(fmt):
-    types = {}
+def _read_kinds(contents, head):
+    kinds = {}
+    for content in contents:
+        check_row(content, FORMS, {"family", "kinds"}, {"shared"}, "a family")
+        for name, row in content["kinds"].items():
+            place = content["kinds"].at(name)
+            if name in kinds:
+                raise SchemaError(f"{place}: kind {name} is described twice")
+            kinds[name] = _kind(name, row, place, content["family"], head)
+    return kinds
+
+
+def _ordered(kinds, head):
+    """The kinds in the order of their numbers."""
+    order = list(flatten(head["order"]))
+    fail = _complaint(head.at("order"), "order")
+    for name in order:
+        if not isinstance(name, str) or name not in kinds:
+            fail(f"names {name!r}, which is no kind")
+        if order.count(name) != 1:
+            fail(f"names {name} twice")
+    for name, kind in kinds.items():
+        if name not in order:
+            raise SchemaError(f"{kind.where}: kind {name} is not in 'order'")
+    if len(order) > MOST_KINDS:
+        fail(f"has {len(order)} kinds; there are flags for {MOST_KINDS}")
+    ordered = [kinds[name] for name in order]
+    if sorted(ordered, key=lambda k: k.is_main) != ordered:
+        fail("sub-records stand before main kinds")
+    if not any(kind.is_main for kind in ordered):
+        fail("there is no main kind")
+    for value, kind in enumerate(ordered, start=1):
+        kind.value = value
+    return ordered
+
+
+def _check_between_kinds(fmt):
+    """What one kind cannot be told of alone."""
+    taken = {}
     for kind in fmt.kinds:
-        _check_kind_types(kind)
-        if kind.is_main and types.setdefault(kind.type, kind) is not kind:
-            raise SchemaError(f"{kind.where}: kind {kind.name}: type {kind.type} is taken by "
-                              f"{types[kind.type].name}")
-        for member in kind.members:
-            if member.role == "records":
-                subs = [k for k in fmt.sub_kinds if k.name == member.elements]
-                if not subs:
-                    raise SchemaError(f"{member.where}: {kind.name}.{member.name}: no sub-record "
-                                      f"kind '{member.elements}'")
-    if sorted(fmt.kinds, key=lambda k: k.is_main) != fmt.kinds:
-        raise SchemaError("format.yaml: sub-records stand before main kinds in 'order'")
+        fail = _complaint(kind.where, f"kind {kind.name}")
+        unique = [f"the spelling {kind.upper}"]
+        if kind.is_main:
+            unique.append(f"type {kind.type}")
+        if kind.is_described:
+            unique.append(f"the name '{kind.display}'")
+        for what in unique:
+            if taken.setdefault(what, kind) is not kind:
+                fail(f"{what} is taken by {taken[what].name}")
+        array = kind.records_member
+        if array and array.elements not in [k.name for k in fmt.sub_kinds]:
+            _complaint(array.where, f"{kind.name}.{array.name}")(f"no sub-record kind '{array.elements}'")
 
 
 def load(folder):
     """The checked Format of the schema in `folder`. Raises SchemaError."""
-    files = sorted(Path(folder).glob("*.yaml"))
-    contents = {path.name: _load(path) for path in files}
+    contents = {path.name: read(path) for path in sorted(Path(folder).glob("*.yaml"))}
     if "format.yaml" not in contents:
         raise SchemaError(f"{Path(folder).name}: no format.yaml")
-    head = contents.pop("format.yaml")["format"]
-    _check_keys(head, {"name", "preamble", "header", "order"}, set(), "format")
-    kinds = {}
-    for content in contents.values():
-        _check_keys(content, {"family", "kinds"}, {"shared"}, "a family")
-        for name, row in content["kinds"].items():
-            if name in kinds:
-                raise SchemaError(f"{row.where}: kind {name} is described twice")
-            kinds[name] = _kind(name, row, content["family"], head["header"])
-    order = list(_flatten(head["order"]))
-    for name in order:
-        if name not in kinds or order.count(name) != 1:
-            raise SchemaError(f"{head.where}: 'order' names {name}, which is not one kind")
-    left_out = sorted(set(kinds) - set(order))
-    if left_out:
-        raise SchemaError(f"{kinds[left_out[0]].where}: kind {left_out[0]} is not in 'order'")
-    fmt = Format(head["name"], head["preamble"], [kinds[name] for name in order])
-    for value, kind in enumerate(fmt.kinds, start=1):
-        kind.value = value
-    _check_format(fmt)
+    top = contents.pop("format.yaml")
+    check_row(top, FORMS, {"format"}, set(), "the file")
+    head = top["format"]
+    check_row(head, FORMS, {"name", "preamble", "header", "order"}, set(), "format")
+    header = _header(head)
+    kinds = _ordered(_read_kinds(contents.values(), head), head)
+    fmt = Format(head["name"], head["preamble"], header, kinds)
+    _check_between_kinds(fmt)
     return fmt
