@@ -1,5 +1,6 @@
 #include "Plugin.h"
 
+#include "QLX_DiffCorrIn_RTCM2Extractor.h"
 #include "RTCM2Decoder.h"
 #include "RTCM2_FormatInfo.h"
 
@@ -23,6 +24,12 @@ FieldParts fieldParts()
 std::unique_ptr<AbstractDecoder> makeDecoder()
 {
     return std::make_unique<RTCM2Decoder>(nullptr);
+}
+
+std::unique_ptr<QObject> makeExtractor(MessageSource* source, AbstractDecoder* decoder,
+                                       unsigned char mode)
+{
+    return std::make_unique<QLX_DiffCorrIn_RTCM2Extractor>(source, decoder, nullptr, mode);
 }
 
 bool isSwitchedOff(int result)

@@ -1,9 +1,8 @@
 // The one place of the program that knows which plug-in stands under it.
 #pragma once
 
-#include <QString>
-
 #include <memory>
+#include <string>
 
 class AbstractDecoder;
 class FormatInfo;
