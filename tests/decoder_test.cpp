@@ -1,0 +1,378 @@
+#include "DecoderSupport.h"
+#include "FieldInfo.h"
+#include "MessageInfo.h"
+#include "RTCM2Decoder.h"
+#include "RTCM2_Type_15_MessageInfo.h"
+#include "support/MessageHelpers.h"
+
+#include <QMetaClassInfo>
+#include <QMetaMethod>
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <climits>
+#include <cstring>
+#include <functional>
+#include <malloc.h>
+#include <memory>
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+const std::array<unsigned, 15> reportedTypes = {1,  3,  9,  15, 16, 18, 19, 20,
+                                                21, 22, 23, 24, 31, 32, 59};
+const std::array<unsigned, 11> wideAreaTypes = {38, 39, 40, 44, 46, 47, 48, 49, 50, 51, 52};
+
+// Five data words of zeros: enough for the layout of every type.
+Bytes zeros(unsigned type)
+{
+    return packed(type, 5, Bytes(15));
+}
+
+class Decoder : public RTCM2Decoder {
+public:
+    using RTCM2Decoder::RTCM2Decoder;
+    using RTCM2Decoder::setMessageEnum;
+};
+
+// Writes down what a decoder reports.
+class DecoderTest : public testing::Test {
+protected:
+    DecoderTest()
+    {
+        using Source = MessageSource;
+        QObject::connect(decoder.get(), &Source::newMessageEarly,
+                         [this](const Message* m) { note(QStringLiteral("early"), m); });
+        QObject::connect(decoder.get(), &Source::newMessage,
+                         [this](const Message* m) { note(QStringLiteral("message"), m); });
+        QObject::connect(decoder.get(), &Source::newMessageLate,
+                         [this](const Message* m) { note(QStringLiteral("late"), m); });
+        QObject::connect(decoder.get(), &Source::newEvent, [this](const VorloEvent& event) {
+            EXPECT_EQ(event.getFormatInfo(), RTCM2_FormatInfo::getInstance());
+            log << QStringLiteral("event %1 %2").arg(event.getType()).arg(event.getText());
+        });
+        QObject::connect(decoder.get(), &Source::newUnknownMessage,
+                         [this](const FormatInfo* format, const QString& text) {
+                             EXPECT_EQ(format, RTCM2_FormatInfo::getInstance());
+                             log << QStringLiteral("unknown ") + text;
+                         });
+    }
+
+    ~DecoderTest() override
+    {
+        decoder.reset();
+        EXPECT_EQ(liveMessages(), 0);
+        EXPECT_EQ(MemLeakTracer::liveObjects(QStringLiteral("RTCM2Decoder")), 0);
+    }
+
+    // The result of decoding; the log then holds what was reported.
+    int decode(const Bytes& bytes)
+    {
+        log.clear();
+        seen.clear();
+        return decoder->decodeMessage(bytes.data(), static_cast<unsigned>(bytes.size()));
+    }
+
+    std::unique_ptr<Decoder> decoder = std::make_unique<Decoder>(nullptr);
+    QStringList log;
+    QVector<const Message*> seen;
+    // What else happens with a message that is reported.
+    std::function<void(const QString& stage, const Message*)> receive;
+
+private:
+    void note(const QString& stage, const Message* message)
+    {
+        log << stage;
+        seen << message;
+        EXPECT_EQ(message->getReferenceCount(), 1);
+        if (receive) {
+            receive(stage, message);
+        }
+    }
+};
+
+TEST_F(DecoderTest, OneObjectIsReportedThreeTimesAndGone)
+{
+    EXPECT_EQ(decode(packed(1, 0)), 48);
+    EXPECT_EQ(log, QStringList({"early", "message", "late"}));
+    EXPECT_EQ(seen, QVector<const Message*>(3, seen.first()));
+    EXPECT_EQ(liveMessages(), 0);
+}
+
+TEST_F(DecoderTest, KeptMessageOutlivesItsDecoder)
+{
+    const Message* kept = nullptr;
+    receive = [&](const QString& stage, const Message* message) {
+        if (stage == QLatin1String("late")) {
+            kept = message;
+            kept->addReference();
+        }
+    };
+    EXPECT_EQ(decode(packed(1, 5, Bytes(15, 0xA5))), 48 + 3 * 40);
+    decoder.reset();
+    const FieldInfo* corrections = kept->getMessageInfo()->getFieldInfos().last();
+    const Message* third = corrections->getValue(kept, 2).toSubMessage();
+    EXPECT_EQ(third->getRawStringFor(QVector<bool>(5, true)), QStringLiteral("01;01;5;-23131;-91"));
+    EXPECT_EQ(liveMessages(), 4);
+    kept->removeReference();
+    EXPECT_EQ(liveMessages(), 0);
+}
+
+TEST_F(DecoderTest, ElementsPointAtTheRecordOfTheObject)
+{
+    // What every record starts with.
+    struct Head {
+        RTCM2_message_enum kind;
+        std::uint32_t bitCount;
+        const void* parent;
+    };
+    unsigned elements = 0;
+    receive = [&](const QString&, const Message* message) {
+        const void* record = RecordPeek::recordOf(message);
+        const FieldInfo* last = message->getMessageInfo()->getFieldInfos().last();
+        for (unsigned i = 0; i < last->getCount(message); ++i, ++elements) {
+            Head head;
+            const Message* element = last->getValue(message, i).toSubMessage();
+            std::memcpy(&head, RecordPeek::recordOf(element), sizeof head);
+            EXPECT_EQ(head.parent, record);
+            EXPECT_EQ(element->getParentMessage(), message);
+        }
+    };
+    for (const unsigned type : {1U, 9U, 31U, 15U, 18U, 19U, 20U, 21U}) {
+        elements = 0;
+        EXPECT_GT(decode(zeros(type)), 48) << type;
+        EXPECT_GE(elements, 3 * 2U) << type;
+    }
+}
+
+TEST_F(DecoderTest, ExceptionsOfReceiversReachTheCaller)
+{
+    const QStringList stages({"early", "message", "late"});
+    for (int stage = 0; stage < 3; ++stage) {
+        receive = [&](const QString& now, const Message* message) {
+            const auto* corrections = message->getMessageInfo()->getFieldInfos().last();
+            EXPECT_NE(corrections->getValue(message, 0).toSubMessage(), nullptr);
+            if (now == stages[stage]) {
+                throw stage;
+            }
+        };
+        EXPECT_THROW(decode(zeros(1)), int);
+        EXPECT_EQ(log, stages.mid(0, stage + 1));
+        EXPECT_EQ(liveMessages(), 0);
+    }
+    receive = nullptr;
+    EXPECT_EQ(decode(zeros(1)), 168);
+}
+
+TEST_F(DecoderTest, UnknownTypes)
+{
+    for (const unsigned type : {0U, 2U, 17U, 45U, 63U}) {
+        const QString number = QString::number(type);
+        const QStringList reports(
+            {"event 3 RTCM2: Message type " + number + " unknown to PC software",
+             "unknown Message type " + number});
+        EXPECT_EQ(decode(zeros(type)), RTCM2_ERR_INVALID_MESSAGE);
+        EXPECT_EQ(log, reports);
+        // Too short to have a type: the last unknown one is reported again.
+        EXPECT_EQ(decode(Bytes{0x66}), RTCM2_ERR_INVALID_MESSAGE);
+        EXPECT_EQ(log, reports);
+        EXPECT_GT(decode(zeros(1)), 0);
+    }
+}
+
+TEST_F(DecoderTest, DecodingErrorsAreReportedByName)
+{
+    struct Case {
+        unsigned type, words;
+        std::size_t payload;
+        const char* name;
+        int result;
+    };
+    const Case cases[] = {
+        {1, 5, 2, "RTCM2_ERR_DGNSS_PRC_EXT_BUFFER_OVERFLOW", -12},
+        {1, 5, 10, "RTCM2_ERR_DGNSS_SCALE_FACTOR_EXT_BUFFER_OVERFLOW", -9},
+        {16, 31, 93, "RTCM2_ERR_MESSAGE_TYPE_16_MESSAGE_INT_BUFFER_OVERFLOW", -130},
+        {38, 1, 3, "RTCM2_ERR_MESSAGE_TYPE_38_SLOT_BITMAP_EXT_BUFFER_OVERFLOW", -309},
+        {38, 1, 12, "RTCM2_ERR_JPL_48_SF_EXT_BUFFER_OVERFLOW", -90},
+        {40, 1, 12, "RTCM2_ERR_OCDS_40_WL_BIAS_EXT_BUFFER_OVERFLOW", -101},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(decode(packed(c.type, c.words, Bytes(c.payload))), c.result) << c.name;
+        EXPECT_EQ(log, QStringList(QStringLiteral("event 4 RTCM2: ") + c.name));
+    }
+}
+
+TEST_F(DecoderTest, WideAreaMessagesAreReportedToNobody)
+{
+    for (const unsigned type : wideAreaTypes) {
+        EXPECT_GT(decode(zeros(type)), 48) << type;
+        EXPECT_TRUE(log.isEmpty()) << type;
+    }
+}
+
+TEST_F(DecoderTest, EveryOutcomeReturnsItsMemory)
+{
+    const Bytes messages[] = {zeros(1),
+                              packed(1, 30, Bytes(80)),
+                              packed(38, 1, Bytes(200)),
+                              packed(40, 1, Bytes(20)),
+                              zeros(44),
+                              zeros(2)};
+    const auto usedAfterRounds = [&](int rounds) {
+        for (int round = 0; round < rounds; ++round) {
+            for (const Bytes& message : messages) {
+                decoder->decodeMessage(message.data(), static_cast<unsigned>(message.size()));
+            }
+            log.clear();
+            seen.clear();
+        }
+        return mallinfo2().uordblks;
+    };
+    const auto before = usedAfterRounds(3);
+    EXPECT_LT(usedAfterRounds(200), before + 4096);
+}
+
+TEST_F(DecoderTest, MessageEnumsAreKindsOfTheCodec)
+{
+    const auto* format = RTCM2_FormatInfo::getInstance();
+    QVector<int> values;
+    for (const MessageInfo* info : format->getSubMessageInfos() + format->getMessageInfos()) {
+        values << decoder->getMessageEnum(info);
+    }
+    EXPECT_EQ(values, QVector<int>({1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15,
+                                    23, 16, 24, 25, 17, 26, 27, 28, 29, 18, 19, 20, 30, 21, 22}));
+    EXPECT_EQ(decoder->getName(), QStringLiteral("RTCM2"));
+}
+
+QStringList disabledReport(unsigned type)
+{
+    return {QStringLiteral("event 4 RTCM2: RTCM2_ERR_MESSAGE_TYPE_%1_DISABLED").arg(type)};
+}
+
+TEST_F(DecoderTest, KindsAreSwitchedByDescriptor)
+{
+    const auto& kinds = RTCM2_FormatInfo::getInstance()->getMessageInfos();
+    for (int off = 0; off < kinds.size(); ++off) {
+        EXPECT_TRUE(decoder->disableMessage(kinds[off]));
+        for (int i = 0; i < kinds.size(); ++i) {
+            const unsigned type = reportedTypes[static_cast<std::size_t>(i)];
+            EXPECT_EQ(decoder->isMessageEnabled(kinds[i]), i != off);
+            decode(zeros(type));
+            EXPECT_EQ(log == disabledReport(type), i == off) << type << " " << off;
+        }
+        decode(zeros(44));
+        EXPECT_TRUE(log.isEmpty());
+        EXPECT_TRUE(decoder->enableMessage(kinds[off]));
+    }
+}
+
+TEST_F(DecoderTest, AllKindsAreSwitchedTogether)
+{
+    const MessageInfo* subKind = RTCM2_Type_15_MessageInfo::getInstance();
+    EXPECT_FALSE(decoder->isMessageEnabled(subKind));
+    for (const bool subKindEnabled : {true, false}) {
+        subKindEnabled ? decoder->enableMessage(subKind) : decoder->disableMessage(subKind);
+        decoder->disableAllMessages();
+        EXPECT_EQ(decoder->isMessageEnabled(subKind), subKindEnabled);
+        for (const unsigned type : reportedTypes) {
+            EXPECT_LE(decode(zeros(type)), -438);
+            EXPECT_EQ(log, disabledReport(type));
+        }
+        for (const unsigned type : wideAreaTypes) {
+            EXPECT_LE(decode(zeros(type)), -438);
+            EXPECT_EQ(log, disabledReport(type));
+        }
+        decoder->enableAllMessages();
+        EXPECT_EQ(decoder->isMessageEnabled(subKind), subKindEnabled);
+        for (const unsigned type : reportedTypes) {
+            EXPECT_GT(decode(zeros(type)), 0) << type;
+        }
+        for (const unsigned type : wideAreaTypes) {
+            EXPECT_GT(decode(zeros(type)), 0) << type;
+        }
+    }
+}
+
+TEST_F(DecoderTest, ValuesOfNoKindSwitchNothing)
+{
+    decode(zeros(2));
+    const MessageInfo* info = RTCM2_Type_15_MessageInfo::getInstance();
+    for (const int value : {INT_MIN, -8, -1, 0, 42, 46, 47, 48, 54, 55, 56, 1000, INT_MAX}) {
+        decoder->setMessageEnum(info, value);
+        for (const bool on : {true, false}) {
+            EXPECT_TRUE(on ? decoder->enableMessage(info) : decoder->disableMessage(info));
+            EXPECT_FALSE(decoder->isMessageEnabled(info)) << value;
+            decode(Bytes{0x66});
+            EXPECT_EQ(log.last(), QStringLiteral("unknown Message type 2")) << value;
+        }
+    }
+    for (const unsigned type : reportedTypes) {
+        EXPECT_GT(decode(zeros(type)), 0) << type;
+    }
+}
+
+TEST_F(DecoderTest, LongBuffersAreClampedNotWrapped)
+{
+    Bytes bytes = packed(1, 10, Bytes(30));
+    for (const std::size_t size : {65535U, 65536U, 65536U + 6U, 2U * 65536U + 12U}) {
+        bytes.resize(size);
+        EXPECT_EQ(decode(bytes), 48 + 6 * 40) << size;
+    }
+}
+
+TEST_F(DecoderTest, KindWithoutTreatmentIsInconsistent)
+{
+    RTCM2_context_s context;
+    RTCM2_init_context(&context);
+    const Bytes bytes = packed(3, 4, Bytes(12));
+    const std::array<DecoderKind, RTCM2_MESSAGE_COUNT> none{};
+    EXPECT_EQ(decodeAndReport(*decoder, context, none, bytes.data(), 18), 144);
+    EXPECT_EQ(log, QStringList(QStringLiteral("event 5 RTCM2: Inconsistent decoder state")));
+}
+
+TEST(DecoderMetaObject, HasTheSlotAndNothingElse)
+{
+    const QMetaObject& meta = RTCM2Decoder::staticMetaObject;
+    EXPECT_STREQ(meta.className(), "RTCM2Decoder");
+    EXPECT_EQ(meta.superClass(), &AbstractDecoder::staticMetaObject);
+    EXPECT_EQ(meta.methodCount() - meta.methodOffset(), 1);
+    EXPECT_EQ(meta.propertyCount(), meta.propertyOffset());
+    EXPECT_EQ(meta.enumeratorCount(), meta.enumeratorOffset());
+    EXPECT_EQ(meta.classInfoCount(), meta.classInfoOffset());
+    EXPECT_EQ(meta.constructorCount(), 0);
+    const QMetaMethod slot = meta.method(meta.methodOffset());
+    EXPECT_EQ(slot.methodSignature(), QByteArray("decodeMessage(const uint8_t*,uint)"));
+    EXPECT_EQ(slot.parameterNames(), QList<QByteArray>({"buffer", "maxlength"}));
+    EXPECT_STREQ(slot.typeName(), "int32_t");
+    EXPECT_EQ(slot.methodType(), QMetaMethod::Slot);
+    EXPECT_EQ(slot.access(), QMetaMethod::Public);
+}
+
+TEST(DecoderMetaObject, InvokesTheVirtualFunction)
+{
+    class Doubled : public RTCM2Decoder {
+    public:
+        using RTCM2Decoder::RTCM2Decoder;
+        int32_t decodeMessage(const uint8_t* buffer, unsigned int size) override
+        {
+            return 2 * RTCM2Decoder::decodeMessage(buffer, size);
+        }
+    };
+    RTCM2Decoder plain(nullptr);
+    Doubled doubled(nullptr);
+    const Bytes bytes = packed(1, 0);
+    const auto invoke = [&](RTCM2Decoder& decoder) {
+        int32_t result = 0;
+        EXPECT_TRUE(QMetaObject::invokeMethod(
+            &decoder, "decodeMessage", Qt::DirectConnection, Q_RETURN_ARG(int32_t, result),
+            Q_ARG(const uint8_t*, bytes.data()), Q_ARG(uint, static_cast<uint>(bytes.size()))));
+        return result;
+    };
+    EXPECT_EQ(invoke(plain), 48);
+    EXPECT_EQ(invoke(doubled), 96);
+}
+
+}    // namespace

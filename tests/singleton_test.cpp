@@ -1,0 +1,199 @@
+// The singletons of the format, whichever of them a process touches first: each case runs in a
+// process of its own. This program stands in for the host's tracer and records its reports.
+#include "FieldInfo.h"
+#include "MemLeakTracer.h"
+#include "MessageInfo.h"
+#include "RTCM2Decoder.h"
+#include "RTCM2_DGNSS_MessageInfo.h"
+#include "RTCM2_FormatInfo.h"
+#include "RTCM2_Message_Type_1_MessageInfo.h"
+#include "RTCM2_Type_15_MessageInfo.h"
+
+#include <QHash>
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cxxabi.h>
+#include <typeinfo>
+#include <unistd.h>
+
+namespace {
+
+// Never destroyed: the descriptors report until the end of the process.
+QStringList& constructed = *new QStringList;
+QStringList& destroyed = *new QStringList;
+QStringList& completed = *new QStringList;
+
+}    // namespace
+
+void MemLeakTracer::allocateObject(QString className)
+{
+    constructed << className;
+}
+
+void MemLeakTracer::deallocateObject(QString className)
+{
+    destroyed << className;
+}
+
+namespace {
+
+void demand(bool met, const char* what)
+{
+    if (!met) {
+        std::fprintf(stderr, "failed: %s\n", what);
+        _exit(1);
+    }
+}
+
+template <class T>
+QString classNameOf(const T* object)
+{
+    char* name = abi::__cxa_demangle(typeid(*object).name(), nullptr, nullptr, nullptr);
+    const QString result = QString::fromLatin1(name);
+    std::free(name);
+    return result;
+}
+
+QVector<const MessageInfo*> allKinds()
+{
+    const FormatInfo* format = RTCM2_FormatInfo::getInstance();
+    return format->getSubMessageInfos() + format->getMessageInfos();
+}
+
+void demandRegistry()
+{
+    const RTCM2_FormatInfo* format = RTCM2_FormatInfo::getInstance();
+    QStringList subNames, mainNames;
+    int fields = 0;
+    for (const MessageInfo* info : allKinds()) {
+        (info->isMain() ? mainNames : subNames) << info->getName();
+        fields += static_cast<int>(info->getFieldInfos().size());
+        demand(info->getFormatInfo() == format, "every kind has the format");
+    }
+    demand(format->getName() == QLatin1String("RTCM2"), "name of the format");
+    demand(subNames.join(QLatin1Char(',')) ==
+               QLatin1String("Type 15,DGNSS,RTK 18,RTK 19,RTK 20,RTK 21,WACorrection,JPL 46,"
+                             "JPL 47,JPL 48,JPL 49,OCDS 39,OCDS 40,OCDS 51,OCDS 52"),
+           "sub-message kinds in order");
+    demand(mainNames.replaceInStrings(QStringLiteral("Message Type "), QString()).join(u',') ==
+               QLatin1String("1,3,9,15,16,18,19,20,21,22,23,24,31,32,59"),
+           "main kinds in order");
+    demand(format->getSubMessageInfos().size() == 15 && fields == 259, "numbers of descriptors");
+}
+
+// The order in which the constructors end when the registry is touched first: the registry, then
+// kind by kind, each after its fields. What is touched first instead ends last, with what it waits
+// for; `late` names these classes by their prefixes, in their order.
+QStringList completionOrder(const QStringList& late)
+{
+    QStringList order(QStringLiteral("RTCM2_FormatInfo"));
+    for (const MessageInfo* info : allKinds()) {
+        const auto position = order.size();
+        for (const FieldInfo* field : info->getFieldInfos()) {
+            order << classNameOf(field);
+        }
+        // Its sub-fields, registered after it, are complete before it is.
+        const auto parted = order.indexOf(QStringLiteral("RTCM2_DGNSS_Issue_Of_Data_FieldInfo"));
+        if (parted >= position) {
+            order.move(parted, parted + 2);
+        }
+        order << classNameOf(info);
+    }
+    for (const QString& prefix : late) {
+        std::stable_partition(order.begin(), order.end(),
+                              [&](const QString& name) { return !name.startsWith(prefix); });
+    }
+    return order;
+}
+
+// Runs when every descriptor is gone.
+void demandReverseDestruction()
+{
+    std::reverse(completed.begin(), completed.end());
+    demand(destroyed.size() == completed.size(), "each is destroyed once");
+    for (int i = 0; i < destroyed.size(); ++i) {
+        if (destroyed[i] != completed[i]) {
+            std::fprintf(stderr, "%s destroyed, %s expected; ", qPrintable(destroyed[i]),
+                         qPrintable(completed[i]));
+        }
+        demand(destroyed[i] == completed[i], "reverse order of completed constructions");
+    }
+    std::fprintf(stderr, "all met\n");
+}
+
+struct FirstTouch {
+    const char* name;
+    void (*touch)();
+    QStringList late;
+};
+
+void PrintTo(const FirstTouch& touch, std::ostream* out)
+{
+    *out << touch.name;
+}
+
+[[noreturn]] void runProcess(const FirstTouch& first)
+{
+    demand(constructed.isEmpty(), "nothing exists before it is asked for");
+    std::atexit(demandReverseDestruction);
+    first.touch();
+    demandRegistry();
+    const auto* format = RTCM2_FormatInfo::getInstance();
+    first.touch();
+    demand(RTCM2_FormatInfo::getInstance() == format, "one registry");
+    demandRegistry();
+    completed = completionOrder(first.late);
+    demand(constructed.size() == 1 + 30 + 259, "number of objects");
+    demand(!constructed.removeDuplicates(), "each constructed once");
+    std::exit(0);
+}
+
+class Singletons : public testing::TestWithParam<FirstTouch> {};
+
+TEST_P(Singletons, AreCompleteAndGoInReverse)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(runProcess(GetParam()), testing::ExitedWithCode(0), "all met");
+}
+
+template <class Descriptor>
+void touch()
+{
+    demand(Descriptor::getInstance() == Descriptor::getInstance(), "one instance");
+}
+
+void touchDecoder()
+{
+    {
+        const RTCM2Decoder decoder(nullptr);
+    }
+    const QString name = QStringLiteral("RTCM2Decoder");
+    demand(constructed.removeAll(name) == 1 && destroyed.removeAll(name) == 1, "decoder reported");
+    demand(destroyed.isEmpty(), "descriptors outlive a decoder");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    FirstTouched, Singletons,
+    testing::Values(
+        FirstTouch{"Registry", touch<RTCM2_FormatInfo>, {}},
+        FirstTouch{"FirstSubMessageKind", touch<RTCM2_Type_15_MessageInfo>, {"RTCM2_Type_15_"}},
+        FirstTouch{"Decoder", touchDecoder, {"RTCM2_Type_15_"}},
+        FirstTouch{"MainKind", touch<RTCM2_Message_Type_1_MessageInfo>, {"RTCM2_Message_Type_1_"}},
+        FirstTouch{"Field", touch<RTCM2_DGNSS_PRC_FieldInfo>, {"RTCM2_DGNSS_PRC_FieldInfo"}},
+        FirstTouch{"SubField",
+                   touch<RTCM2_DGNSS_Time_Of_Day_FieldInfo>,
+                   {"RTCM2_DGNSS_Time_Of_Day_FieldInfo"}},
+        FirstTouch{"FieldWithSubFields",
+                   touch<RTCM2_DGNSS_Issue_Of_Data_FieldInfo>,
+                   {"RTCM2_DGNSS_Issue_Of_Data_FieldInfo"}},
+        FirstTouch{"FieldOfSubMessages",
+                   touch<RTCM2_Message_Type_1_Corrections_FieldInfo>,
+                   {"RTCM2_DGNSS_", "RTCM2_Message_Type_1_Corrections_FieldInfo"}}),
+    [](const auto& touched) { return std::string(touched.param.name); });
+
+}    // namespace
