@@ -15,6 +15,7 @@ from pathlib import Path
 
 import jinja2
 
+import reference
 import schema
 from model import Run
 
@@ -86,7 +87,7 @@ def environment():
     env = jinja2.Environment(loader=jinja2.FileSystemLoader(TEMPLATES), undefined=jinja2.StrictUndefined,
                              trim_blocks=True, lstrip_blocks=True, keep_trailing_newline=True)
     env.filters.update(wire_comment=wire_comment, summary=summary, computation=computation,
-                       cpp_type=cpp_type, literal=literal)
+                       cpp_type=cpp_type, literal=literal, **reference.FILTERS)
     env.tests["run"] = lambda part: isinstance(part, Run)
     return env
 

@@ -1,0 +1,323 @@
+// Rendered by generator/render.py from schema through RTCM2.cpp.j2. Do not edit.
+#include "RTCM2.h"
+
+#include "RTCM2_layouts.h"
+#include "codec_support.h"
+
+#include <cstdint>
+
+using namespace rtcm2;
+using namespace rtcm2::layouts;
+
+static_assert(sizeof(RTCM2_message_enum) == 4 && sizeof(RTCM2_context_s) == 7);
+
+void RTCM2_init_context(RTCM2_context_s* context)
+{
+    *context = { {0x30, 0x00, 0x00, 0x00, 0x00, 0x00}, 0x00 };
+}
+
+const char* RTCM2_error_to_string(int32_t code)
+{
+    static const char* const names[] = {
+        "RTCM2_ERR_NONE",
+        "RTCM2_ERR_INVALID_CRC",
+        "RTCM2_ERR_BUOY_LOOK_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_BUOY_HEIGHT_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_BUOY_HEIGHT_SIZE_UNDERFLOW",
+        "RTCM2_ERR_BUOY_INTERNAL",
+        "RTCM2_ERR_HARBOUR_PREAMBLE_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_HARBOUR_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_HARBOUR_WORD_COUNT_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_HARBOUR_STATION_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_HARBOUR_PILOT_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_HARBOUR_CHANNEL_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_HARBOUR_LENGTH_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_HARBOUR_TITLE_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_HARBOUR_TITLE_INT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_HARBOUR_BUOYS_SIZE_UNDERFLOW",
+        "RTCM2_ERR_HARBOUR_INTERNAL",
+        "RTCM2_ERR_TIDE_PREAMBLE_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_TIDE_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_TIDE_WORD_COUNT_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_TIDE_STATION_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_TIDE_SPARE_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_TIDE_LEVEL_EXT_BUFFER_OVERFLOW",
+        "RTCM2_ERR_TIDE_LEVEL_SIZE_UNDERFLOW",
+        "RTCM2_ERR_TIDE_INTERNAL",
+        "RTCM2_ERR_HARBOUR_DISABLED",
+        "RTCM2_ERR_TIDE_DISABLED",
+        "RTCM2_ERR_INVALID_MESSAGE",
+        "RTCM2_ERR_EOF",
+    };
+    if (code >= 0) {
+        return names[0];
+    }
+    return code >= RTCM2_ERR_EOF ? names[-code] : "???";
+}
+
+const char* RTCM2_message_enum_to_string(int32_t kind)
+{
+    static const char* const names[] = {
+        "RTCM2_MESSAGE_NULL",
+        "RTCM2_BUOY",
+        "RTCM2_HARBOUR",
+        "RTCM2_TIDE",
+    };
+    return kind >= 0 && kind < RTCM2_MESSAGE_COUNT ? names[kind] : "???";
+}
+
+// Sub-record Buoy.
+
+int32_t RTCM2_init_Buoy(RTCM2_Buoy_s* record)
+{
+    record->kind = RTCM2_BUOY;
+    record->bit_count = 0;
+    record->parent = nullptr;
+    record->Colour = 0;
+    record->Chart = 0;
+    return 0;
+}
+
+int32_t RTCM2_validate_Buoy(const RTCM2_Buoy_s*)
+{
+    return 0;
+}
+
+void RTCM2_free_Buoy_children(RTCM2_Buoy_s*)
+{
+}
+
+std::int32_t layouts::decode_Buoy(RTCM2_Buoy_s* record, std::uint32_t* offset, const std::uint8_t* data,
+    std::uint16_t data_size, void* parent, std::uint32_t declared_length)
+{
+    RTCM2_Buoy_s& r = *record;
+    RTCM2_init_Buoy(record);
+    r.parent = parent;
+    Decoding in(data, data_size, *offset);
+    in.run<16>([&](auto& run) {
+        if (!run.template get<0, 7>(r.Look, RTCM2_ERR_BUOY_LOOK_EXT_BUFFER_OVERFLOW)) return;
+        r.Colour = sliceOf<0, 4>(r.Look);
+        if (!run.template get<7, 9>(r.Height, RTCM2_ERR_BUOY_HEIGHT_EXT_BUFFER_OVERFLOW)) return;
+    });
+    return in.finish(r.bit_count, offset, declared_length, RTCM2_ERR_BUOY_HEIGHT_SIZE_UNDERFLOW, RTCM2_ERR_BUOY_INTERNAL);
+}
+
+std::int32_t layouts::encode_Buoy(RTCM2_Buoy_s* record, std::uint8_t* data, std::uint16_t data_size,
+    std::uint32_t* offset)
+{
+    RTCM2_Buoy_s& r = *record;
+    Encoding out(data, data_size, *offset);
+    out.run<16>([&](auto& run) {
+        foldSlice<0, 4>(r.Look, r.Colour);
+        if (!run.template put<0, 7>(r.Look, RTCM2_ERR_BUOY_LOOK_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template put<7, 9>(r.Height, RTCM2_ERR_BUOY_HEIGHT_EXT_BUFFER_OVERFLOW)) return;
+    });
+    return out.finish(r.bit_count, offset);
+}
+
+// Type 5: Harbour and its buoys.
+
+int32_t RTCM2_init_Harbour(RTCM2_Harbour_s* record)
+{
+    record->kind = RTCM2_HARBOUR;
+    record->bit_count = 0;
+    record->parent = nullptr;
+    record->Preamble = 0x66;
+    record->Message_Type = 5;
+    record->Reach = 0;
+    record->Length = 0;
+    record->Title[0] = record->Title[31] = '\0';
+    record->Note_Length = 0;
+    record->Nb = 0;
+    record->Buoys = nullptr;
+    return 0;
+}
+
+int32_t RTCM2_validate_Harbour(const RTCM2_Harbour_s*)
+{
+    return 0;
+}
+
+void RTCM2_free_Harbour_children(RTCM2_Harbour_s* record)
+{
+    std::free(record->Buoys);
+}
+
+std::int32_t layouts::decode_Harbour(RTCM2_Harbour_s* record, std::uint32_t* offset, const std::uint8_t* data,
+    std::uint16_t data_size, void* parent, std::uint32_t declared_length)
+{
+    RTCM2_Harbour_s& r = *record;
+    RTCM2_init_Harbour(record);
+    r.parent = parent;
+    Decoding in(data, data_size, *offset);
+    in.run<51>([&](auto& run) {
+        if (!run.template get<0, 8>(r.Preamble, RTCM2_ERR_HARBOUR_PREAMBLE_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template get<8, 6>(r.Message_Type, RTCM2_ERR_HARBOUR_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template get<14, 5>(r.Word_Count, RTCM2_ERR_HARBOUR_WORD_COUNT_EXT_BUFFER_OVERFLOW)) return;
+        r.Note_Length = countOf<uint8_t, 3, 0, 1>(r.Word_Count);
+        r.Nb = countOf<uint16_t, 24, 3, 16>(r.Word_Count);
+        if (!run.template get<19, 29>(r.Station_, RTCM2_ERR_HARBOUR_STATION_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template get<48, 3>(r.Pilot, RTCM2_ERR_HARBOUR_PILOT_EXT_BUFFER_OVERFLOW)) return;
+        r.Reach = r.Pilot == 0 ? 0.5 : r.Pilot == 1 ? 2 : r.Reach;
+    });
+    if (!in.failed() && (r.Pilot == 1 || r.Pilot == 2)) {
+        in.run<8>([&](auto& run) {
+            if (!run.template get<0, 8>(r.Channel, RTCM2_ERR_HARBOUR_CHANNEL_EXT_BUFFER_OVERFLOW)) return;
+        });
+    }
+    in.run<5>([&](auto& run) {
+        if (!run.template get<0, 5>(r.Length, RTCM2_ERR_HARBOUR_LENGTH_EXT_BUFFER_OVERFLOW)) return;
+    });
+    if (!in.failed() && (r.Pilot == 1 || r.Pilot == 2)) {
+        in.elements(r.Title, r.Length, 31, RTCM2_ERR_HARBOUR_TITLE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_TITLE_INT_BUFFER_OVERFLOW);
+        if (!in.failed()) r.Title[r.Length] = '\0';
+    }
+    in.elements(r.Note, r.Note_Length, 9, RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW);
+    in.records<decode_Buoy>(r.Buoys, r.Nb, record, RTCM2_ERR_HARBOUR_INTERNAL);
+    return in.finish(r.bit_count, offset, declared_length, RTCM2_ERR_HARBOUR_BUOYS_SIZE_UNDERFLOW, RTCM2_ERR_HARBOUR_INTERNAL);
+}
+
+std::int32_t layouts::encode_Harbour(RTCM2_Harbour_s* record, std::uint8_t* data, std::uint16_t data_size,
+    std::uint32_t* offset)
+{
+    RTCM2_Harbour_s& r = *record;
+    Encoding out(data, data_size, *offset);
+    out.run<51>([&](auto& run) {
+        if (!run.template put<0, 8>(r.Preamble, RTCM2_ERR_HARBOUR_PREAMBLE_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template put<8, 6>(r.Message_Type, RTCM2_ERR_HARBOUR_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template put<14, 5>(r.Word_Count, RTCM2_ERR_HARBOUR_WORD_COUNT_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template put<19, 29>(r.Station_, RTCM2_ERR_HARBOUR_STATION_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template put<48, 3>(r.Pilot, RTCM2_ERR_HARBOUR_PILOT_EXT_BUFFER_OVERFLOW)) return;
+    });
+    if (r.Pilot == 1 || r.Pilot == 2) {
+        out.run<8>([&](auto& run) {
+            if (!run.template put<0, 8>(r.Channel, RTCM2_ERR_HARBOUR_CHANNEL_EXT_BUFFER_OVERFLOW)) return;
+        });
+    }
+    out.run<5>([&](auto& run) {
+        if (!run.template put<0, 5>(r.Length, RTCM2_ERR_HARBOUR_LENGTH_EXT_BUFFER_OVERFLOW)) return;
+    });
+    if (r.Pilot == 1 || r.Pilot == 2) out.elements(r.Title, r.Length, 31, RTCM2_ERR_HARBOUR_TITLE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_TITLE_INT_BUFFER_OVERFLOW);
+    out.elements(r.Note, r.Note_Length, 9, RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW);
+    out.records<encode_Buoy>(r.Buoys, r.Nb, RTCM2_ERR_HARBOUR_INTERNAL);
+    return out.finish(r.bit_count, offset);
+}
+
+int32_t RTCM2_encode_Harbour(uint8_t* data, uint16_t data_size, RTCM2_Harbour_s* record)
+{
+    std::uint32_t offset = 0;
+    return encode_Harbour(record, data, data_size, &offset);
+}
+
+RTCM2_Buoy_s* RTCM2_append_Harbour_Buoys(RTCM2_Harbour_s* record)
+{
+    return appendRecord(record->Buoys, record->Nb, RTCM2_init_Buoy, record);
+}
+
+int32_t RTCM2_strcpy_Harbour_Title(RTCM2_Harbour_s* record, const char* text)
+{
+    record->Length = copyText(record->Title, text, 31);
+    return 0;
+}
+
+int32_t RTCM2_memcpy_Harbour_Note(RTCM2_Harbour_s* record, const void* bytes, uint32_t count)
+{
+    std::memcpy(record->Note, bytes, std::min<std::size_t>(count, sizeof record->Note));
+    return 0;
+}
+
+// Type 6.
+
+int32_t RTCM2_init_Tide(RTCM2_Tide_s* record)
+{
+    record->kind = RTCM2_TIDE;
+    record->bit_count = 0;
+    record->parent = nullptr;
+    record->Preamble = 0x66;
+    record->Message_Type = 6;
+    return 0;
+}
+
+int32_t RTCM2_validate_Tide(const RTCM2_Tide_s*)
+{
+    return 0;
+}
+
+void RTCM2_free_Tide_children(RTCM2_Tide_s*)
+{
+}
+
+std::int32_t layouts::decode_Tide(RTCM2_Tide_s* record, std::uint32_t* offset, const std::uint8_t* data,
+    std::uint16_t data_size, void* parent, std::uint32_t declared_length)
+{
+    RTCM2_Tide_s& r = *record;
+    RTCM2_init_Tide(record);
+    r.parent = parent;
+    Decoding in(data, data_size, *offset);
+    in.run<92>([&](auto& run) {
+        if (!run.template get<0, 8>(r.Preamble, RTCM2_ERR_TIDE_PREAMBLE_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template get<8, 6>(r.Message_Type, RTCM2_ERR_TIDE_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template get<14, 5>(r.Word_Count, RTCM2_ERR_TIDE_WORD_COUNT_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template get<19, 29>(r.Station_, RTCM2_ERR_TIDE_STATION_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template get<48, 4>(r.Spare, RTCM2_ERR_TIDE_SPARE_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template get<52, 40>(r.Level, RTCM2_ERR_TIDE_LEVEL_EXT_BUFFER_OVERFLOW)) return;
+    });
+    return in.finish(r.bit_count, offset, declared_length, RTCM2_ERR_TIDE_LEVEL_SIZE_UNDERFLOW, RTCM2_ERR_TIDE_INTERNAL);
+}
+
+std::int32_t layouts::encode_Tide(RTCM2_Tide_s* record, std::uint8_t* data, std::uint16_t data_size,
+    std::uint32_t* offset)
+{
+    RTCM2_Tide_s& r = *record;
+    Encoding out(data, data_size, *offset);
+    out.run<92>([&](auto& run) {
+        if (!run.template put<0, 8>(r.Preamble, RTCM2_ERR_TIDE_PREAMBLE_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template put<8, 6>(r.Message_Type, RTCM2_ERR_TIDE_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template put<14, 5>(r.Word_Count, RTCM2_ERR_TIDE_WORD_COUNT_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template put<19, 29>(r.Station_, RTCM2_ERR_TIDE_STATION_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template put<48, 4>(r.Spare, RTCM2_ERR_TIDE_SPARE_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template put<52, 40>(r.Level, RTCM2_ERR_TIDE_LEVEL_EXT_BUFFER_OVERFLOW)) return;
+    });
+    return out.finish(r.bit_count, offset);
+}
+
+int32_t RTCM2_encode_Tide(uint8_t* data, uint16_t data_size, RTCM2_Tide_s* record)
+{
+    std::uint32_t offset = 0;
+    return encode_Tide(record, data, data_size, &offset);
+}
+
+// Decodes a message of a known type unless its kind is disabled.
+template <auto decodeKind, class Record>
+static std::int32_t decodeEnabled(const RTCM2_context_s* context, RTCM2_message_enum kind, std::int32_t disabled,
+                                  const std::uint8_t* data, std::uint16_t data_size, Record* record)
+{
+    if (context != nullptr && !EnableFlag(kind).test(*context)) {
+        return disabled;
+    }
+    std::uint32_t offset = 0;
+    return decodeKind(record, &offset, data, data_size, nullptr, 0);
+}
+
+int32_t RTCM2_decode(RTCM2_context_s* context, const uint8_t* data, uint16_t data_size, RTCM2_message_s* message)
+{
+    if (data_size < 2) {
+        return RTCM2_ERR_INVALID_MESSAGE;
+    }
+    message->header.Message_Type = quarn::read<std::uint8_t, 8, 6>(data);
+    switch (message->header.Message_Type) {
+    case 5:
+        return decodeEnabled<decode_Harbour>(context, RTCM2_HARBOUR, RTCM2_ERR_HARBOUR_DISABLED,
+                                                    data, data_size, &message->Harbour);
+    case 6:
+        return decodeEnabled<decode_Tide>(context, RTCM2_TIDE, RTCM2_ERR_TIDE_DISABLED,
+                                                    data, data_size, &message->Tide);
+    default:
+        if (context != nullptr) {
+            context->unknown_type = message->header.Message_Type;
+        }
+        return RTCM2_ERR_INVALID_MESSAGE;
+    }
+}

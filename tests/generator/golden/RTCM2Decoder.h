@@ -1,0 +1,43 @@
+// Rendered by generator/render.py from schema through RTCM2Decoder.h.j2. Do not edit.
+#pragma once
+
+#include "AbstractDecoder.h"
+#include "RTCM2.h"
+
+#include <cstdint>
+
+// Decodes packed messages, one at a time, and answers through the signals of MessageSource: message
+// objects for the kinds that the host knows, events for what fails. Wide-area messages are decoded
+// and reported to nobody. A buffer longer than 65,535 bytes is read up to there.
+//
+// A decoder is driven from one thread at a time. Exceptions of receivers reach the caller of
+// decodeMessage; a message that was being emitted is not leaked.
+class RTCM2Decoder : public AbstractDecoder {
+    Q_OBJECT
+
+public:
+    explicit RTCM2Decoder(QObject* parent);
+    ~RTCM2Decoder() override;
+
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    static QString trUtf8(const char* text, const char* disambiguation = nullptr, int n = -1)
+    {
+        return tr(text, disambiguation, n);
+    }
+#endif
+
+public Q_SLOTS:
+    // Returns the number of bits that the message's layout consumed, or the codec's error code.
+    int32_t decodeMessage(const uint8_t* buffer, unsigned int maxlength) override;
+
+public:
+    void enableAllMessages() override;
+    void disableAllMessages() override;
+
+private:
+    void enableMessageEnum(int value) override;
+    void disableMessageEnum(int value) override;
+    bool isEnabledMessageEnum(int value) const override;
+
+    RTCM2_context_s context;
+};

@@ -1,0 +1,22 @@
+// Rendered by generator/render.py from schema through RTCM2_FormatInfo.h.j2. Do not edit.
+#pragma once
+
+#include "FormatInfo.h"
+#include "Singleton.h"
+
+// The registry of the format: lists its 2 message kinds.
+class RTCM2_FormatInfo final : public FormatInfo {
+public:
+    // Complete with all kinds, unless the registry is just being set up.
+    static const RTCM2_FormatInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_FormatInfo>;
+
+    RTCM2_FormatInfo();
+    ~RTCM2_FormatInfo() override;
+
+    void setupMessageInfos();
+
+    bool setupDone;
+};

@@ -1,0 +1,216 @@
+// Rendered by generator/render.py from schema/harbours.yaml through MessageInfo.h.j2. Do not edit.
+#pragma once
+
+#include "FieldDescriptor.h"
+#include "MessageInfo.h"
+#include "RTCM2_Harbour_Message.h"
+#include "Singleton.h"
+
+// Describes messages of type 5.
+class RTCM2_Harbour_MessageInfo final : public MessageInfo {
+public:
+    static const RTCM2_Harbour_MessageInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_MessageInfo>;
+
+    RTCM2_Harbour_MessageInfo();
+    ~RTCM2_Harbour_MessageInfo() override;
+
+    void setupFields();
+};
+
+class RTCM2_Harbour_Preamble_FieldInfo final
+    : public FieldDescriptor<PlainAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getPreamble>, ByteType, false> {
+public:
+    static const RTCM2_Harbour_Preamble_FieldInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_Preamble_FieldInfo>;
+    friend class RTCM2_Harbour_MessageInfo;
+
+    RTCM2_Harbour_Preamble_FieldInfo();
+    ~RTCM2_Harbour_Preamble_FieldInfo() override;
+
+    static RTCM2_Harbour_Preamble_FieldInfo* getInstance_nonconst();
+};
+
+class RTCM2_Harbour_Message_Type_FieldInfo final
+    : public FieldDescriptor<PlainAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getMessage_Type>, UnsignedType<6>, false> {
+public:
+    static const RTCM2_Harbour_Message_Type_FieldInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_Message_Type_FieldInfo>;
+    friend class RTCM2_Harbour_MessageInfo;
+
+    RTCM2_Harbour_Message_Type_FieldInfo();
+    ~RTCM2_Harbour_Message_Type_FieldInfo() override;
+
+    static RTCM2_Harbour_Message_Type_FieldInfo* getInstance_nonconst();
+};
+
+class RTCM2_Harbour_Word_Count_FieldInfo final
+    : public FieldDescriptor<PlainAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getWord_Count>, UnsignedType<5>, false> {
+public:
+    static const RTCM2_Harbour_Word_Count_FieldInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_Word_Count_FieldInfo>;
+    friend class RTCM2_Harbour_MessageInfo;
+
+    RTCM2_Harbour_Word_Count_FieldInfo();
+    ~RTCM2_Harbour_Word_Count_FieldInfo() override;
+
+    static RTCM2_Harbour_Word_Count_FieldInfo* getInstance_nonconst();
+};
+
+class RTCM2_Harbour_Station_FieldInfo final
+    : public FieldDescriptor<PlainAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getStation_>, UnsignedType<29>, false> {
+public:
+    static const RTCM2_Harbour_Station_FieldInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_Station_FieldInfo>;
+    friend class RTCM2_Harbour_MessageInfo;
+
+    RTCM2_Harbour_Station_FieldInfo();
+    ~RTCM2_Harbour_Station_FieldInfo() override;
+
+    static RTCM2_Harbour_Station_FieldInfo* getInstance_nonconst();
+};
+
+class RTCM2_Harbour_Pilot_FieldInfo final
+    : public FieldDescriptor<PlainAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getPilot>, ByteType, false> {
+public:
+    static const RTCM2_Harbour_Pilot_FieldInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_Pilot_FieldInfo>;
+    friend class RTCM2_Harbour_MessageInfo;
+
+    RTCM2_Harbour_Pilot_FieldInfo();
+    ~RTCM2_Harbour_Pilot_FieldInfo() override;
+
+    static RTCM2_Harbour_Pilot_FieldInfo* getInstance_nonconst();
+};
+
+class RTCM2_Harbour_Reach_FieldInfo final
+    : public FieldDescriptor<PlainAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getReach>, Float64Type, false> {
+public:
+    static const RTCM2_Harbour_Reach_FieldInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_Reach_FieldInfo>;
+    friend class RTCM2_Harbour_MessageInfo;
+
+    RTCM2_Harbour_Reach_FieldInfo();
+    ~RTCM2_Harbour_Reach_FieldInfo() override;
+
+    static RTCM2_Harbour_Reach_FieldInfo* getInstance_nonconst();
+};
+
+class RTCM2_Harbour_Channel_FieldInfo final
+    : public FieldDescriptor<OptionalAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::hasChannel, &RTCM2_Harbour_Message::getChannel>, UnsignedType<8>, false> {
+public:
+    static const RTCM2_Harbour_Channel_FieldInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_Channel_FieldInfo>;
+    friend class RTCM2_Harbour_MessageInfo;
+
+    RTCM2_Harbour_Channel_FieldInfo();
+    ~RTCM2_Harbour_Channel_FieldInfo() override;
+
+    static RTCM2_Harbour_Channel_FieldInfo* getInstance_nonconst();
+};
+
+class RTCM2_Harbour_Length_FieldInfo final
+    : public FieldDescriptor<PlainAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getLength>, UnsignedType<5>, false> {
+public:
+    static const RTCM2_Harbour_Length_FieldInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_Length_FieldInfo>;
+    friend class RTCM2_Harbour_MessageInfo;
+
+    RTCM2_Harbour_Length_FieldInfo();
+    ~RTCM2_Harbour_Length_FieldInfo() override;
+
+    static RTCM2_Harbour_Length_FieldInfo* getInstance_nonconst();
+};
+
+class RTCM2_Harbour_Title_FieldInfo final
+    : public TextFieldDescriptor<OptionalRepeatedAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::hasTitle, &RTCM2_Harbour_Message::getNumberOfTitle, &RTCM2_Harbour_Message::getTitle>, &RTCM2_Harbour_Message::getNumberOfTitle, constAccessor(&RTCM2_Harbour_Message::getTitleArray), 32> {
+public:
+    static const RTCM2_Harbour_Title_FieldInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_Title_FieldInfo>;
+    friend class RTCM2_Harbour_MessageInfo;
+
+    RTCM2_Harbour_Title_FieldInfo();
+    ~RTCM2_Harbour_Title_FieldInfo() override;
+
+    static RTCM2_Harbour_Title_FieldInfo* getInstance_nonconst();
+};
+
+class RTCM2_Harbour_Note_Length_FieldInfo final
+    : public FieldDescriptor<PlainAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getNote_Length>, UnsignedType<8>, false> {
+public:
+    static const RTCM2_Harbour_Note_Length_FieldInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_Note_Length_FieldInfo>;
+    friend class RTCM2_Harbour_MessageInfo;
+
+    RTCM2_Harbour_Note_Length_FieldInfo();
+    ~RTCM2_Harbour_Note_Length_FieldInfo() override;
+
+    static RTCM2_Harbour_Note_Length_FieldInfo* getInstance_nonconst();
+};
+
+class RTCM2_Harbour_Note_FieldInfo final
+    : public FieldDescriptor<RepeatedAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getNumberOfNote, &RTCM2_Harbour_Message::getNote>, ByteType, false> {
+public:
+    static const RTCM2_Harbour_Note_FieldInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_Note_FieldInfo>;
+    friend class RTCM2_Harbour_MessageInfo;
+
+    RTCM2_Harbour_Note_FieldInfo();
+    ~RTCM2_Harbour_Note_FieldInfo() override;
+
+    static RTCM2_Harbour_Note_FieldInfo* getInstance_nonconst();
+};
+
+class RTCM2_Harbour_Nb_FieldInfo final
+    : public FieldDescriptor<PlainAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getNb>, UnsignedType<16>, false> {
+public:
+    static const RTCM2_Harbour_Nb_FieldInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_Nb_FieldInfo>;
+    friend class RTCM2_Harbour_MessageInfo;
+
+    RTCM2_Harbour_Nb_FieldInfo();
+    ~RTCM2_Harbour_Nb_FieldInfo() override;
+
+    static RTCM2_Harbour_Nb_FieldInfo* getInstance_nonconst();
+};
+
+class RTCM2_Harbour_Buoys_FieldInfo final
+    : public FieldDescriptor<RepeatedAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getNumberOfBuoys, constAccessor(&RTCM2_Harbour_Message::getBuoys)>, SubMessageType<RTCM2_Buoy_Message>, false> {
+public:
+    static const RTCM2_Harbour_Buoys_FieldInfo* getInstance();
+
+private:
+    friend class Singleton<RTCM2_Harbour_Buoys_FieldInfo>;
+    friend class RTCM2_Harbour_MessageInfo;
+
+    RTCM2_Harbour_Buoys_FieldInfo();
+    ~RTCM2_Harbour_Buoys_FieldInfo() override;
+
+    static RTCM2_Harbour_Buoys_FieldInfo* getInstance_nonconst();
+};
