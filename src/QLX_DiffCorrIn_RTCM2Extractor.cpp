@@ -27,9 +27,9 @@ constexpr quint32 lastWideAreaStation = 73;
 }    // namespace
 
 QLX_DiffCorrIn_RTCM2Extractor::QLX_DiffCorrIn_RTCM2Extractor(MessageSource* source,
-                                                             AbstractDecoder* decoder,
+                                                             AbstractDecoder* target,
                                                              QObject* parent, unsigned char value)
-    : QLX_DiffCorrIn_Extractor(source, decoder, value, parent)
+    : QLX_DiffCorrIn_Extractor(source, target, value, parent)
 {
     trace.pass();
     MemLeakTracer::allocateObject(QStringLiteral("QLX_DiffCorrIn_RTCM2Extractor"));

@@ -9,8 +9,8 @@
 // In mode 3 a type 1 message of the stations 64 to 73 is handed on as type 44.
 class QLX_DiffCorrIn_RTCM2Extractor : public QLX_DiffCorrIn_Extractor {
 public:
-    // Source and decoder stay the caller's. `value` is the mode of blocks that carry none.
-    QLX_DiffCorrIn_RTCM2Extractor(MessageSource* source, AbstractDecoder* decoder, QObject* parent,
+    // Source and target stay the caller's. `value` is the mode of blocks that carry none.
+    QLX_DiffCorrIn_RTCM2Extractor(MessageSource* source, AbstractDecoder* target, QObject* parent,
                                   unsigned char value);
     ~QLX_DiffCorrIn_RTCM2Extractor() override;
 

@@ -1,6 +1,7 @@
 #include "Output.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 
 #include <unistd.h>
@@ -59,9 +60,9 @@ std::string Output::problem() const
     return "cannot write " + name + ": " + std::strerror(error);
 }
 
-bool Output::isTerminal() const
+bool Output::wantsColour() const
 {
-    return file != nullptr && ::isatty(::fileno(file)) == 1;
+    return file != nullptr && ::isatty(::fileno(file)) == 1 && std::getenv("NO_COLOR") == nullptr;
 }
 
 void Output::check(bool succeeded)

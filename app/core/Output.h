@@ -36,8 +36,8 @@ public:
     // What failed, for people.
     std::string problem() const;
 
-    // Whether a person is reading along.
-    bool isTerminal() const;
+    // Whether a person reads along on a terminal and has not asked for plain text by NO_COLOR.
+    bool wantsColour() const;
 
 private:
     void check(bool succeeded);

@@ -3,44 +3,62 @@
 #include "InputFile.h"
 #include "Interrupt.h"
 #include "Message.h"
+#include "MessageFilter.h"
 
+#include <cinttypes>
 #include <cstdio>
+
+const char* nameOf(Trouble trouble)
+{
+    switch (trouble) {
+    case Trouble::damaged:
+        return "damaged message";
+    case Trouble::truncated:
+        return "truncated message";
+    case Trouble::unknownType:
+        return "unknown type";
+    case Trouble::misfit:
+        return "content does not fit";
+    }
+    return "trouble";
+}
 
 namespace {
 
-Trouble troubleOf(Outcome::Kind kind)
-{
-    return kind == Outcome::Kind::unknownType   ? Trouble::unknownType
-           : kind == Outcome::Kind::switchedOff ? Trouble::switchedOff
-                                                : Trouble::misfit;
-}
-
 std::string damageText(const framing::Frame& frame)
 {
-    return frame.failedWord == 0 ? std::string("damaged")
-                                 : "word " + std::to_string(frame.failedWord) + " is damaged";
+    return frame.failedWord == 0 ? std::string("its words do not belong together")
+                                 : "bad parity in word " + std::to_string(frame.failedWord);
 }
 
 }    // namespace
 
-Session::Session(const FormatModel& model, DecoderDriver& driver, ReaderFactory makeReader)
-    : formatModel(model), decoderDriver(driver), readerFactory(std::move(makeReader))
+Session::Session(const FormatModel& model, DecoderDriver& driver,
+                 const MessageFilter& messageFilter, ReaderFactory makeReader)
+    : formatModel(model), decoderDriver(driver), filter(messageFilter),
+      readerFactory(std::move(makeReader))
 {
 }
 
-ExitStatus Session::run(const std::vector<std::string>& inputs, Sink& sink)
+ExitStatus Session::run(const std::vector<std::string>& inputs,
+                        const SessionOptions& sessionOptions, Sink& target)
 {
+    options = sessionOptions;
+    sink = &target;
     ExitStatus status = ExitStatus::success;
     for (const std::string& name : inputs) {
         InputFile input(name);
-        readInput(input, sink);
+        readInput(input);
         if (!input.problem().empty()) {
             std::fprintf(stderr, "rtcm2: %s\n", input.problem().c_str());
             status = ExitStatus::unreadable;
         }
-        if (sink.isDone()) {
-            return status;
+        if (isDone()) {
+            break;
         }
+    }
+    if (stopped) {
+        return ExitStatus::stoppedAtTrouble;
     }
     if (interrupt::requested()) {
         return ExitStatus::interrupted;
@@ -48,24 +66,24 @@ ExitStatus Session::run(const std::vector<std::string>& inputs, Sink& sink)
     return status == ExitStatus::success && found == 0 ? ExitStatus::nothingFound : status;
 }
 
-void Session::readInput(InputFile& input, Sink& sink)
+void Session::readInput(InputFile& input)
 {
     const std::unique_ptr<PacketReader> reader = readerFactory();
-    for (auto bytes = input.read(); !bytes.empty() && !sink.isDone(); bytes = input.read()) {
+    for (auto bytes = input.read(); !bytes.empty() && !isDone(); bytes = input.read()) {
         reader->push(bytes);
-        drain(*reader, input.name(), sink);
+        drain(*reader, input.name());
         if (input.isLive()) {
-            sink.pause();
+            sink->pause();
         }
     }
     reader->finish();
-    drain(*reader, input.name(), sink);
-    sink.endOfInput(input.name(), reader->counters());
+    drain(*reader, input.name());
+    sink->endOfInput(input.name(), reader->counters());
 }
 
-void Session::drain(PacketReader& reader, const std::string& name, Sink& sink)
+void Session::drain(PacketReader& reader, const std::string& name)
 {
-    while (!sink.isDone()) {
+    while (!isDone()) {
         const framing::Frame* frame = reader.next();
         if (frame == nullptr) {
             return;
@@ -73,28 +91,62 @@ void Session::drain(PacketReader& reader, const std::string& name, Sink& sink)
         const Place place{name, *frame};
         switch (frame->kind) {
         case framing::Frame::Kind::message:
-            decode(place, sink);
+            decode(place);
             break;
         case framing::Frame::Kind::damaged:
-            sink.trouble(place, Trouble::damaged, damageText(*frame));
+            meetTrouble(place, Trouble::damaged, damageText(*frame));
             break;
         case framing::Frame::Kind::truncated:
-            sink.trouble(place, Trouble::truncated, "the input ends inside the message");
+            meetTrouble(place, Trouble::truncated, "the input ends inside it");
             break;
         }
     }
 }
 
-void Session::decode(const Place& place, Sink& sink)
+void Session::decode(const Place& place)
 {
     ++found;
     const Outcome outcome = decoderDriver.decode(place.frame.bytes());
-    if (outcome.kind == Outcome::Kind::message) {
-        const Message& message = *outcome.message;
-        sink.message(place, {message, *formatModel.kindOf(message), outcome.result});
-    } else if (outcome.kind == Outcome::Kind::unreported) {
-        sink.unreported(place);
-    } else {
-        sink.trouble(place, troubleOf(outcome.kind), outcome.text.toStdString());
+    switch (outcome.kind) {
+    case Outcome::Kind::message:
+        handOn(place, outcome);
+        break;
+    case Outcome::Kind::unreported:
+        sink->unreported(place);
+        break;
+    case Outcome::Kind::switchedOff:    // by the filter
+        break;
+    case Outcome::Kind::unknownType:
+        meetTrouble(place, Trouble::unknownType, outcome.text.toStdString());
+        break;
+    case Outcome::Kind::misfit:
+        meetTrouble(place, Trouble::misfit, outcome.text.toStdString());
+        break;
     }
+}
+
+void Session::handOn(const Place& place, const Outcome& outcome)
+{
+    const Message& message = *outcome.message;
+    const KindModel& kind = *formatModel.kindOf(message);
+    if (filter.takes(message, kind)) {
+        ++handedOn;
+        sink->message(place, {message, kind, outcome.result});
+    }
+}
+
+void Session::meetTrouble(const Place& place, Trouble trouble, const std::string& text)
+{
+    sink->trouble(place, trouble, text);
+    stopped = options.onError == OnError::stop;
+    if (stopped || (options.onError == OnError::report && !options.quiet)) {
+        std::fprintf(stderr, "rtcm2: %s: message %" PRIu64 " at byte %" PRIu64 ": %s: %s\n",
+                     place.input.c_str(), place.frame.number, place.frame.beginOffset,
+                     nameOf(trouble), text.c_str());
+    }
+}
+
+bool Session::isDone() const
+{
+    return stopped || sink->isDone() || (options.max != 0 && handedOn >= options.max);
 }

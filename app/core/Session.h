@@ -14,6 +14,7 @@
 #include <vector>
 
 class InputFile;
+class MessageFilter;
 
 // Where something was found.
 struct Place {
@@ -33,21 +34,26 @@ enum class Trouble {
     damaged,        // bad parity, or bytes where a message had to begin
     truncated,      // the input ends inside a message
     unknownType,    // a message of no kind that the decoder knows
-    switchedOff,    // a message of a kind that is switched off
     misfit,         // a message of a known kind whose content does not fit
 };
+
+// The name of a kind of trouble, for people.
+const char* nameOf(Trouble trouble);
 
 // What a command does with what is found.
 class Sink {
 public:
     virtual ~Sink() = default;
 
+    // A message that passed the filter.
+
     virtual void message(const Place& place, const Decoded& decoded) = 0;
 
     // A message that was decoded but that the decoder reports to nobody.
     virtual void unreported(const Place&) {}
 
-    virtual void trouble(const Place& place, Trouble trouble, const std::string& text) = 0;
+    // What gave no message. The session has told people about it already.
+    virtual void trouble(const Place&, Trouble, const std::string&) {}
 
     // After the last message of an input.
     virtual void endOfInput(const std::string&, const ReaderCounters&) {}
@@ -59,23 +65,44 @@ public:
     virtual bool isDone() const { return false; }
 };
 
+// What to do about messages that are damaged or cannot be decoded.
+enum class OnError { report, skip, stop };
+
+struct SessionOptions {
+    std::uint64_t max = 0;    // messages to hand on; 0 for all
+    OnError onError = OnError::report;
+    bool quiet = false;    // nothing on standard error but what ends the program
+};
+
 class Session {
 public:
     using ReaderFactory = std::function<std::unique_ptr<PacketReader>()>;
 
-    Session(const FormatModel& model, DecoderDriver& driver, ReaderFactory makeReader);
+    // Everything given must outlive the session.
+    Session(const FormatModel& model, DecoderDriver& driver, const MessageFilter& messageFilter,
+            ReaderFactory makeReader);
 
     // Reads the inputs one after another, "-" being standard input. An input that cannot be read is
     // told on standard error, and the others are read all the same.
-    ExitStatus run(const std::vector<std::string>& inputs, Sink& sink);
+    ExitStatus run(const std::vector<std::string>& inputs, const SessionOptions& sessionOptions,
+                   Sink& target);
 
 private:
-    void readInput(InputFile& input, Sink& sink);
-    void drain(PacketReader& reader, const std::string& name, Sink& sink);
-    void decode(const Place& place, Sink& sink);
+    void readInput(InputFile& input);
+    void drain(PacketReader& reader, const std::string& name);
+    void decode(const Place& place);
+    void handOn(const Place& place, const Outcome& outcome);
+    void meetTrouble(const Place& place, Trouble trouble, const std::string& text);
+    bool isDone() const;
 
     const FormatModel& formatModel;
     DecoderDriver& decoderDriver;
+    const MessageFilter& filter;
     ReaderFactory readerFactory;
-    std::uint64_t found = 0;    // messages of any kind, decodable or not
+
+    SessionOptions options;
+    Sink* sink = nullptr;
+    std::uint64_t found = 0;       // messages of any kind, decodable or not
+    std::uint64_t handedOn = 0;    // messages that passed the filter
+    bool stopped = false;          // at trouble
 };

@@ -33,9 +33,9 @@ std::vector<std::string> sharedColumns(const std::vector<const KindModel*>& kind
 
 }    // namespace
 
-ListView::ListView(Output& out, const ListOptions& listOptions, const TroubleReport& troubleReport,
+ListView::ListView(Output& out, const ListOptions& listOptions,
                    const std::vector<const KindModel*>& kinds)
-    : output(out), options(listOptions), report(troubleReport)
+    : output(out), options(listOptions)
 {
     Message::fieldSeparator = QString::fromStdString(options.separator);
     writeHeader(kinds);
@@ -61,11 +61,6 @@ void ListView::message(const Place& place, const Decoded& decoded)
                << std::to_string(place.frame.beginOffset) << options.separator;
     }
     output << line(decoded) << "\n";
-}
-
-void ListView::trouble(const Place& place, Trouble trouble, const std::string& text)
-{
-    report.tell(place, trouble, text);
 }
 
 const ListView::Columns& ListView::columnsOf(const KindModel& kind)

@@ -3,7 +3,6 @@
 
 #include "Output.h"
 #include "Session.h"
-#include "TroubleReport.h"
 
 #include <QVector>
 
@@ -21,11 +20,10 @@ struct ListOptions {
 class ListView : public Sink {
 public:
     // `kinds` are those that may occur; the header line names the columns that they share.
-    ListView(Output& out, const ListOptions& listOptions, const TroubleReport& troubleReport,
+    ListView(Output& out, const ListOptions& listOptions,
              const std::vector<const KindModel*>& kinds);
 
     void message(const Place& place, const Decoded& decoded) override;
-    void trouble(const Place& place, Trouble trouble, const std::string& text) override;
     void pause() override { output.flush(); }
     bool isDone() const override { return output.failed(); }
 
@@ -39,6 +37,5 @@ private:
 
     Output& output;
     ListOptions options;
-    TroubleReport report;
     std::map<const KindModel*, Columns> columns;
 };

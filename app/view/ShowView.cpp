@@ -29,10 +29,7 @@ std::size_t longestName(const KindModel& kind)
 
 }    // namespace
 
-ShowView::ShowView(Output& out, bool withColour, const TroubleReport& troubleReport)
-    : output(out), colour(withColour), report(troubleReport)
-{
-}
+ShowView::ShowView(Output& out, bool withColour) : output(out), colour(withColour) {}
 
 void ShowView::message(const Place& place, const Decoded& decoded)
 {
@@ -44,11 +41,6 @@ void ShowView::message(const Place& place, const Decoded& decoded)
            << "\n";
     writeFields(decoded.kind, decoded.message, "  ");
     output << "\n";
-}
-
-void ShowView::trouble(const Place& place, Trouble trouble, const std::string& text)
-{
-    report.tell(place, trouble, text);
 }
 
 void ShowView::writeFields(const KindModel& kind, const Message& message, const std::string& indent)

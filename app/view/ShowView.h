@@ -3,16 +3,14 @@
 
 #include "Output.h"
 #include "Session.h"
-#include "TroubleReport.h"
 
 #include <string>
 
 class ShowView : public Sink {
 public:
-    ShowView(Output& out, bool withColour, const TroubleReport& troubleReport);
+    ShowView(Output& out, bool withColour);
 
     void message(const Place& place, const Decoded& decoded) override;
-    void trouble(const Place& place, Trouble trouble, const std::string& text) override;
     void pause() override { output.flush(); }
     bool isDone() const override { return output.failed(); }
 
@@ -25,5 +23,4 @@ private:
 
     Output& output;
     bool colour;
-    TroubleReport report;
 };

@@ -1,0 +1,92 @@
+#include "ReadingOptions.h"
+
+#include "Command.h"
+#include "InputForm.h"
+
+#include <cstdio>
+
+void ReadingOptions::declare(CLI::App& command)
+{
+    command.add_option("input", inputs, "Files to read; - is standard input")
+        ->required()
+        ->type_name("FILE");
+    command.add_option("-o,--output", output, "Write to this file instead of standard output")
+        ->type_name("FILE");
+    command
+        .add_option(
+            "-f,--form", form,
+            "Form of the input: auto, stream (6 bits a byte), packed, hex (a message a line), "
+            "words (a receiver's own recording)")
+        ->check(CLI::IsMember({"auto", "stream", "packed", "hex", "words"}))
+        ->capture_default_str();
+    command.add_option("--mode", mode, "Mode byte of recorded words")
+        ->check(CLI::Range(0, 255))
+        ->capture_default_str();
+    command
+        .add_option("-t,--type", filter.kinds, "Only messages of these types, by number or name")
+        ->delimiter(',')
+        ->type_name("TYPE");
+    command.add_option("--station", filter.stations, "Only messages of these stations")
+        ->delimiter(',')
+        ->type_name("NUMBER");
+    command.add_option("-w,--where", filter.where, "Only messages for which the condition holds")
+        ->type_name("EXPRESSION");
+    command.add_option("-n,--max", session.max, "Stop after this many messages")->type_name("N");
+    command
+        .add_option(
+            "--on-error", session.onError,
+            "What to do about damaged and undecodable messages: report them on standard error, "
+            "skip them silently, or stop at the first")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, OnError>{
+                {"report", OnError::report}, {"skip", OnError::skip}, {"stop", OnError::stop}},
+            CLI::ignore_case))
+        ->option_text("report|skip|stop");
+    command.add_flag("-q,--quiet", session.quiet,
+                     "Nothing on standard error but what ends the program");
+}
+
+namespace {
+
+// Kinds that cannot pass need not be decoded.
+void switchKinds(AbstractDecoder& decoder, const FormatModel& model, const MessageFilter& filter)
+{
+    for (const auto& kind : model.kinds()) {
+        if (kind->isMain && !filter.takesKind(*kind)) {
+            decoder.disableMessage(kind->info);
+        }
+    }
+}
+
+ExitStatus tellEnd(Output& output, ExitStatus status)
+{
+    if (!output.close() && !output.readerIsGone()) {
+        std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
+        return ExitStatus::unwritable;
+    }
+    if (status == ExitStatus::nothingFound) {
+        std::fprintf(stderr, "rtcm2: no message found in the input\n");
+    }
+    return status;
+}
+
+}    // namespace
+
+ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFactory& makeSink)
+{
+    Output output;
+    try {
+        const MessageFilter filter(host.model, options.filter, host.parts.station);
+        if (!options.output.empty() && !output.open(options.output)) {
+            std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
+            return ExitStatus::unwritable;
+        }
+        switchKinds(*host.decoder, host.model, filter);
+        const InputForm form = *inputFormOf(options.form);
+        Session session(host.model, host.driver, filter, [form] { return makeReader(form); });
+        const std::unique_ptr<Sink> sink = makeSink(output, filter);
+        return tellEnd(output, session.run(options.inputs, options.session, *sink));
+    } catch (const FilterError& error) {
+        throw UsageError{error.text};
+    }
+}

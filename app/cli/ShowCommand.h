@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Command.h"
+#include "ReadingOptions.h"
+
+class ShowCommand : public Command {
+public:
+    void declare(CLI::App& program) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    ReadingOptions reading;
+};
