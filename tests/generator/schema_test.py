@@ -9,7 +9,8 @@ import unittest
 from pathlib import Path
 
 HERE = Path(__file__).resolve().parent
-sys.path.insert(0, str(HERE.parent.parent / "generator"))
+ROOT = HERE.parent.parent
+sys.path.insert(0, str(ROOT / "generator"))
 
 import schema  # noqa: E402
 from rows import SchemaError  # noqa: E402
@@ -188,6 +189,16 @@ class Schema(unittest.TestCase):
         (self.folder / "many.yaml").write_text("family: Many\nkinds:\n" + rows)
         self.replace(FORMAT, ", Tide]", f", Tide, {', '.join(names)}]")
         self.assertEqual(self.complaint(), "format.yaml:10: order: has 47 kinds; there are flags for 46")
+
+    def test_example_of_the_documentation(self):
+        text = (ROOT / "docs" / "adding-a-kind.md").read_text(encoding="utf-8")
+        shutil.rmtree(self.folder)
+        shutil.copytree(ROOT / "schema", self.folder)
+        rows = text.split("```yaml\n")[1].split("```")[0]
+        (self.folder / "weeks.yaml").write_text("family: Weeks\n" + rows)
+        self.replace(FORMAT, "OCDS_52]", "OCDS_52, Week_17]")
+        self.replace(FORMAT, "Message_Type_52]", "Message_Type_52, Message_Type_17]")
+        self.assertEqual(schema.load(self.folder).kinds[-1].type, 17)
 
     def test_no_schema(self):
         self.folder = self.folder / "nowhere"
