@@ -7,6 +7,7 @@ void ListCommand::declare(CLI::App& program)
     app->add_flag("-i,--interpreted", list.interpreted, "Show what coded values mean");
     app->add_option("--fields", list.fields, "Only these fields, by name")
         ->delimiter(',')
+        ->allow_extra_args(false)
         ->type_name("FIELD");
     app->add_option("-s,--separator", list.separator, "Text between two fields")
         ->capture_default_str();

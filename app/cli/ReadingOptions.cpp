@@ -25,9 +25,11 @@ void ReadingOptions::declare(CLI::App& command)
     command
         .add_option("-t,--type", filter.kinds, "Only messages of these types, by number or name")
         ->delimiter(',')
+        ->allow_extra_args(false)
         ->type_name("TYPE");
     command.add_option("--station", filter.stations, "Only messages of these stations")
         ->delimiter(',')
+        ->allow_extra_args(false)
         ->type_name("NUMBER");
     command.add_option("-w,--where", filter.where, "Only messages for which the condition holds")
         ->type_name("EXPRESSION");
