@@ -83,11 +83,26 @@ def literal(text):
     return '"' + text.replace("\\", "\\\\").replace('"', '\\"') + '"'
 
 
+def facts(member):
+    """What a descriptor says of its field besides name, type and access, as an initialiser."""
+    parts = []
+    if member.unit:
+        parts.append(f".unit = {literal(member.unit)}")
+    if member.is_virtual:
+        parts.append(".isVirtual = true")
+    if member.texts:
+        pairs = ", ".join(f"{{{value}, {literal(text)}}}" for value, text in member.texts.items())
+        parts.append(f".texts = {{{pairs}}}")
+    if member.do_not_use is not None:
+        parts.append(f".doNotUse = {member.do_not_use}")
+    return ", ".join(parts)
+
+
 def environment():
     env = jinja2.Environment(loader=jinja2.FileSystemLoader(TEMPLATES), undefined=jinja2.StrictUndefined,
                              trim_blocks=True, lstrip_blocks=True, keep_trailing_newline=True)
     env.filters.update(wire_comment=wire_comment, summary=summary, computation=computation,
-                       cpp_type=cpp_type, literal=literal, **reference.FILTERS)
+                       cpp_type=cpp_type, literal=literal, facts=facts, **reference.FILTERS)
     env.tests["run"] = lambda part: isinstance(part, Run)
     return env
 

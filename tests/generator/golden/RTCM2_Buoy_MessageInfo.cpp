@@ -57,7 +57,7 @@ RTCM2_Buoy_Look_FieldInfo::RTCM2_Buoy_Look_FieldInfo()
     : FieldDescriptor(trace, "RTCM2_Buoy_Look_FieldInfo", "Look")
 {
     addSubFieldInfo(RTCM2_Buoy_Colour_FieldInfo::getInstance_nonconst());
-    describe({.texts = {{0, "Dark \"D\""}, {1, "Red"}}, });
+    describe({.texts = {{0, "Dark \"D\""}, {1, "Red"}}});
 }
 
 RTCM2_Buoy_Look_FieldInfo::~RTCM2_Buoy_Look_FieldInfo()
@@ -107,7 +107,7 @@ RTCM2_Buoy_Height_FieldInfo* RTCM2_Buoy_Height_FieldInfo::getInstance_nonconst()
 RTCM2_Buoy_Height_FieldInfo::RTCM2_Buoy_Height_FieldInfo()
     : FieldDescriptor(trace, "RTCM2_Buoy_Height_FieldInfo", "Height")
 {
-    describe({.unit = "metre", .texts = {{-256, "Unknown"}}, .doNotUse = -256, });
+    describe({.unit = "metre", .texts = {{-256, "Unknown"}}, .doNotUse = -256});
 }
 
 RTCM2_Buoy_Height_FieldInfo::~RTCM2_Buoy_Height_FieldInfo()
@@ -132,7 +132,7 @@ RTCM2_Buoy_Chart_FieldInfo* RTCM2_Buoy_Chart_FieldInfo::getInstance_nonconst()
 RTCM2_Buoy_Chart_FieldInfo::RTCM2_Buoy_Chart_FieldInfo()
     : FieldDescriptor(trace, "RTCM2_Buoy_Chart_FieldInfo", "Chart")
 {
-    describe({.isVirtual = true, });
+    describe({.isVirtual = true});
 }
 
 RTCM2_Buoy_Chart_FieldInfo::~RTCM2_Buoy_Chart_FieldInfo()
