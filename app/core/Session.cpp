@@ -57,6 +57,7 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
             break;
         }
     }
+    sink->finish();
     if (stopped) {
         return ExitStatus::stoppedAtTrouble;
     }

@@ -58,6 +58,9 @@ public:
     // After the last message of an input.
     virtual void endOfInput(const std::string&, const ReaderCounters&) {}
 
+    // After everything, whatever ended it.
+    virtual void finish() {}
+
     // Between two reads of an input whose bytes arrive slowly.
     virtual void pause() {}
 

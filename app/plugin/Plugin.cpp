@@ -18,7 +18,13 @@ FieldParts fieldParts()
     return {.station = "Reference Station Id",
             .time = "Modified Z-Count",
             .satellite = "Satellite Id",
-            .text = "Message"};
+            .text = "Message",
+            .secondsPerTimeUnit = 0.6,
+            .timeWrap = 6000,
+            .system = {"Constellation", "G"},
+            .systemOfKind = {{"Message Type 1", "GPS"},
+                             {"Message Type 9", "GPS"},
+                             {"Message Type 31", "GLONASS"}}};
 }
 
 std::unique_ptr<AbstractDecoder> makeDecoder()
@@ -30,6 +36,11 @@ std::unique_ptr<QObject> makeExtractor(MessageSource* source, AbstractDecoder* d
                                        unsigned char mode)
 {
     return std::make_unique<QLX_DiffCorrIn_RTCM2Extractor>(source, decoder, nullptr, mode);
+}
+
+int typeNumberOf(std::span<const std::uint8_t> packed)
+{
+    return packed.size() < 2 ? -1 : packed[1] >> 2;
 }
 
 bool isSwitchedOff(int result)
