@@ -1,0 +1,424 @@
+#include "FieldInfo.h"
+#include "MessageInfo.h"
+#include "RTCM2Decoder.h"
+#include "RTCM2_JPL_46_Message.h"
+#include "RTCM2_JPL_47_Message.h"
+#include "RTCM2_JPL_48_Message.h"
+#include "RTCM2_JPL_49_Message.h"
+#include "RTCM2_Message_Type_15_Message.h"
+#include "RTCM2_Message_Type_16_Message.h"
+#include "RTCM2_Message_Type_18_Message.h"
+#include "RTCM2_Message_Type_1_Message.h"
+#include "RTCM2_Message_Type_21_Message.h"
+#include "RTCM2_Message_Type_22_Message.h"
+#include "RTCM2_Message_Type_23_Message.h"
+#include "RTCM2_Message_Type_24_Message.h"
+#include "RTCM2_Message_Type_59_Message.h"
+#include "RTCM2_OCDS_39_Message.h"
+#include "RTCM2_OCDS_40_Message.h"
+#include "RTCM2_OCDS_51_Message.h"
+#include "RTCM2_OCDS_52_Message.h"
+#include "RTCM2_WACorrection_Message.h"
+#include "support/MessageHelpers.h"
+
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+
+namespace {
+
+// Selects the fields with the given indices.
+QVector<bool> only(std::initializer_list<int> indices)
+{
+    QVector<bool> selection(std::max(indices) + 1, false);
+    for (const int index : indices) {
+        selection[index] = true;
+    }
+    return selection;
+}
+
+const QVector<bool> all(30, true);
+
+// A record in its initial state; what that leaves open is 0.
+template <class Record>
+Record made(std::int32_t (*initialise)(Record*))
+{
+    Record record{};
+    initialise(&record);
+    return record;
+}
+
+RTCM2_Message_Type_23_s antenna(std::uint8_t serialFlag)
+{
+    auto record = made(RTCM2_init_Message_Type_23);
+    RTCM2_strcpy_Message_Type_23_Antenna_Descriptor(&record, "ANT \xE9");
+    RTCM2_strcpy_Message_Type_23_Antenna_Serial_Number(&record, "S1");
+    record.Serial_Flag = serialFlag;
+    return record;
+}
+
+// A type 1 message with n corrections of the satellites 1 to n, which owns its record.
+std::unique_ptr<RTCM2_Message_Type_1_Message> corrections(unsigned n)
+{
+    auto* record = new RTCM2_Message_Type_1_s(made(RTCM2_init_Message_Type_1));
+    for (unsigned i = 0; i < n; ++i) {
+        RTCM2_append_Message_Type_1_Corrections(record)->Satellite_Id =
+            static_cast<std::uint8_t>(i + 1);
+    }
+    return std::make_unique<RTCM2_Message_Type_1_Message>(record, true);
+}
+
+TEST(RawLine, SelectsAndSeparates)
+{
+    const std::unique_ptr<RTCM2_Message_Type_1_Message> message = corrections(6);
+    auto* record = static_cast<RTCM2_Message_Type_1_s*>(
+        const_cast<void*>(RecordPeek::recordOf(message.get())));
+    record->Reference_Station_Id = 100;
+    record->Modified_Z_Count = 4000;
+    record->Sequence_No_ = 3;
+    record->No_Of_Data_Words = 10;
+    const QString line =
+        QStringLiteral("66;1;100;4000;3;10;00;6;submsg submsg submsg submsg submsg submsg");
+    EXPECT_EQ(message->getRawStringFor(QVector<bool>(9, true)), line);
+    EXPECT_EQ(message->getRawStringFor(all), line);
+    EXPECT_EQ(message->getRawStringFor(only({1, 6})), QStringLiteral("1;00"));
+    EXPECT_EQ(message->getRawStringFor(QVector<bool>(3, true)), QStringLiteral("66;1;100"));
+    EXPECT_EQ(message->getRawStringFor({}), QString());
+    Message::fieldSeparator = QStringLiteral(" | ");
+    EXPECT_EQ(message->getRawStringFor(only({0, 7})), QStringLiteral("66 | 6"));
+    Message::fieldSeparator = QStringLiteral(";");
+    EXPECT_TRUE(message->getSubMessages().isEmpty());
+}
+
+TEST(RawLine, AbsentFieldsLeaveEmptySlots)
+{
+    auto extended = made(RTCM2_init_Message_Type_22);
+    extended.L1_ECEF_Delta_Z = -128;
+    extended.Phase_Center_Height = 174762;
+    extended.L2_ECEF_Delta_X = -1;
+    const RTCM2_Message_Type_22_Message message(&extended, false);
+    const char* const lines[] = {"-128;;;;;;;;;", "-128;;;;;;;;;", "-128;00;00;00;00;00;174762;;;",
+                                 "-128;00;00;00;00;00;174762;-1;0;0", "-128;;;;;;;;;"};
+    for (std::uint8_t words = 0; words < std::size(lines); ++words) {
+        extended.No_Of_Data_Words = words;
+        EXPECT_EQ(message.getRawStringFor(only({9, 10, 11, 12, 13, 14, 15, 16, 17, 18})),
+                  QString::fromLatin1(lines[words]));
+        EXPECT_EQ(message.hasReserved(), words == 2 || words == 3);
+        EXPECT_EQ(message.hasL2_ECEF_Delta_Z(), words == 3);
+    }
+    EXPECT_EQ(message.getRawStringFor(only({10})), QString());
+
+    auto point = made(RTCM2_init_Message_Type_24);
+    point.ECEF_X = -137438953472;
+    point.ECEF_Y = 137438953471;
+    point.Antenna_Height = 262143;
+    const RTCM2_Message_Type_24_Message reference(&point, false);
+    const QVector<bool> fields = only({7, 8, 9, 13, 14, 15});
+    EXPECT_EQ(reference.getRawStringFor(fields),
+              QStringLiteral("-137438953472;00;137438953471;00;;"));
+    point.Height_Indicator = 1;
+    EXPECT_EQ(reference.getRawStringFor(fields),
+              QStringLiteral("-137438953472;00;137438953471;01;262143;00"));
+}
+
+TEST(RawLine, TextsAndBytes)
+{
+    auto special = made(RTCM2_init_Message_Type_16);
+    const RTCM2_Message_Type_16_Message text(&special, false);
+    EXPECT_EQ(text.getRawStringFor(only({8})), QString());
+    RTCM2_strcpy_Message_Type_16_Message(&special, "Gr\xFC\xDF"
+                                                   "e\nand more");
+    EXPECT_EQ(text.getRawStringFor(only({7, 8})), QString::fromLatin1("14;Gr\xFC\xDF"
+                                                                      "e\nand more"));
+    special.Message[5] = '\0';
+    EXPECT_EQ(text.getRawStringFor(only({7, 8})), QString::fromLatin1("14;Gr\xFC\xDF"
+                                                                      "e"));
+    // The text ends with the announced number, the terminator included.
+    special.Message_Length = 2;
+    EXPECT_EQ(text.getRawStringFor(only({8})), QString::fromLatin1("Gr\xFC"));
+    EXPECT_EQ(text.getMessageVector(), QVector<char>({'G', 'r', '\xFC'}));
+
+    const auto record = antenna(1);
+    auto copy = record;
+    const RTCM2_Message_Type_23_Message antennaMessage(&copy, false);
+    EXPECT_EQ(antennaMessage.getRawStringFor(only({9, 10, 11, 14, 15})),
+              QString::fromLatin1("01;5;ANT \xE9;2;S1"));
+
+    auto proprietary = made(RTCM2_init_Message_Type_59);
+    const unsigned char bytes[] = {1, 2, 3, 10, 11, 12, 13, 14, 15};
+    RTCM2_memcpy_Message_Type_59_Data(&proprietary, bytes, 9);
+    const RTCM2_Message_Type_59_Message data(&proprietary, false);
+    const std::pair<std::uint8_t, const char*> groups[] = {{0, ""},
+                                                           {1, "01"},
+                                                           {4, "0102030a"},
+                                                           {5, "0102030a 0b"},
+                                                           {8, "0102030a 0b0c0d0e"},
+                                                           {9, "0102030a 0b0c0d0e 0f"}};
+    for (const auto& [length, line] : groups) {
+        proprietary.Data_Length = length;
+        EXPECT_EQ(data.getRawStringFor(only({8})), QString::fromLatin1(line));
+    }
+}
+
+TEST(RawLine, DoNotUseAndFloatingPoint)
+{
+    auto element = made(RTCM2_init_Type_15);
+    const RTCM2_Type_15_Message delay(&element, nullptr, false);
+    element.Rate_Of_Change = -8192;
+    EXPECT_EQ(delay.getRawStringFor(all), QStringLiteral("00;00;0;0;DoNotUse"));
+    Message::useDoNotUseString = false;
+    EXPECT_EQ(delay.getRawStringFor(only({4})), QStringLiteral("-8192"));
+    Message::useDoNotUseString = true;
+    element.Rate_Of_Change = -8191;
+    EXPECT_EQ(delay.getRawStringFor(only({4})), QStringLiteral("-8191"));
+
+    auto range = made(RTCM2_init_RTK_21);
+    range.PSF = 0.32;
+    range.Range_Rate_Correction = -128;
+    const RTCM2_RTK_21_Message correction(&range, nullptr, false);
+    EXPECT_EQ(correction.getRawStringFor(only({11, 12})), QStringLiteral("-128;0.320000"));
+}
+
+TEST(RawLine, CountsBeyondTheCapacityReadNothingElse)
+{
+    const auto special =
+        std::make_unique<RTCM2_Message_Type_16_s>(made(RTCM2_init_Message_Type_16));
+    std::fill(std::begin(special->Message), std::end(special->Message), 'x');
+    special->Message_Length = 255;
+    const RTCM2_Message_Type_16_Message text(special.get(), false);
+    EXPECT_EQ(text.getRawStringFor(only({8})), QString(91, QLatin1Char('x')));
+    EXPECT_EQ(text.getMessageVector().size(), 256);
+    EXPECT_EQ(text.getMessage(255), '\0');
+
+    const auto record = std::make_unique<RTCM2_Message_Type_59_s>(made(RTCM2_init_Message_Type_59));
+    record->Data_Length = 255;
+    const RTCM2_Message_Type_59_Message data(record.get(), false);
+    EXPECT_EQ(data.getRawStringFor(only({8})).size(), 2 * 93 + 23);
+    EXPECT_EQ(data.getDataVector().size(), 255);
+}
+
+// Raw lines and descriptors must agree about every field of a message.
+void expectLineOfDescriptors(const Message& message)
+{
+    const auto& fields = message.getMessageInfo()->getFieldInfos();
+    QStringList texts;
+    for (int i = 0; i < fields.size(); ++i) {
+        QString text = fields[i]->getValueString(&message);
+        if (fields[i]->isRepeated() && fields[i]->getType() == FieldType::byte()) {
+            text = message.getRawStringFor(only({i}));    // grouped otherwise
+        }
+        if (fields[i]->hasDoNotUseValue() &&
+            fields[i]->getValue(&message, 0) == fields[i]->getDoNotUseValue()) {
+            text = Message::doNotUseString;
+        }
+        texts << text;
+    }
+    EXPECT_EQ(message.getRawStringFor(QVector<bool>(fields.size(), true)),
+              texts.join(QLatin1Char(';')));
+}
+
+TEST(RawLine, AgreesWithTheDescriptors)
+{
+    RTCM2Decoder decoder(nullptr);
+    int messages = 0;
+    QObject::connect(&decoder, &MessageSource::newMessage, [&](const Message* message) {
+        ++messages;
+        expectLineOfDescriptors(*message);
+        const FieldInfo* last = message->getMessageInfo()->getFieldInfos().last();
+        for (unsigned i = 0; i < last->getCount(message); ++i) {
+            if (const Message* element = last->getValue(message, i).toSubMessage()) {
+                expectLineOfDescriptors(*element);
+            }
+        }
+    });
+    std::mt19937 random(4711);
+    for (const unsigned type :
+         {1U, 3U, 9U, 15U, 16U, 18U, 19U, 20U, 21U, 22U, 23U, 24U, 31U, 32U, 59U}) {
+        for (unsigned round = 0; round < 20; ++round) {
+            std::vector<std::uint8_t> payload(93);
+            std::generate(payload.begin(), payload.end(), random);
+            const auto bytes = packed(type, 1 + round % 4, payload);
+            EXPECT_GT(decoder.decodeMessage(bytes.data(), static_cast<unsigned>(bytes.size())), 0);
+        }
+    }
+    EXPECT_EQ(messages, 15 * 20);
+}
+
+template <class ElementMessage, class Record>
+void expectElements(unsigned type, Record RTCM2_message_s::*member, void (*release)(Record*))
+{
+    std::mt19937 random(type);
+    std::vector<std::uint8_t> payload(60);
+    std::generate(payload.begin(), payload.end(), random);
+    const auto bytes = packed(type, 20, payload);
+    RTCM2_message_s decoded;
+    ASSERT_GT(
+        RTCM2_decode(nullptr, bytes.data(), static_cast<std::uint16_t>(bytes.size()), &decoded), 0);
+    Record& record = decoded.*member;
+    ASSERT_GT(record.Ns, 4) << type;
+    for (unsigned i = 0; i < record.Ns; ++i) {
+        expectLineOfDescriptors(ElementMessage(record.Corrections + i, nullptr, false));
+    }
+    release(&record);
+}
+
+TEST(RawLine, AgreesWithTheDescriptorsOfWideAreaElements)
+{
+    using Any = RTCM2_message_s;
+    expectElements<RTCM2_OCDS_39_Message>(39, &Any::Message_Type_39,
+                                          RTCM2_free_Message_Type_39_children);
+    expectElements<RTCM2_OCDS_40_Message>(40, &Any::Message_Type_40,
+                                          RTCM2_free_Message_Type_40_children);
+    expectElements<RTCM2_WACorrection_Message>(44, &Any::Message_Type_44,
+                                               RTCM2_free_Message_Type_44_children);
+    expectElements<RTCM2_JPL_46_Message>(46, &Any::Message_Type_46,
+                                         RTCM2_free_Message_Type_46_children);
+    expectElements<RTCM2_JPL_47_Message>(47, &Any::Message_Type_47,
+                                         RTCM2_free_Message_Type_47_children);
+    expectElements<RTCM2_JPL_48_Message>(48, &Any::Message_Type_48,
+                                         RTCM2_free_Message_Type_48_children);
+    expectElements<RTCM2_JPL_49_Message>(49, &Any::Message_Type_49,
+                                         RTCM2_free_Message_Type_49_children);
+    expectElements<RTCM2_OCDS_51_Message>(51, &Any::Message_Type_51,
+                                          RTCM2_free_Message_Type_51_children);
+    expectElements<RTCM2_OCDS_52_Message>(52, &Any::Message_Type_52,
+                                          RTCM2_free_Message_Type_52_children);
+}
+
+TEST(SubMessages, AreMadeWhenAskedForAndGoWithTheirMessage)
+{
+    const int before = liveMessages();
+    auto message = corrections(3);
+    const RTCM2_Message_Type_1_Message& constant = *message;
+    EXPECT_EQ(constant.getNumberOfCorrections(), 3U);
+    EXPECT_TRUE(message->getSubMessages().isEmpty());
+    EXPECT_TRUE(constant.getSubMessages().isEmpty());
+    EXPECT_EQ(liveMessages(), before + 1);
+
+    RTCM2_DGNSS_Message* third = message->getCorrections(2);
+    EXPECT_EQ(liveMessages(), before + 4);
+    EXPECT_EQ(third->getSatellite_Id(), 3);
+    EXPECT_EQ(message->getCorrections(2), third);
+    EXPECT_EQ(constant.getCorrections(2), third);
+    const auto elements = message->getCorrectionsVector();
+    const auto constElements = constant.getCorrectionsVector();
+    ASSERT_EQ(elements.size(), 3);
+    ASSERT_EQ(constElements.size(), 3);
+    ASSERT_EQ(message->getSubMessages().size(), 3);
+    ASSERT_EQ(constant.getSubMessages().size(), 3);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(elements[i]->getSatellite_Id(), i + 1);
+        EXPECT_EQ(constElements[i], elements[i]);
+        EXPECT_EQ(message->getSubMessages()[i], elements[i]);
+        EXPECT_EQ(constant.getSubMessages()[i], elements[i]);
+        EXPECT_EQ(elements[i]->getParentMessage(), message.get());
+        EXPECT_TRUE(elements[i]->getSubMessages().isEmpty());
+    }
+    EXPECT_EQ(elements[2], third);
+    EXPECT_EQ(liveMessages(), before + 4);
+    message.reset();
+    EXPECT_EQ(liveMessages(), before);
+}
+
+TEST(SubMessages, NoneWithoutElements)
+{
+    const auto message = corrections(0);
+    EXPECT_TRUE(message->getCorrectionsVector().isEmpty());
+    EXPECT_TRUE(message->getSubMessages().isEmpty());
+    EXPECT_EQ(message->getRawStringFor(all), QStringLiteral("66;1;0;0;0;0;00;0;"));
+    EXPECT_EQ(message->getParentMessage(), nullptr);
+}
+
+TEST(MessageObjects, LeaveRecordsOfOthersAlone)
+{
+    auto record = made(RTCM2_init_Message_Type_21);
+    RTCM2_append_Message_Type_21_Data(&record)->Satellite_Id = 17;
+    for (int round = 0; round < 2; ++round) {
+        RTCM2_Message_Type_21_Message message(&record, false);
+        EXPECT_EQ(message.getData(0)->getSatellite_Id(), 17);
+        EXPECT_EQ(RecordPeek::recordOf(&message), &record);
+        EXPECT_EQ(RecordPeek::recordOf(message.getData(0)), record.Data);
+    }
+    EXPECT_EQ(record.Data->Satellite_Id, 17);
+    RTCM2_free_Message_Type_21_children(&record);
+}
+
+TEST(MessageObjects, RefuseIndicesOutOfRangeByDisplayName)
+{
+    auto special = made(RTCM2_init_Message_Type_16);
+    auto named = antenna(0);
+    auto proprietary = made(RTCM2_init_Message_Type_59);
+    proprietary.Data_Length = 2;
+    auto phases = made(RTCM2_init_Message_Type_18);
+    const auto one = corrections(3);
+    RTCM2_Message_Type_1_Message& plain = *one;
+    const RTCM2_Message_Type_1_Message& constant = *one;
+    const RTCM2_Message_Type_16_Message text(&special, false);
+    const RTCM2_Message_Type_18_Message phase(&phases, false);
+    const RTCM2_Message_Type_23_Message antennas(&named, false);
+    const RTCM2_Message_Type_59_Message data(&proprietary, false);
+    const auto refusal = [](const char* field) {
+        return QStringLiteral("Requesting value for an repeated field %1 with out of range index.")
+            .arg(QLatin1String(field));
+    };
+    EXPECT_EQ(misuseText([&] { plain.getCorrections(3); }), refusal("Corrections"));
+    EXPECT_EQ(misuseText([&] { constant.getCorrections(~0U); }), refusal("Corrections"));
+    EXPECT_EQ(misuseText([&] { phase.getData(0); }), refusal("Data"));
+    EXPECT_EQ(misuseText([&] { data.getData(2); }), refusal("Data"));
+    EXPECT_EQ(misuseText([&] { text.getMessage(1); }), refusal("Message"));
+    EXPECT_EQ(misuseText([&] { antennas.getAntenna_Descriptor(6); }),
+              refusal("Antenna Descriptor"));
+    EXPECT_EQ(misuseText([&] { antennas.getAntenna_Serial_Number(3); }),
+              refusal("Antenna Serial Number"));
+    // The last index is the terminator; the serial number is readable whatever the flag says.
+    EXPECT_EQ(text.getMessage(0), '\0');
+    EXPECT_EQ(antennas.getAntenna_Descriptor(4), '\xE9');
+    EXPECT_EQ(antennas.getAntenna_Descriptor(5), '\0');
+    EXPECT_FALSE(antennas.hasAntenna_Serial_Number());
+    EXPECT_EQ(antennas.getAntenna_Serial_NumberVector(), QVector<char>({'S', '1', '\0'}));
+    EXPECT_STREQ(antennas.getAntenna_Serial_NumberArray(), "S1");
+}
+
+TEST(MessageObjects, RefuseAbsentFields)
+{
+    auto extended = made(RTCM2_init_Message_Type_22);
+    extended.No_Of_Data_Words = 2;
+    extended.Phase_Center_Height = 7;
+    auto point = made(RTCM2_init_Message_Type_24);
+    const RTCM2_Message_Type_22_Message extras(&extended, false);
+    const RTCM2_Message_Type_24_Message reference(&point, false);
+    const QString absent = QStringLiteral("Requesting value for a non-present optional field.");
+    EXPECT_EQ(extras.getPhase_Center_Height(), 7U);
+    EXPECT_EQ(misuseText([&] { extras.getL2_ECEF_Delta_X(); }), absent);
+    extended.No_Of_Data_Words = 4;
+    EXPECT_EQ(misuseText([&] { extras.getReserved(); }), absent);
+    EXPECT_EQ(misuseText([&] { extras.getPhase_Center_Height(); }), absent);
+    EXPECT_EQ(misuseText([&] { reference.getAntenna_Height(); }), absent);
+    EXPECT_EQ(misuseText([&] { reference.getReserved3(); }), absent);
+}
+
+TEST(MessageObjectsDeathTest, HaveNothingToTellWithoutRecord)
+{
+    qputenv("QT_FORCE_STDERR_LOGGING", "1");
+    const auto fatal = [](const char* name) {
+        return std::string(name) + "::assertRepresentation.. failed when trying to access data of "
+                                   "an uninitialized message\\.";
+    };
+    const RTCM2_Message_Type_1_Message main(nullptr, true);
+    const RTCM2_Message_Type_16_Message text(nullptr, false);
+    const RTCM2_Message_Type_24_Message point(nullptr, true);
+    const RTCM2_OCDS_52_Message element(nullptr, nullptr, true);
+    EXPECT_EQ(RecordPeek::recordOf(&main), nullptr);
+    EXPECT_TRUE(main.getSubMessages().isEmpty());
+    EXPECT_DEATH(main.getNs(), fatal("RTCM2_Message_Type_1_Message"));
+    EXPECT_DEATH(main.getCorrectionsVector(), fatal("RTCM2_Message_Type_1_Message"));
+    EXPECT_DEATH(text.getMessage(0), fatal("RTCM2_Message_Type_16_Message"));
+    EXPECT_DEATH(text.getNumberOfMessage(), fatal("RTCM2_Message_Type_16_Message"));
+    EXPECT_DEATH(point.hasAntenna_Height(), fatal("RTCM2_Message_Type_24_Message"));
+    EXPECT_DEATH(element.getWL_Bias(), fatal("RTCM2_OCDS_52_Message"));
+}
+
+}    // namespace
