@@ -134,7 +134,8 @@ def families(fmt):
 
 def users(kind, fmt):
     """The main kinds that carry the sub-record."""
-    return [k for k in fmt.main_kinds if k.records_member and k.records_member.elements == kind.name]
+    return [k for k in fmt.main_kinds
+            if k.records_member and k.records_member.elements == kind.name]
 
 
 def link(kind):

@@ -87,7 +87,8 @@ def _member(row, place):
         facts["width"] = row["bits"]
     if role in RULE_KEYS:
         facts["initial"] = 0
-    return Member(name=row["member"], display=row.get("name", ""), role=role, where=row.where, **facts)
+    return Member(name=row["member"], display=row.get("name", ""), role=role, where=row.where,
+                  **facts)
 
 
 def _check_names(member, kind, seen, fail):
@@ -186,7 +187,7 @@ def _check_array(member, length, fail):
     if member.role == "inline" and member.limit not in range(256):
         fail(f"a limit of {member.limit} is above 255")
     if member.role == "inline" and member.limit not in _range(length):
-        fail(f"a limit of {member.limit} is more than {length.name} with {length.width} bits can tell")
+        fail(f"a limit of {member.limit} is more than {length.name} of {length.width} bits can tell")
 
 
 def _check_member(member, kind, seen):
@@ -312,7 +313,8 @@ def _check_between_kinds(fmt):
                 fail(f"{what} is taken by {taken[what].name}")
         array = kind.records_member
         if array and array.elements not in [k.name for k in fmt.sub_kinds]:
-            _complaint(array.where, f"{kind.name}.{array.name}")(f"no sub-record kind '{array.elements}'")
+            fail = _complaint(array.where, f"{kind.name}.{array.name}")
+            fail(f"no sub-record kind '{array.elements}'")
 
 
 def load(folder):

@@ -113,7 +113,7 @@ WRONG = [
     (HARBOURS, "{0: 0.5, 1: 2}", "{0: a}", "Harbour.Reach: the value for 0 is 'a', not a number"),
     (HARBOURS, "{0: 0.5, 1: 2}", "{0: .nan}", "Harbour.Reach: the value for 0 is nan, not a number"),
     # arrays
-    (HARBOURS, "limit: 31", "limit: 32", "@Harbour.Title: a limit of 32 is more than Length with 5 bits"),
+    (HARBOURS, "limit: 31", "limit: 32", "@Harbour.Title: a limit of 32 is more than Length of 5 bits"),
     (HARBOURS, "limit: 9", "limit: 256", "Harbour.Note: a limit of 256 is above 255"),
     (HARBOURS, "bits: 5, initial: 0", "bits: 5", "Harbour.Title: its length Length needs 'initial: 0'"),
     (HARBOURS, "Length, type: u", "Length, type: i", "Harbour.Title: its length Length is not of type u"),
