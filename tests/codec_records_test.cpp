@@ -7,9 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <cstring>
-#include <limits>
-#include <memory>
 #include <string>
 #include <type_traits>
 
@@ -257,6 +256,45 @@ TEST_F(CodecRecords, EncodingKeepsWhatTheCallerStored)
     EXPECT_EQ(message.header.bit_count, 336U);
 }
 
+template <class Record>
+Record patterned()
+{
+    Record record;
+    std::memset(static_cast<void*>(&record), 0x2A, sizeof record);
+    return record;
+}
+
+TEST(CodecInit, WritesFirstValuesAndLeavesTheRest)
+{
+    auto dgnss = patterned<RTCM2_DGNSS_s>();
+    RTCM2_init_DGNSS(&dgnss);
+    EXPECT_EQ(dgnss.parent, nullptr);
+    EXPECT_EQ(dgnss.Change_Bit | dgnss.Time_Of_Day, 0);
+    EXPECT_EQ(dgnss.Issue_Of_Data, 0x2A);
+    auto rtk = patterned<RTCM2_RTK_21_s>();
+    RTCM2_init_RTK_21(&rtk);
+    EXPECT_EQ(rtk.PRN, 0);
+    EXPECT_EQ(rtk.PSF, 0.0);
+    EXPECT_EQ(rtk.Pseudorange_Correction, 0x2A2A);
+    auto clock = patterned<RTCM2_OCDS_51_s>();
+    RTCM2_init_OCDS_51(&clock);
+    EXPECT_EQ(clock.PRN, 0);
+    EXPECT_EQ(clock.Clock, 0x2A2A);
+    auto point = patterned<RTCM2_Message_Type_24_s>();
+    RTCM2_init_Message_Type_24(&point);
+    EXPECT_EQ(point.Reserved | point.Reserved2 | point.Reserved3, 0);
+    EXPECT_EQ(point.Antenna_Height, 0x2A2A2A2AU);
+    auto wideArea = patterned<RTCM2_Message_Type_44_s>();
+    RTCM2_init_Message_Type_44(&wideArea);
+    EXPECT_EQ(wideArea.Station_Health_Flag, 0);
+    auto antenna = patterned<RTCM2_Message_Type_23_s>();
+    RTCM2_init_Message_Type_23(&antenna);
+    for (const char* text : {antenna.Antenna_Descriptor, antenna.Antenna_Serial_Number}) {
+        EXPECT_EQ(text[0] | text[31], 0);
+        EXPECT_EQ(text[1] & text[30], 0x2A);
+    }
+}
+
 // What follows holds for every kind with an array.
 template <class Record>
 struct Appending;
@@ -319,20 +357,32 @@ TYPED_TEST(CodecArrays, GrowToTheLargestCountAndNoFurther)
     std::memset(static_cast<void*>(&message), 0x2A, sizeof message);
     kind.init(message);
     auto& record = reinterpret_cast<TypeParam&>(message);
-    EXPECT_EQ(Kind::array(record), nullptr);
-    for (unsigned i = 0; i < Kind::widest; ++i) {
-        auto* element = Kind::append(&record);
-        ASSERT_NE(element, nullptr);
-        ASSERT_EQ(element, Kind::array(record) + i);
-        ASSERT_EQ(element->kind, Kind::elementKind);
-        ASSERT_EQ(element->bit_count, 0U);
-        ASSERT_EQ(element->parent, &record);
-        ASSERT_EQ(record.Ns, i + 1);
-    }
-    const auto* array = Kind::array(record);
+    auto*& array = Kind::array(record);
+    EXPECT_EQ(array, nullptr);
+    const auto appendTo = [&](unsigned end) {
+        while (record.Ns < end) {
+            const unsigned i = record.Ns;
+            auto* element = Kind::append(&record);
+            ASSERT_NE(element, nullptr);
+            ASSERT_EQ(element, array + i);
+            ASSERT_EQ(element->kind, Kind::elementKind);
+            ASSERT_EQ(element->bit_count, 0U);
+            ASSERT_EQ(element->parent, &record);
+            ASSERT_EQ(record.Ns, i + 1);
+        }
+    };
+    appendTo(3);
+    // To the last two at once: one by one takes too long where the count has 16 bits.
+    const std::size_t most = Kind::widest;
+    void* grown = std::realloc(array, (most - 2) * sizeof *array);
+    ASSERT_NE(grown, nullptr);
+    array = static_cast<std::remove_reference_t<decltype(array)>>(grown);
+    record.Ns = static_cast<decltype(record.Ns)>(most - 2);
+    appendTo(Kind::widest);
+    const auto* full = array;
     EXPECT_EQ(Kind::append(&record), nullptr);
-    EXPECT_EQ(Kind::array(record), array);
-    EXPECT_EQ(record.Ns, Kind::widest);
+    EXPECT_EQ(array, full);
+    EXPECT_EQ(record.Ns, most);
     kind.release(message);
 }
 

@@ -29,8 +29,10 @@ std::vector<std::uint8_t> randomBytes(std::mt19937& random, std::size_t count)
 template <class T>
 T expectedValue(std::uint64_t bits, unsigned width)
 {
-    if (std::is_signed_v<T> && width < 64 && (bits >> (width - 1)) == 1) {
-        return static_cast<T>(static_cast<std::int64_t>(bits) - (std::int64_t{1} << width));
+    if (std::is_signed_v<T> && (bits >> (width - 1)) == 1) {
+        for (unsigned i = width; i < 64; ++i) {
+            bits |= std::uint64_t{1} << i;
+        }
     }
     return static_cast<T>(bits);
 }
