@@ -10,6 +10,7 @@
 struct ReaderCounters {
     std::uint64_t bytesRead = 0;
     std::uint64_t bytesSkipped = 0;    // bytes that belong to no message
+    const char* form = "";             // the input's form, for people; empty if not found out yet
 };
 
 // However the input is cut into pushes, the frames are the same.

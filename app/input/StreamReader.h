@@ -12,7 +12,7 @@ public:
     ReaderCounters counters() const override
     {
         const framing::FramerCounters seen = framer.counters();
-        return {.bytesRead = seen.bytesRead, .bytesSkipped = seen.bytesSkipped};
+        return {.bytesRead = seen.bytesRead, .bytesSkipped = seen.bytesSkipped, .form = "stream"};
     }
 
 private:
