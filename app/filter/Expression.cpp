@@ -1,15 +1,26 @@
 #include "Expression.h"
 
-#include "MessageFilter.h"
+#include "Resolver.h"
 
-Expression::Expression(std::string_view, const std::vector<const KindModel*>&)
+Expression::Expression(std::string_view text, const std::vector<const KindModel*>& kinds)
 {
-    throw FilterError{"--where is not available yet"};
+    const SyntaxNode syntax = parseExpression(text);
+    std::vector<ConditionPtr> resolved = Resolver(text, kinds).resolve(syntax);
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        conditions.emplace(kinds[i], std::move(resolved[i]));
+    }
 }
 
 Expression::~Expression() = default;
 
-bool Expression::holds(const Message&, const KindModel&) const
+bool Expression::canHold(const KindModel& kind) const
 {
-    return false;
+    const auto found = conditions.find(&kind);
+    return found != conditions.end() && found->second->constant() != false;
+}
+
+bool Expression::holds(const Message& message, const KindModel& kind) const
+{
+    const auto found = conditions.find(&kind);
+    return found != conditions.end() && found->second->holds(message);
 }

@@ -3,6 +3,7 @@
 #include "Expression.h"
 #include "FieldInfo.h"
 #include "Message.h"
+#include "NearestName.h"
 
 #include <algorithm>
 #include <charconv>
@@ -19,45 +20,105 @@ std::uint64_t stationNumber(const std::string& text)
     return number;
 }
 
-const KindModel* mainKind(const FormatModel& model, const std::string& name)
+FilterError unknownKind(const FormatModel& model, const std::string& name)
 {
-    const KindModel* kind = model.kind(name);
-    if (kind == nullptr || !kind->isMain) {
-        throw FilterError{"no kind of message is called '" + name +
-                          "' ('rtcm2 describe' lists them)"};
+    std::vector<std::string> names;
+    for (const auto& kind : model.kinds()) {
+        if (kind->isMain) {
+            names.push_back("'" + kind->name + "'");
+        }
     }
-    return kind;
+    const std::string meant = suggestion(nearestNames(name, names));
+    return FilterError{"no kind of message is called '" + name + "'" +
+                       (meant.empty() ? " ('rtcm2 describe' lists them)" : ": " + meant)};
+}
+
+std::vector<const KindModel*> mainKinds(const FormatModel& model,
+                                        const std::vector<std::string>& names)
+{
+    std::vector<const KindModel*> kinds;
+    for (const std::string& name : names) {
+        const KindModel* kind = model.kind(name);
+        if (kind == nullptr) {
+            throw unknownKind(model, name);
+        }
+        if (!kind->isMain) {
+            throw FilterError{"'" + kind->name + "' is no message but a part of messages"};
+        }
+        kinds.push_back(kind);
+    }
+    return kinds;
+}
+
+bool isAmong(const std::vector<const KindModel*>& kinds, const KindModel* kind)
+{
+    return std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
+}
+
+template <class Predicate>
+void dropKinds(std::vector<const KindModel*>& kinds, Predicate isDropped)
+{
+    kinds.erase(std::remove_if(kinds.begin(), kinds.end(), isDropped), kinds.end());
 }
 
 }    // namespace
 
 MessageFilter::MessageFilter(const FormatModel& model, const FilterOptions& options,
                              const std::string& stationField)
-    : stationName(stationField)
 {
-    for (const std::string& name : options.kinds) {
-        passingKinds.push_back(mainKind(model, name));
-    }
-    if (options.kinds.empty()) {
-        for (const auto& kind : model.kinds()) {
-            if (kind->isMain) {
-                passingKinds.push_back(kind.get());
-            }
-        }
-    }
-    for (const std::string& station : options.stations) {
-        stations.push_back(stationNumber(station));
-    }
-    if (!options.where.empty()) {
-        expression = std::make_unique<Expression>(options.where, passingKinds);
-    }
+    chooseKinds(model, options);
+    chooseStations(options, stationField);
+    chooseByExpression(options.where);
 }
 
 MessageFilter::~MessageFilter() = default;
 
+void MessageFilter::chooseKinds(const FormatModel& model, const FilterOptions& options)
+{
+    const auto wanted = mainKinds(model, options.kinds);
+    const auto excluded = mainKinds(model, options.excludedKinds);
+    for (const auto& kind : model.kinds()) {
+        if (kind->isMain && (wanted.empty() || isAmong(wanted, kind.get())) &&
+            !isAmong(excluded, kind.get())) {
+            passingKinds.push_back(kind.get());
+        }
+    }
+    if (passingKinds.empty()) {
+        throw FilterError{"the chosen types leave no kind of message"};
+    }
+}
+
+void MessageFilter::chooseStations(const FilterOptions& options, const std::string& stationField)
+{
+    for (const std::string& station : options.stations) {
+        stations.push_back(stationNumber(station));
+    }
+    if (stations.empty()) {
+        return;
+    }
+    for (const KindModel* kind : passingKinds) {
+        if (const FieldModel* field = kind->field(stationField)) {
+            stationFields.emplace(kind, field->info);
+        }
+    }
+    dropKinds(passingKinds, [this](const KindModel* kind) { return !stationFields.count(kind); });
+    if (passingKinds.empty()) {
+        throw FilterError{"the chosen kinds of message name no station"};
+    }
+}
+
+void MessageFilter::chooseByExpression(const std::string& where)
+{
+    if (where.empty()) {
+        return;
+    }
+    expression = std::make_unique<Expression>(where, passingKinds);
+    dropKinds(passingKinds, [this](const KindModel* kind) { return !expression->canHold(*kind); });
+}
+
 bool MessageFilter::takesKind(const KindModel& kind) const
 {
-    return std::find(passingKinds.begin(), passingKinds.end(), &kind) != passingKinds.end();
+    return isAmong(passingKinds, &kind);
 }
 
 bool MessageFilter::takes(const Message& message, const KindModel& kind) const
@@ -71,10 +132,10 @@ bool MessageFilter::takesStation(const Message& message, const KindModel& kind) 
     if (stations.empty()) {
         return true;
     }
-    const FieldModel* field = kind.field(stationName);
-    if (field == nullptr) {
+    const auto field = stationFields.find(&kind);
+    if (field == stationFields.end() || !field->second->isPresent(&message)) {
         return false;
     }
-    const std::uint64_t station = field->info->getValue(&message, 0).toUnsigned();
+    const std::uint64_t station = field->second->getValueUnchecked(&message, 0).toUnsigned();
     return std::find(stations.begin(), stations.end(), station) != stations.end();
 }

@@ -3,8 +3,10 @@
 
 #include "FormatModel.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 class Message;
@@ -13,6 +15,7 @@ struct FilterOptions {
     std::vector<std::string> kinds;       // names, identifiers or type numbers; empty for all
     std::vector<std::string> stations;    // numbers; empty for all
     std::string where;                    // expression over fields; empty for none
+    std::vector<std::string> excludedKinds{};    // as kinds; taken away from these
 };
 
 // A filter that cannot be understood; the text is for people and points at the place.
@@ -31,17 +34,21 @@ public:
     MessageFilter(const MessageFilter&) = delete;
     MessageFilter& operator=(const MessageFilter&) = delete;
 
-    // The main kinds that can pass; the others may be switched off in the decoder.
+    // The main kinds that can pass, in the order of the format; the others may be switched off in
+    // the decoder. Kinds whose messages can never fulfil the expression are not among them.
     const std::vector<const KindModel*>& kinds() const { return passingKinds; }
 
     bool takesKind(const KindModel& kind) const;
     bool takes(const Message& message, const KindModel& kind) const;
 
 private:
+    void chooseKinds(const FormatModel& model, const FilterOptions& options);
+    void chooseStations(const FilterOptions& options, const std::string& stationField);
+    void chooseByExpression(const std::string& where);
     bool takesStation(const Message& message, const KindModel& kind) const;
 
     std::vector<const KindModel*> passingKinds;
     std::vector<std::uint64_t> stations;
-    std::string stationName;
+    std::unordered_map<const KindModel*, const FieldInfo*> stationFields;
     std::unique_ptr<Expression> expression;
 };

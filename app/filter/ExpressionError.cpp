@@ -1,0 +1,55 @@
+#include "ExpressionError.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::size_t shownBefore = 50;    // bytes; of long expressions, only the surroundings
+constexpr std::size_t shownBehind = 40;
+
+bool continuesCharacter(char c)
+{
+    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+}
+
+// The nearest boundary between two characters at or before the place.
+std::size_t boundary(std::string_view text, std::size_t place)
+{
+    while (place > 0 && place < text.size() && continuesCharacter(text[place])) {
+        --place;
+    }
+    return place;
+}
+
+// One line, whatever the text holds.
+std::string printable(std::string_view text)
+{
+    std::string result(text);
+    std::replace_if(
+        result.begin(), result.end(),
+        [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, ' ');
+    return result;
+}
+
+}    // namespace
+
+FilterError errorAt(std::string_view expression, const Problem& problem)
+{
+    const std::size_t place = std::min(problem.place, expression.size());
+    const std::size_t begin = place > shownBefore ? boundary(expression, place - shownBefore) : 0;
+    const std::size_t end = expression.size() - place > shownBehind
+                                ? boundary(expression, place + shownBehind)
+                                : expression.size();
+    const std::string lead = "  " + std::string(begin > 0 ? "..." : "");
+    const std::string before = printable(expression.substr(begin, place - begin));
+    const std::string behind =
+        printable(expression.substr(place, end - place)) + (end < expression.size() ? "..." : "");
+    const auto column = static_cast<std::size_t>(
+        std::count_if(before.begin(), before.end(), [](char c) { return !continuesCharacter(c); }));
+    std::string text = printable(problem.text) + "\n" + lead + before + behind + "\n" +
+                       std::string(lead.size() + column, ' ') + "^";
+    if (!problem.help.empty()) {
+        text += "\n  " + problem.help;
+    }
+    return FilterError{text};
+}

@@ -1,0 +1,16 @@
+// What is wrong with an expression, shown at its place.
+#pragma once
+
+#include "MessageFilter.h"
+
+#include <string>
+#include <string_view>
+
+struct Problem {
+    std::size_t place = 0;    // bytes before it in the expression
+    std::string text;
+    std::string help;    // what was expected, or what may have been meant; may be empty
+};
+
+// Shows the problem, the expression, a caret under the place, and the help.
+FilterError errorAt(std::string_view expression, const Problem& problem);

@@ -1,0 +1,20 @@
+// Conditions on one field of the messages of one kind.
+#pragma once
+
+#include "Condition.h"
+#include "ExpressionError.h"
+#include "Syntax.h"
+
+#include <variant>
+#include <vector>
+
+// A field, or a part of the elements of sub-message fields: these first, the field itself last.
+using FieldPath = std::vector<const FieldModel*>;
+
+// Holds for a message in which the field, or that of any element, is present.
+ConditionPtr presenceOf(const FieldPath& path);
+
+// Holds for a message in which any value of the field compares as the syntax says. A problem when
+// such values cannot be compared so. `kind` is the one that has the field.
+std::variant<ConditionPtr, Problem> comparisonOf(const KindModel& kind, const FieldPath& path,
+                                                 const SyntaxNode& syntax);

@@ -1,0 +1,34 @@
+// Numbers as people write them, compared with the values of fields without loss.
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+// An integer in decimal or, after 0x, in hexadecimal digits, or a decimal fraction, with an
+// exponent or without; a sign may stand first. Integers are compared exactly, whatever their size
+// and whatever stands behind the number's point. A Float64 value is compared with the number that
+// is nearest to the one written.
+class Number {
+public:
+    // Nothing when the text is no number.
+    static std::optional<Number> parse(std::string_view text);
+
+    // How a value of a field stands to the number.
+    std::partial_ordering orderOf(std::uint64_t value) const;
+    std::partial_ordering orderOf(std::int64_t value) const;
+    std::partial_ordering orderOf(double value) const;
+
+private:
+    bool parseHexadecimal(std::string_view digits);
+    bool parseDecimal(std::string_view text);
+    void setDigits(std::string_view digits, std::int64_t pointPosition);
+    std::strong_ordering orderOfMagnitude(std::uint64_t value) const;
+
+    bool negative = false;
+    std::uint64_t whole = 0;     // without sign and fraction
+    bool hasFraction = false;    // something other than zeros behind the point
+    bool tooLarge = false;       // for 64 bits
+    double real = 0;
+};

@@ -1,0 +1,214 @@
+#include "ExpressionError.h"
+#include "Lexer.h"
+#include "Syntax.h"
+
+namespace {
+
+constexpr std::size_t longestExpression = 16 * 1024;
+constexpr int deepestNesting = 100;    // of parentheses
+
+constexpr const char* conditionForms =
+    "expected a condition: FIELD == VALUE, present(FIELD), 'not' or '('";
+
+// Grammar, loosest first:
+//   condition   = conjunction { or conjunction }
+//   conjunction = negation { and negation }
+//   negation    = { not } basic
+//   basic       = "(" condition ")" | present "(" field ")" | field comparison value
+//   field       = name { "." name }
+//   name        = word | quoted
+//   value       = number | quoted | word
+class Parser {
+public:
+    explicit Parser(std::string_view text) : expression(text), tokens(tokensOf(text)) {}
+
+    SyntaxNode run()
+    {
+        SyntaxNode root = condition();
+        if (!at(Token::Kind::end)) {
+            fail(at(Token::Kind::close) ? "there is no '(' for this ')'"
+                                        : "the condition before this place is complete",
+                 "expected 'and', 'or' or the end");
+        }
+        return root;
+    }
+
+private:
+    using Part = SyntaxNode (Parser::*)();
+
+    bool at(Token::Kind kind) const { return tokens[position].kind == kind; }
+    const Token& take() { return tokens[position++]; }
+
+    bool takeIf(Token::Kind kind)
+    {
+        const bool found = at(kind);
+        position += found ? 1U : 0U;
+        return found;
+    }
+
+    [[noreturn]] void fail(const std::string& problem, const std::string& help) const
+    {
+        throw errorAt(expression, {tokens[position].content.place, problem, help});
+    }
+
+    // What stands at the current place, for the beginning of a sentence.
+    std::string found() const
+    {
+        return at(Token::Kind::end) ? "the expression ends too early"
+                                    : "'" + tokens[position].content.text + "' cannot stand here";
+    }
+
+    SyntaxNode condition()
+    {
+        return chain(SyntaxNode::Kind::any, Token::Kind::disjunction, &Parser::conjunction);
+    }
+
+    SyntaxNode conjunction()
+    {
+        return chain(SyntaxNode::Kind::all, Token::Kind::conjunction, &Parser::negation);
+    }
+
+    // Chains become one node, so that their length is no depth.
+    SyntaxNode chain(SyntaxNode::Kind kind, Token::Kind connection, Part part)
+    {
+        SyntaxNode first = (this->*part)();
+        if (!at(connection)) {
+            return first;
+        }
+        SyntaxNode node;
+        node.kind = kind;
+        node.parts.push_back(std::move(first));
+        while (takeIf(connection)) {
+            node.parts.push_back((this->*part)());
+        }
+        return node;
+    }
+
+    SyntaxNode negation()
+    {
+        bool negated = false;
+        while (takeIf(Token::Kind::negation)) {
+            negated = !negated;
+        }
+        SyntaxNode part = basic();
+        if (!negated) {
+            return part;
+        }
+        SyntaxNode node;
+        node.kind = SyntaxNode::Kind::negation;
+        node.parts.push_back(std::move(part));
+        return node;
+    }
+
+    SyntaxNode basic()
+    {
+        if (at(Token::Kind::open)) {
+            return inParentheses();
+        }
+        if (at(Token::Kind::word) && isPresent(tokens[position].content.text) &&
+            tokens[position + 1].kind == Token::Kind::open) {
+            return presence();
+        }
+        if (at(Token::Kind::number)) {
+            fail("a condition does not begin with a number",
+                 "expected the field first: FIELD == VALUE");
+        }
+        if (!at(Token::Kind::word) && !at(Token::Kind::quoted)) {
+            fail(found(), conditionForms);
+        }
+        return comparison();
+    }
+
+    SyntaxNode inParentheses()
+    {
+        if (++depth > deepestNesting) {
+            fail("parentheses are nested too deeply",
+                 "expected at most " + std::to_string(deepestNesting) + " of them");
+        }
+        take();
+        SyntaxNode inner = condition();
+        close();
+        --depth;
+        return inner;
+    }
+
+    void close()
+    {
+        if (!takeIf(Token::Kind::close)) {
+            fail(found(), "expected ')'");
+        }
+    }
+
+    SyntaxNode presence()
+    {
+        take();
+        take();
+        SyntaxNode node;
+        node.kind = SyntaxNode::Kind::presence;
+        node.path = field();
+        close();
+        return node;
+    }
+
+    SyntaxNode comparison()
+    {
+        SyntaxNode node;
+        node.kind = SyntaxNode::Kind::comparison;
+        node.path = field();
+        if (!at(Token::Kind::comparison)) {
+            fail(found(), comparisonHelp(node.path.back().text));
+        }
+        node.comparisonPlace = tokens[position].content.place;
+        node.comparison = take().comparison;
+        if (!at(Token::Kind::word) && !at(Token::Kind::quoted) && !at(Token::Kind::number)) {
+            fail(found(), "expected a number or a text");
+        }
+        node.value = tokens[position].content;
+        if (at(Token::Kind::number)) {
+            node.number = Number::parse(node.value.text);
+        }
+        take();
+        return node;
+    }
+
+    std::string comparisonHelp(const std::string& name) const
+    {
+        std::string help = "expected ==, !=, <, <=, >, >=, ~ (contains)";
+        if (at(Token::Kind::word)) {
+            help += "; names with blanks stand in quotes: \"" + name + ' ' +
+                    tokens[position].content.text + '"';
+        }
+        return help;
+    }
+
+    std::vector<PlacedText> field()
+    {
+        std::vector<PlacedText> path;
+        do {
+            if (!at(Token::Kind::word) && !at(Token::Kind::quoted)) {
+                fail(found(), "expected the name of a field");
+            }
+            path.push_back(take().content);
+        } while (takeIf(Token::Kind::dot));
+        return path;
+    }
+
+    static bool isPresent(const std::string& word) { return sameName(word, "present"); }
+
+    std::string_view expression;
+    std::vector<Token> tokens;
+    std::size_t position = 0;
+    int depth = 0;
+};
+
+}    // namespace
+
+SyntaxNode parseExpression(std::string_view expression)
+{
+    if (expression.size() > longestExpression) {
+        throw errorAt(expression,
+                      {longestExpression, "the expression is too long",
+                       "expected at most " + std::to_string(longestExpression) + " bytes"});
+    }
+    return Parser(expression).run();
+}

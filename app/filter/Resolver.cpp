@@ -1,0 +1,147 @@
+#include "Resolver.h"
+
+#include "Lexer.h"
+#include "NearestName.h"
+
+#include <algorithm>
+
+// How far a path leads from a kind.
+struct Resolver::Lookup {
+    FieldPath found;            // shorter than the path where a name is missing
+    const KindModel* holder;    // the kind where the last name was looked up; null when the field
+                                // before holds no messages
+
+    bool isComplete(const std::vector<PlacedText>& path) const
+    {
+        return found.size() == path.size();
+    }
+};
+
+Resolver::Resolver(std::string_view text, const std::vector<const KindModel*>& passing)
+    : expression(text), kinds(passing)
+{
+}
+
+std::vector<ConditionPtr> Resolver::resolve(const SyntaxNode& node) const
+{
+    const bool isField =
+        node.kind == SyntaxNode::Kind::comparison || node.kind == SyntaxNode::Kind::presence;
+    return isField ? resolveField(node) : resolveParts(node);
+}
+
+std::vector<ConditionPtr> Resolver::resolveParts(const SyntaxNode& node) const
+{
+    std::vector<std::vector<ConditionPtr>> partsOfKinds(kinds.size());
+    for (const SyntaxNode& part : node.parts) {
+        std::vector<ConditionPtr> resolved = resolve(part);
+        for (std::size_t i = 0; i < kinds.size(); ++i) {
+            partsOfKinds[i].push_back(std::move(resolved[i]));
+        }
+    }
+    std::vector<ConditionPtr> result;
+    for (std::vector<ConditionPtr>& parts : partsOfKinds) {
+        result.push_back(node.kind == SyntaxNode::Kind::all   ? allOf(std::move(parts))
+                         : node.kind == SyntaxNode::Kind::any ? anyOf(std::move(parts))
+                                                              : negationOf(std::move(parts[0])));
+    }
+    return result;
+}
+
+std::vector<ConditionPtr> Resolver::resolveField(const SyntaxNode& node) const
+{
+    std::vector<ConditionPtr> result;
+    std::vector<Lookup> incomplete;
+    std::optional<Problem> firstProblem;
+    bool makesSense = false;
+    for (const KindModel* kind : kinds) {
+        const Lookup lookup = lookUp(node.path, *kind);
+        result.push_back(always(false));
+        if (!lookup.isComplete(node.path)) {
+            incomplete.push_back(lookup);
+            continue;
+        }
+        auto made = node.kind == SyntaxNode::Kind::presence
+                        ? presenceOf(lookup.found)
+                        : comparisonOf(*kind, lookup.found, node);
+        if (auto* condition = std::get_if<ConditionPtr>(&made)) {
+            result.back() = std::move(*condition);
+            makesSense = true;
+        } else if (!firstProblem) {
+            firstProblem = std::get<Problem>(made);
+        }
+    }
+    if (!makesSense) {
+        throw errorAt(expression,
+                      firstProblem ? *firstProblem : unknownName(node.path, incomplete));
+    }
+    return result;
+}
+
+Resolver::Lookup Resolver::lookUp(const std::vector<PlacedText>& path, const KindModel& kind) const
+{
+    Lookup lookup{{}, &kind};
+    for (const PlacedText& name : path) {
+        const FieldModel* field =
+            lookup.holder != nullptr ? lookup.holder->field(name.text) : nullptr;
+        if (field == nullptr) {
+            break;
+        }
+        lookup.found.push_back(field);
+        if (lookup.found.size() < path.size()) {
+            lookup.holder = field->element;
+        }
+    }
+    return lookup;
+}
+
+// Speaks of the kinds that have most of the path.
+Problem Resolver::unknownName(const std::vector<PlacedText>& path,
+                              const std::vector<Lookup>& lookups) const
+{
+    std::size_t known = 0;
+    for (const Lookup& lookup : lookups) {
+        known = std::max(known, lookup.found.size());
+    }
+    const PlacedText& missing = path[known];
+    std::vector<std::string> names;
+    bool holdsMessages = known == 0;
+    for (const Lookup& lookup : lookups) {
+        if (lookup.found.size() == known && lookup.holder != nullptr) {
+            holdsMessages = true;
+            for (const FieldModel& field : lookup.holder->fields) {
+                names.push_back(quotedIfNeeded(field.name));
+            }
+        }
+    }
+    const std::string before = known == 0 ? "" : "'" + path[known - 1].text + "'";
+    if (!holdsMessages) {
+        return {missing.place, before + " has no parts", "expected a comparison, no dot"};
+    }
+    std::vector<std::string> nearest =
+        known == 0 ? longerPaths(missing.text) : std::vector<std::string>();
+    if (nearest.empty()) {
+        nearest = nearestNames(missing.text, names);
+    }
+    const std::string where =
+        known == 0 ? "no message that can pass has a field '" : before + " has no part '";
+    return {missing.place, where + missing.text + "'", suggestion(nearest)};
+}
+
+// Where the name is that of a part of sub-messages.
+std::vector<std::string> Resolver::longerPaths(const std::string& name) const
+{
+    std::vector<std::string> paths;
+    for (const KindModel* kind : kinds) {
+        for (const FieldModel& field : kind->fields) {
+            const FieldModel* part =
+                field.element != nullptr ? field.element->field(name) : nullptr;
+            const std::string path =
+                part == nullptr ? std::string()
+                                : quotedIfNeeded(field.name) + "." + quotedIfNeeded(part->name);
+            if (!path.empty() && std::find(paths.begin(), paths.end(), path) == paths.end()) {
+                paths.push_back(path);
+            }
+        }
+    }
+    return paths;
+}
