@@ -1,3 +1,4 @@
+#include "DescribeCommand.h"
 #include "Interrupt.h"
 #include "ListCommand.h"
 #include "ShowCommand.h"
@@ -38,6 +39,7 @@ int main(int argc, char** argv)
     std::vector<std::unique_ptr<Command>> commands;
     commands.push_back(std::make_unique<ListCommand>());
     commands.push_back(std::make_unique<ShowCommand>());
+    commands.push_back(std::make_unique<DescribeCommand>());
     for (const auto& command : commands) {
         command->declare(app);
     }
