@@ -1,7 +1,9 @@
 #include "DescribeCommand.h"
+#include "ExportCommand.h"
 #include "Interrupt.h"
 #include "ListCommand.h"
 #include "ShowCommand.h"
+#include "StatsCommand.h"
 
 #include <QLocale>
 
@@ -40,6 +42,8 @@ int main(int argc, char** argv)
     commands.push_back(std::make_unique<ListCommand>());
     commands.push_back(std::make_unique<ShowCommand>());
     commands.push_back(std::make_unique<DescribeCommand>());
+    commands.push_back(std::make_unique<StatsCommand>());
+    commands.push_back(std::make_unique<ExportCommand>());
     for (const auto& command : commands) {
         command->declare(app);
     }

@@ -1,0 +1,26 @@
+#include "StatsCommand.h"
+
+#include "StatsCollector.h"
+#include "StatsJson.h"
+#include "StatsTable.h"
+
+void StatsCommand::declare(CLI::App& program)
+{
+    app = program.add_subcommand("stats", "What the inputs hold, counted");
+    reading.declare(*app);
+    app->add_flag("-j,--json", asJson, "For programs: as JSON");
+}
+
+ExitStatus StatsCommand::run(Host& host)
+{
+    return runSession(host, reading, [&](Output& output, const MessageFilter& filter) {
+        std::unique_ptr<StatsView> view;
+        if (asJson) {
+            view = std::make_unique<StatsJson>(output, host.parts);
+        } else {
+            view = std::make_unique<StatsTable>(output, host.parts);
+        }
+        return std::make_unique<StatsCollector>(std::move(view), host.parts, plugin::typeNumberOf,
+                                                filter.kinds());
+    });
+}

@@ -1,0 +1,143 @@
+#include "StatsCollector.h"
+
+#include "Characters.h"
+#include "FieldInfo.h"
+#include "Message.h"
+#include "StatsSystems.h"
+
+namespace {
+
+const FieldInfo* infoOf(const KindModel& kind, const std::string& name)
+{
+    const FieldModel* field = kind.field(name);
+    return field != nullptr ? field->info : nullptr;
+}
+
+// The value of a field that is not repeated; 0 when there is none.
+std::uint64_t valueOf(const FieldInfo* field, const Message& message)
+{
+    return field != nullptr && field->isPresent(&message)
+               ? bitsOf(field->getValueUnchecked(&message, 0))
+               : 0;
+}
+
+}    // namespace
+
+StatsCollector::StatsCollector(std::unique_ptr<StatsView> statsView, const FieldParts& fieldParts,
+                               TypeNumberOf numberOf, const std::vector<const KindModel*>& kinds)
+    : view(std::move(statsView)), names(fieldParts), typeNumberOf(std::move(numberOf))
+{
+    for (const KindModel* kind : kinds) {
+        kindParts.emplace(kind, partsOf(*kind));
+    }
+}
+
+StatsCollector::Parts StatsCollector::partsOf(const KindModel& kind) const
+{
+    Parts parts;
+    parts.station = infoOf(kind, names.station);
+    parts.time = infoOf(kind, names.time);
+    const FieldModel* text = kind.field(names.text);
+    parts.text = text != nullptr && text->isText() ? text->info : nullptr;
+    for (const FieldModel& field : kind.fields) {
+        if (field.element == nullptr || infoOf(*field.element, names.satellite) == nullptr) {
+            continue;
+        }
+        parts.elements = field.info;
+        parts.satellite = infoOf(*field.element, names.satellite);
+        const FieldModel* system = systemField(*field.element, names);
+        parts.system = system != nullptr ? system->info : nullptr;
+    }
+    return parts;
+}
+
+void StatsCollector::message(const Place&, const Decoded& decoded)
+{
+    Parts& parts = kindParts.at(&decoded.kind);
+    if (parts.stats == nullptr) {
+        parts.stats = &current.kinds[&decoded.kind];
+    }
+    ++current.messages;
+    ++parts.stats->messages;
+    countStation(parts, decoded.message);
+    if (parts.elements != nullptr) {
+        countSatellites(parts, decoded.message);
+    }
+    if (parts.text != nullptr) {
+        countText(parts, decoded.message);
+    }
+}
+
+void StatsCollector::countStation(const Parts& parts, const Message& message)
+{
+    StationStats& station = parts.station != nullptr
+                                ? parts.stats->of(valueOf(parts.station, message))
+                                : parts.stats->otherStations;
+    ++station.messages;
+    if (parts.time != nullptr) {
+        station.time.add(valueOf(parts.time, message), names.timeWrap);
+    }
+}
+
+void StatsCollector::countSatellites(const Parts& parts, const Message& message)
+{
+    const unsigned count = parts.elements->getCount(&message);
+    for (unsigned i = 0; i < count; ++i) {
+        const Message& element = *parts.elements->getValueUnchecked(&message, i).toSubMessage();
+        parts.stats->satellites.add(valueOf(parts.system, element),
+                                    valueOf(parts.satellite, element));
+    }
+}
+
+void StatsCollector::countText(const Parts& parts, const Message& message)
+{
+    readCharacters(*parts.text, message, characters);
+    characters.resize(upToFirstNul(characters).size());
+    current.texts.add(characters);
+}
+
+void StatsCollector::unreported(const Place& place)
+{
+    ++current.unreported;
+    current.unreportedTypes.add(typeNumberOf(place.frame.bytes()));
+}
+
+void StatsCollector::trouble(const Place& place, Trouble trouble, const std::string& text)
+{
+    switch (trouble) {
+    case Trouble::damaged:
+        ++current.damaged;
+        break;
+    case Trouble::truncated:
+        ++current.truncated;
+        break;
+    case Trouble::unknownType:
+        ++current.unknown;
+        current.unknownTypes.add(typeNumberOf(place.frame.bytes()));
+        current.events.add(text);
+        break;
+    case Trouble::misfit:
+        ++current.misfit;
+        current.events.add(text);
+        break;
+    }
+}
+
+void StatsCollector::endOfInput(const std::string& name, const ReaderCounters& counters)
+{
+    current.input = name;
+    current.form = counters.form;
+    current.read = counters;
+    view->input(current);
+    all.add(current);
+    ++inputs;
+    current = Stats();
+    for (auto& entry : kindParts) {
+        entry.second.stats = nullptr;
+    }
+}
+
+void StatsCollector::finish()
+{
+    view->total(all, inputs);
+}
