@@ -21,7 +21,7 @@ protected:
     const MainKind& m_kind = mainKind(m_vector.type);
 
     // Checks the members that lie within the first `bits` bits.
-    void expectMembers(const TestMessage& message, unsigned bits)
+    void expectMembers(const TestMessage& message, unsigned bits) const
     {
         unsigned end = 0;
         unsigned complete = 0;
@@ -77,7 +77,7 @@ protected:
                                          std::min(size * 8 - shift, m_vector.bytes.size() * 8)));
     }
 
-    std::string nameOf(std::int32_t code) const { return RTCM2_error_to_string(code); }
+    static std::string nameOf(std::int32_t code) { return RTCM2_error_to_string(code); }
 };
 
 TEST_P(CodecVectors, DecodesToTheListedMembers)

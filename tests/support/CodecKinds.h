@@ -4,6 +4,7 @@
 #include "RTCM2.h"
 
 #include <cstdint>
+#include <cstring>
 #include <map>
 #include <string>
 #include <vector>
@@ -32,6 +33,15 @@ struct MainKind {
     // "MESSAGE_TYPE_1"
     std::string name() const;
 };
+
+// All bytes of a record, to tell whether one has changed.
+template <class Record>
+std::vector<std::uint8_t> bytesOf(const Record& record)
+{
+    std::vector<std::uint8_t> bytes(sizeof record);
+    std::memcpy(bytes.data(), &record, sizeof record);
+    return bytes;
+}
 
 const std::vector<MainKind>& mainKinds();
 const MainKind& mainKind(int type);

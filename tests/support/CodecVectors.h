@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,12 @@ struct CodecVector {
     std::vector<std::uint8_t> bytes;    // the message, filled up to whole words
     unsigned bits = 0;                  // of all wire members
     unsigned elements = 0;
+
+    // How a test that takes a vector as its parameter is listed.
+    friend std::ostream& operator<<(std::ostream& out, const CodecVector& vector)
+    {
+        return out << vector.title;
+    }
 };
 
 // Reads tests/vectors/<name>, whose head tells the format. Throws std::runtime_error.
