@@ -19,9 +19,10 @@ void install()
 {
     struct sigaction action = {};
     action.sa_handler = note;
-    // No SA_RESTART: a read that waits for input must come back. After the first signal the default
-    // action is in force again.
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    // Whoever waits for input does so in poll(), which a signal always ends; a write that waits for
+    // its reader must go on, or part of the output would be lost. After the first signal the
+    // default action is in force again.
+    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
     std::signal(SIGPIPE, SIG_IGN);

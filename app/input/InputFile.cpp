@@ -6,12 +6,14 @@
 #include <cstring>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr std::size_t chunkSize = 1 << 16;
+constexpr int longestWait = 500;    // ms
 
 }    // namespace
 
@@ -37,12 +39,13 @@ void InputFile::open(const std::string& name)
         return;
     }
     live = !S_ISREG(status.st_mode);
+    typed = live && ::isatty(descriptor) == 1;
     fileSize = live ? 0 : static_cast<std::uint64_t>(status.st_size);
 }
 
 std::span<const std::uint8_t> InputFile::read()
 {
-    while (problemText.empty() && !interrupt::requested()) {
+    while (problemText.empty() && waitForBytes()) {
         const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
         if (count >= 0) {
             return std::span(buffer).first(static_cast<std::size_t>(count));
@@ -52,6 +55,19 @@ std::span<const std::uint8_t> InputFile::read()
         }
     }
     return {};
+}
+
+// False when the program is asked to end. A signal that comes right before the wait is seen after
+// it, so that must not last.
+bool InputFile::waitForBytes() const
+{
+    pollfd waited = {.fd = descriptor, .events = POLLIN, .revents = 0};
+    while (!interrupt::requested()) {
+        if (!live || ::poll(&waited, 1, longestWait) != 0) {
+            return !interrupt::requested();
+        }
+    }
+    return false;
 }
 
 void InputFile::fail()

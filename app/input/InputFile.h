@@ -27,17 +27,22 @@ public:
     // Whether bytes may arrive slowly, so that results should be shown at once.
     bool isLive() const { return live; }
 
+    // Whether somebody types the bytes on a terminal.
+    bool isTyped() const { return typed; }
+
     // Bytes in the file; 0 when that is not known.
     std::uint64_t size() const { return fileSize; }
 
 private:
     void open(const std::string& name);
+    bool waitForBytes() const;
     void fail();
 
     std::string displayName;
     std::string problemText;
     int descriptor = -1;
     bool live = false;
+    bool typed = false;
     std::uint64_t fileSize = 0;
     std::vector<std::uint8_t> buffer;
 };

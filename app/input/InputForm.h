@@ -18,4 +18,5 @@ enum class InputForm {
 // The form of this name, or nothing.
 std::optional<InputForm> inputFormOf(std::string_view name);
 
+// A reader for one input from its first byte on.
 std::unique_ptr<PacketReader> makeReader(InputForm form);

@@ -5,15 +5,17 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 
 // What a reader has seen so far; final after the last frame.
 struct ReaderCounters {
     std::uint64_t bytesRead = 0;
-    std::uint64_t bytesSkipped = 0;    // bytes that belong to no message
+    std::uint64_t bytesSkipped = 0;    // bytes that belong to no good message
     const char* form = "";             // the input's form, for people; empty if not found out yet
 };
 
-// However the input is cut into pushes, the frames are the same.
+// However the input is cut into pushes, the frames are the same. Memory does not grow with the
+// input, and a message is delivered as soon as it is certain.
 class PacketReader {
 public:
     virtual ~PacketReader() = default;
@@ -26,6 +28,13 @@ public:
 
     // The next frame, valid until the following call, or null when more bytes are needed.
     virtual const framing::Frame* next() = 0;
+
+    // What is wrong with the current frame, if it is damaged; for people.
+    virtual std::string damage() const = 0;
+
+    // The current frame's message as a receiver recorded it, one unit of four bytes a word; empty
+    // for inputs of other forms. Valid as long as the frame.
+    virtual std::span<const std::uint8_t> recorded() const { return {}; }
 
     virtual ReaderCounters counters() const = 0;
 };

@@ -8,13 +8,15 @@ class StreamReader : public PacketReader {
 public:
     void push(std::span<const std::uint8_t> bytes) override { framer.push(bytes); }
     void finish() override { framer.finish(); }
-    const framing::Frame* next() override { return framer.next(); }
-    ReaderCounters counters() const override
+    const framing::Frame* next() override
     {
-        const framing::FramerCounters seen = framer.counters();
-        return {.bytesRead = seen.bytesRead, .bytesSkipped = seen.bytesSkipped, .form = "stream"};
+        frame = framer.next();
+        return frame;
     }
+    std::string damage() const override;
+    ReaderCounters counters() const override;
 
 private:
     framing::Framer framer;
+    const framing::Frame* frame = nullptr;
 };
