@@ -12,9 +12,9 @@
 class Message;
 
 struct FilterOptions {
-    std::vector<std::string> kinds;       // names, identifiers or type numbers; empty for all
-    std::vector<std::string> stations;    // numbers; empty for all
-    std::string where;                    // expression over fields; empty for none
+    std::vector<std::string> kinds{};       // names, identifiers or type numbers; empty for all
+    std::vector<std::string> stations{};    // numbers; empty for all
+    std::string where{};                    // expression over fields; empty for none
     std::vector<std::string> excludedKinds{};    // as kinds; taken away from these
 };
 

@@ -45,7 +45,7 @@ std::size_t farness(const std::string& name, const std::string& candidate)
     if (apart <= std::max<std::size_t>(1, name.size() / 3)) {
         return apart;
     }
-    const bool isPart = name.size() >= 2 && candidate.find(name) != candidate.npos;
+    const bool isPart = name.size() >= 3 && candidate.find(name) != candidate.npos;
     return isPart ? longestName + apart : nothing;
 }
 

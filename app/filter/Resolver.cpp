@@ -17,6 +17,23 @@ struct Resolver::Lookup {
     }
 };
 
+namespace {
+
+std::string listOf(std::vector<std::string> names)
+{
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    constexpr std::size_t mostNames = 12;
+    std::string list =
+        names.size() > mostNames ? "expected another name, such as" : "expected one of";
+    for (std::size_t i = 0; i < std::min(names.size(), mostNames); ++i) {
+        list += (i == 0 ? " " : ", ") + names[i];
+    }
+    return list;
+}
+
+}    // namespace
+
 Resolver::Resolver(std::string_view text, const std::vector<const KindModel*>& passing)
     : expression(text), kinds(passing)
 {
@@ -124,7 +141,8 @@ Problem Resolver::unknownName(const std::vector<PlacedText>& path,
     }
     const std::string where =
         known == 0 ? "no message that can pass has a field '" : before + " has no part '";
-    return {missing.place, where + missing.text + "'", suggestion(nearest)};
+    return {missing.place, where + missing.text + "'",
+            nearest.empty() ? listOf(names) : suggestion(nearest)};
 }
 
 // Where the name is that of a part of sub-messages.
