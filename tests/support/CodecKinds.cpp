@@ -11,12 +11,13 @@ namespace {
 
 #define FOR_EACH_MEMBER(APPLY)                                                                     \
     APPLY(Preamble)                                                                                \
-    APPLY(Message_Type) APPLY(Reference_Station_Id) APPLY(Modified_Z_Count) APPLY(                 \
-        Sequence_No_) APPLY(No_Of_Data_Words) APPLY(Station_Health) APPLY(Station_Health_Flag)     \
-        APPLY(Ns) APPLY(R) APPLY(G) APPLY(Satellite_Id) APPLY(Delay) APPLY(Rate_Of_Change) APPLY(  \
-            Scale_Factor) APPLY(UDRE) APPLY(PRC) APPLY(RRC) APPLY(Issue_Of_Data) APPLY(Change_Bit) \
-            APPLY(Time_Of_Day) APPLY(Multiple_Message) APPLY(Code) APPLY(Constellation) APPLY(     \
-                PRN) APPLY(Data_Quality) APPLY(Cumulative_Loss_Of_Continuity) APPLY(Carrier_Phase) \
+    APPLY(Message_Type)                                                                            \
+    APPLY(Reference_Station_Id) APPLY(Modified_Z_Count) APPLY(Sequence_No_) APPLY(                 \
+        No_Of_Data_Words) APPLY(Station_Health) APPLY(Station_Health_Flag) APPLY(Ns) APPLY(R)      \
+        APPLY(G) APPLY(Satellite_Id) APPLY(Delay) APPLY(Rate_Of_Change) APPLY(Scale_Factor) APPLY( \
+            UDRE) APPLY(PRC) APPLY(RRC) APPLY(Issue_Of_Data) APPLY(Change_Bit) APPLY(Time_Of_Day)  \
+            APPLY(Multiple_Message) APPLY(Code) APPLY(Constellation) APPLY(PRN) APPLY(             \
+                Data_Quality) APPLY(Cumulative_Loss_Of_Continuity) APPLY(Carrier_Phase)            \
                 APPLY(Multipath_Error) APPLY(Pseudorange) APPLY(Issue_Of_Data_Time_Of_Day) APPLY(  \
                     Carrier_Phase_Correction) APPLY(Range_Rate_Correction_Factor)                  \
                     APPLY(Pseudorange_Correction_Factor) APPLY(Pseudorange_Correction) APPLY(      \

@@ -147,7 +147,7 @@ private:
             return;
         }
         CodecVector& vector = m_vectors.back();
-        vector.bytes.resize((vector.bits + 23) / 24 * 3);
+        vector.bytes.resize((std::size_t{vector.bits} + 23) / 24 * 3);
         unsigned offset = 0;
         for (const WireMember& member : vector.wire) {
             slow::write(vector.bytes, offset, member.width,
