@@ -9,45 +9,50 @@
 
 namespace {
 
-#define FOR_EACH_MEMBER(APPLY)                                                                     \
-    APPLY(Preamble)                                                                                \
-    APPLY(Message_Type)                                                                            \
-    APPLY(Reference_Station_Id) APPLY(Modified_Z_Count) APPLY(Sequence_No_) APPLY(                 \
-        No_Of_Data_Words) APPLY(Station_Health) APPLY(Station_Health_Flag) APPLY(Ns) APPLY(R)      \
-        APPLY(G) APPLY(Satellite_Id) APPLY(Delay) APPLY(Rate_Of_Change) APPLY(Scale_Factor) APPLY( \
-            UDRE) APPLY(PRC) APPLY(RRC) APPLY(Issue_Of_Data) APPLY(Change_Bit) APPLY(Time_Of_Day)  \
-            APPLY(Multiple_Message) APPLY(Code) APPLY(Constellation) APPLY(PRN) APPLY(             \
-                Data_Quality) APPLY(Cumulative_Loss_Of_Continuity) APPLY(Carrier_Phase)            \
-                APPLY(Multipath_Error) APPLY(Pseudorange) APPLY(Issue_Of_Data_Time_Of_Day) APPLY(  \
-                    Carrier_Phase_Correction) APPLY(Range_Rate_Correction_Factor)                  \
-                    APPLY(Pseudorange_Correction_Factor) APPLY(Pseudorange_Correction) APPLY(      \
-                        Range_Rate_Correction) APPLY(PSF) APPLY(IODE) APPLY(SFO) APPLY(SFC)        \
-                        APPLY(SF) APPLY(Delta_X) APPLY(Delta_Y) APPLY(Delta_Z) APPLY(              \
-                            Delta_T) APPLY(RoC_X) APPLY(RoC_Y) APPLY(RoC_Z) APPLY(Tb) APPLY(Clock) \
-                            APPLY(WL_Bias) APPLY(ECEF_X) APPLY(ECEF_Y) APPLY(ECEF_Z) APPLY(        \
-                                L1_ECEF_Delta_X) APPLY(L1_ECEF_Delta_Y) APPLY(L1_ECEF_Delta_Z)     \
-                                APPLY(L2_ECEF_Delta_X) APPLY(L2_ECEF_Delta_Y)                      \
-                                    APPLY(L2_ECEF_Delta_Z) APPLY(Reserved) APPLY(Reserved2) APPLY( \
-                                        Reserved3) APPLY(AT_Indicator) APPLY(ARP_Indicator)        \
-                                        APPLY(Height_Indicator) APPLY(Phase_Center_Height) APPLY(  \
-                                            Antenna_Height) APPLY(Serial_Flag) APPLY(NAD)          \
-                                            APPLY(Setup_Id) APPLY(NAS) APPLY(Message_Length)       \
-                                                APPLY(Data_Length) APPLY(Version) APPLY(Source)    \
-                                                    APPLY(Spare) APPLY(Slot_Bitmap)                \
-                                                        APPLY(PRN_Bitmap) APPLY(Frequency)         \
-                                                            APPLY(Smoothing_Interval)              \
-                                                                APPLY(GNSS_Time_Of_Measurement)
+// Members of main records, and those that only sub-records have.
+// clang-format off
+#define FOR_EACH_MAIN_MEMBER(APPLY)                                                                \
+    APPLY(Preamble) APPLY(Message_Type) APPLY(Reference_Station_Id) APPLY(Modified_Z_Count)        \
+    APPLY(Sequence_No_) APPLY(No_Of_Data_Words) APPLY(Station_Health) APPLY(Station_Health_Flag)   \
+    APPLY(Ns) APPLY(Version) APPLY(Source) APPLY(Spare) APPLY(Slot_Bitmap) APPLY(PRN_Bitmap)       \
+    APPLY(Frequency) APPLY(Smoothing_Interval) APPLY(GNSS_Time_Of_Measurement)                     \
+    APPLY(Message_Length) APPLY(Data_Length) APPLY(Serial_Flag) APPLY(NAD) APPLY(Setup_Id)         \
+    APPLY(NAS) APPLY(ECEF_X) APPLY(ECEF_Y) APPLY(ECEF_Z) APPLY(L1_ECEF_Delta_X)                    \
+    APPLY(L1_ECEF_Delta_Y) APPLY(L1_ECEF_Delta_Z) APPLY(L2_ECEF_Delta_X) APPLY(L2_ECEF_Delta_Y)    \
+    APPLY(L2_ECEF_Delta_Z) APPLY(Reserved) APPLY(Reserved2) APPLY(Reserved3) APPLY(AT_Indicator)   \
+    APPLY(ARP_Indicator) APPLY(Height_Indicator) APPLY(Phase_Center_Height) APPLY(Antenna_Height)  \
+    APPLY(Constellation)
+
+#define FOR_EACH_OTHER_MEMBER(APPLY)                                                               \
+    APPLY(R) APPLY(G) APPLY(Satellite_Id) APPLY(Delay) APPLY(Rate_Of_Change) APPLY(Scale_Factor)   \
+    APPLY(UDRE) APPLY(PRC) APPLY(RRC) APPLY(Issue_Of_Data) APPLY(Change_Bit) APPLY(Time_Of_Day)    \
+    APPLY(Multiple_Message) APPLY(Code) APPLY(PRN) APPLY(Data_Quality)                             \
+    APPLY(Cumulative_Loss_Of_Continuity) APPLY(Carrier_Phase) APPLY(Multipath_Error)               \
+    APPLY(Pseudorange) APPLY(Issue_Of_Data_Time_Of_Day) APPLY(Carrier_Phase_Correction)            \
+    APPLY(Range_Rate_Correction_Factor) APPLY(Pseudorange_Correction_Factor)                       \
+    APPLY(Pseudorange_Correction) APPLY(Range_Rate_Correction) APPLY(PSF) APPLY(IODE) APPLY(SFO)   \
+    APPLY(SFC) APPLY(SF) APPLY(Delta_X) APPLY(Delta_Y) APPLY(Delta_Z) APPLY(Delta_T) APPLY(RoC_X)  \
+    APPLY(RoC_Y) APPLY(RoC_Z) APPLY(Tb) APPLY(Clock) APPLY(WL_Bias)
+// clang-format on
+
+#define LIST_MEMBER(NAME)                                                                          \
+    if constexpr (requires { record.NAME; }) {                                                     \
+        fields[prefix + #NAME] = static_cast<double>(record.NAME);                                 \
+    }
+
+template <class Record>
+void listOtherMembers(const Record& record, const std::string& prefix, Fields& fields)
+{
+    FOR_EACH_OTHER_MEMBER(LIST_MEMBER)
+}
 
 template <class Record>
 void listMembers(const Record& record, const std::string& prefix, Fields& fields)
 {
     fields[prefix + "kind"] = record.kind;
     fields[prefix + "bit_count"] = record.bit_count;
-#define LIST_MEMBER(NAME)                                                                          \
-    if constexpr (requires { record.NAME; }) {                                                     \
-        fields[prefix + #NAME] = static_cast<double>(record.NAME);                                 \
-    }
-    FOR_EACH_MEMBER(LIST_MEMBER)
+    FOR_EACH_MAIN_MEMBER(LIST_MEMBER)
+    listOtherMembers(record, prefix, fields);
 }
 
 template <class T>
