@@ -406,7 +406,7 @@ TEST(NumberTest, ComparesWithoutLoss)
 {
     constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
     constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
-    const auto number = [](const char* text) { return *Number::parse(text); };
+    const auto number = [](const char* text) { return *where::Number::parse(text); };
     EXPECT_TRUE(number("18446744073709551615").orderOf(most) == 0);
     EXPECT_TRUE(number("0xFFFFFFFFFFFFFFFF").orderOf(most) == 0);
     EXPECT_TRUE(number("18446744073709551614").orderOf(most) > 0);
@@ -429,7 +429,7 @@ TEST(NumberTest, ComparesWithoutLoss)
     EXPECT_TRUE(number("-2.5").orderOf(-2.5) == 0);
     EXPECT_TRUE(number("1e999").orderOf(1e308) < 0);
     for (const char* text : {"", "-", "0x", "0xg", "1e", "1e+", ".5", "5.", "1.2.3", "1 ", "--1"}) {
-        EXPECT_FALSE(Number::parse(text)) << text;
+        EXPECT_FALSE(where::Number::parse(text)) << text;
     }
 }
 

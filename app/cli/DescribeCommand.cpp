@@ -33,6 +33,11 @@ void DescribeCommand::declare(CLI::App& program)
     app->add_flag("--markdown", markdown, "As Markdown")->excludes(asJson);
     app->add_option("-o,--output", outputPath, "Write to this file instead of standard output")
         ->type_name("FILE");
+    app->footer("Examples:\n"
+                "  rtcm2 describe                          all kinds, one a line\n"
+                "  rtcm2 describe 18 'RTK 18'              the fields of two kinds\n"
+                "  rtcm2 describe all --markdown -o f.md   everything, as a document\n"
+                "  rtcm2 describe --json                   everything, for programs");
 }
 
 ExitStatus DescribeCommand::run(Host& host)

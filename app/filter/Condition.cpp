@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace where {
+
 namespace {
 
 class Constant : public Condition {
@@ -85,3 +87,5 @@ ConditionPtr anyOf(std::vector<ConditionPtr> parts)
 {
     return chain(std::move(parts), true);
 }
+
+}    // namespace where

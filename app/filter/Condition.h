@@ -7,6 +7,8 @@
 
 class Message;
 
+namespace where {
+
 class Condition {
 public:
     virtual ~Condition() = default;
@@ -26,3 +28,5 @@ ConditionPtr negationOf(ConditionPtr part);
 // Parts that are the same for all messages are dropped, or decide at once.
 ConditionPtr allOf(std::vector<ConditionPtr> parts);
 ConditionPtr anyOf(std::vector<ConditionPtr> parts);
+
+}    // namespace where

@@ -4,8 +4,8 @@
 
 Expression::Expression(std::string_view text, const std::vector<const KindModel*>& kinds)
 {
-    const SyntaxNode syntax = parseExpression(text);
-    std::vector<ConditionPtr> resolved = Resolver(text, kinds).resolve(syntax);
+    const where::SyntaxNode syntax = where::parseExpression(text);
+    std::vector<where::ConditionPtr> resolved = where::Resolver(text, kinds).resolve(syntax);
     for (std::size_t i = 0; i < kinds.size(); ++i) {
         conditions.emplace(kinds[i], std::move(resolved[i]));
     }

@@ -22,8 +22,11 @@
 #include <unordered_map>
 #include <vector>
 
-class Condition;
 class Message;
+
+namespace where {
+class Condition;
+}
 
 class Expression {
 public:
@@ -41,5 +44,5 @@ public:
     bool holds(const Message& message, const KindModel& kind) const;
 
 private:
-    std::unordered_map<const KindModel*, std::unique_ptr<Condition>> conditions;
+    std::unordered_map<const KindModel*, std::unique_ptr<where::Condition>> conditions;
 };

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace where {
+
 namespace {
 
 constexpr std::size_t shownBefore = 50;    // bytes; of long expressions, only the surroundings
@@ -53,3 +55,5 @@ FilterError errorAt(std::string_view expression, const Problem& problem)
     }
     return FilterError{text};
 }
+
+}    // namespace where

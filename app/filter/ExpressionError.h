@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+namespace where {
+
 struct Problem {
     std::size_t place = 0;    // bytes before it in the expression
     std::string text;
@@ -14,3 +16,5 @@ struct Problem {
 
 // Shows the problem, the expression, a caret under the place, and the help.
 FilterError errorAt(std::string_view expression, const Problem& problem);
+
+}    // namespace where

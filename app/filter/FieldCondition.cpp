@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+namespace where {
+
 namespace {
 
 bool satisfies(Comparison comparison, std::partial_ordering order)
@@ -260,3 +262,5 @@ std::variant<ConditionPtr, Problem> comparisonOf(const KindModel& kind, const Fi
     }
     return valueCondition(kind, path, NumberTest{syntax.comparison, *syntax.number});
 }
+
+}    // namespace where

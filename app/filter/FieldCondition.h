@@ -8,6 +8,8 @@
 #include <variant>
 #include <vector>
 
+namespace where {
+
 // A field, or a part of the elements of sub-message fields: these first, the field itself last.
 using FieldPath = std::vector<const FieldModel*>;
 
@@ -18,3 +20,5 @@ ConditionPtr presenceOf(const FieldPath& path);
 // such values cannot be compared so. `kind` is the one that has the field.
 std::variant<ConditionPtr, Problem> comparisonOf(const KindModel& kind, const FieldPath& path,
                                                  const SyntaxNode& syntax);
+
+}    // namespace where

@@ -6,6 +6,8 @@
 #include <array>
 #include <cctype>
 
+namespace where {
+
 namespace {
 
 struct Sign {
@@ -209,3 +211,5 @@ std::string quotedIfNeeded(const std::string& name)
                          std::all_of(name.begin(), name.end(), isWordCharacter);
     return isPlain ? name : quoted(name);
 }
+
+}    // namespace where

@@ -5,6 +5,8 @@
 
 #include <vector>
 
+namespace where {
+
 struct Token {
     enum class Kind {
         word,
@@ -33,3 +35,5 @@ std::string quoted(const std::string& text);
 
 // A name as it can stand in an expression: in quotes unless it is one plain word.
 std::string quotedIfNeeded(const std::string& name);
+
+}    // namespace where

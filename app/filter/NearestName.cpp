@@ -37,7 +37,8 @@ std::size_t distance(const std::string& a, const std::string& b)
     return row.back();
 }
 
-// Smaller is nearer; nothing in common gives the largest of all.
+// Smaller is nearer; nothing in common gives the largest of all. All that contain the name rank
+// behind those that are spelt like it.
 std::size_t farness(const std::string& name, const std::string& candidate)
 {
     constexpr std::size_t nothing = static_cast<std::size_t>(-1);
@@ -69,7 +70,8 @@ std::vector<std::string> nearestNames(std::string_view name,
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<std::string> nearest;
     for (const auto& [far, candidate] : ranked) {
-        if (nearest.size() < mostSuggestions &&
+        const bool isAsNear = far == ranked[0].first || ranked[0].first >= longestName;
+        if (isAsNear && nearest.size() < mostSuggestions &&
             std::find(nearest.begin(), nearest.end(), candidate) == nearest.end()) {
             nearest.push_back(candidate);
         }

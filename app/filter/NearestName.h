@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-// The candidates that are most like the name, the nearest first, at most three; none of them twice.
-// Candidates that have nothing in common with the name are not among them.
+// The candidates that are spelt most like the name, or, when there are none, those that contain it;
+// at most three, none of them twice.
 std::vector<std::string> nearestNames(std::string_view name,
                                       const std::vector<std::string>& candidates);
 

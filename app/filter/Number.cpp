@@ -5,6 +5,8 @@
 #include <limits>
 #include <string>
 
+namespace where {
+
 namespace {
 
 bool isDigit(char c)
@@ -145,3 +147,5 @@ std::partial_ordering Number::orderOf(double value) const
 {
     return value <=> real;
 }
+
+}    // namespace where

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string_view>
 
+namespace where {
+
 // An integer in decimal or, after 0x, in hexadecimal digits, or a decimal fraction, with an
 // exponent or without; a sign may stand first. Integers are compared exactly, whatever their size
 // and whatever stands behind the number's point. A Float64 value is compared with the number that
@@ -32,3 +34,5 @@ private:
     bool tooLarge = false;       // for 64 bits
     double real = 0;
 };
+
+}    // namespace where

@@ -2,6 +2,8 @@
 #include "Lexer.h"
 #include "Syntax.h"
 
+namespace where {
+
 namespace {
 
 constexpr std::size_t longestExpression = 16 * 1024;
@@ -212,3 +214,5 @@ SyntaxNode parseExpression(std::string_view expression)
     }
     return Parser(expression).run();
 }
+
+}    // namespace where

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace where {
+
 // How far a path leads from a kind.
 struct Resolver::Lookup {
     FieldPath found;            // shorter than the path where a name is missing
@@ -163,3 +165,5 @@ std::vector<std::string> Resolver::longerPaths(const std::string& name) const
     }
     return paths;
 }
+
+}    // namespace where

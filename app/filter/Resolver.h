@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+namespace where {
+
 class Resolver {
 public:
     // Both must outlive the resolver.
@@ -31,3 +33,5 @@ private:
     std::string_view expression;
     const std::vector<const KindModel*>& kinds;
 };
+
+}    // namespace where

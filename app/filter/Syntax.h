@@ -1,4 +1,5 @@
-// A condition as it was written: the names are not looked up yet.
+// A condition as it was written: the names are not looked up yet. What makes up expressions stands
+// in the namespace `where`.
 #pragma once
 
 #include "Number.h"
@@ -7,6 +8,8 @@
 #include <string_view>
 #include <variant>
 #include <vector>
+
+namespace where {
 
 enum class Comparison { equal, notEqual, less, lessOrEqual, greater, greaterOrEqual, contains };
 
@@ -30,3 +33,5 @@ struct SyntaxNode {
 
 // Reads the whole expression. Throws FilterError. The depth of the result is bounded.
 SyntaxNode parseExpression(std::string_view expression);
+
+}    // namespace where

@@ -83,8 +83,8 @@ std::string markdownOverview(const FormatModel& format)
     std::string result = "# " + plain(format.name()) + "\n\n" +
                          head({"Type", "Kind", "Identifier", "Fields", "Description"});
     for (const auto& kind : format.kinds()) {
-        const std::string about =
-            kind->text.empty() ? "Part of " + carriersText(format, *kind) : kind->text;
+        const std::string carriers = carriersText(format, *kind);
+        const std::string about = carriers.empty() ? kind->text : "Part of " + carriers;
         result += line({kind->typeNumber < 0 ? "" : std::to_string(kind->typeNumber),
                         plain(kind->name), "`" + identifierOf(kind->name) + "`",
                         std::to_string(kind->fields.size()), plain(about)});

@@ -120,8 +120,11 @@ std::string textOverview(const FormatModel& format)
             messages.push_back({kind->typeNumber < 0 ? "" : std::to_string(kind->typeNumber),
                                 kind->name, fields, kind->text});
         } else {
-            parts += paragraph(
-                kind->name + ", " + fields + " fields, in " + carriersText(format, *kind), "  ");
+            const std::string carriers = carriersText(format, *kind);
+            const std::string noun = kind->fields.size() == 1 ? " field" : " fields";
+            parts += paragraph(kind->name + ", " + fields + noun +
+                                   (carriers.empty() ? "" : ", in " + carriers),
+                               "  ");
         }
     }
     return format.name() + " messages\n\n" +
