@@ -4,6 +4,9 @@
 #include "InputForm.h"
 
 #include <cstdio>
+#include <filesystem>
+
+#include <unistd.h>
 
 void ReadingOptions::declare(CLI::App& command)
 {
@@ -16,10 +19,10 @@ void ReadingOptions::declare(CLI::App& command)
         .add_option(
             "-f,--form", form,
             "Form of the input: auto, stream (6 bits a byte), packed, hex (a message a line), "
-            "words (a receiver's own recording)")
+            "words (a receiver's own recording). auto finds out from the first bytes")
         ->check(CLI::IsMember({"auto", "stream", "packed", "hex", "words"}))
         ->capture_default_str();
-    command.add_option("--mode", mode, "Mode byte of recorded words")
+    command.add_option("--mode", mode, "Mode byte of a receiver's own recording, for --form words")
         ->check(CLI::Range(0, 255))
         ->capture_default_str();
     command
@@ -60,6 +63,26 @@ void switchKinds(AbstractDecoder& decoder, const FormatModel& model, const Messa
     }
 }
 
+// Opening the output would empty the input.
+void requireOtherOutput(const ReadingOptions& options)
+{
+    for (const std::string& input : options.inputs) {
+        std::error_code missing;    // then it is another file
+        if (std::filesystem::is_regular_file(options.output, missing) &&
+            std::filesystem::equivalent(input, options.output, missing)) {
+            throw UsageError{"the output " + options.output + " is an input"};
+        }
+    }
+}
+
+// A terminal that shows results as they come has no place for progress.
+bool showsProgress(const ReadingOptions& options, const Sink& sink)
+{
+    const bool resultsOnTerminal = options.output.empty() && ::isatty(STDOUT_FILENO) == 1;
+    return !options.session.quiet && ::isatty(STDERR_FILENO) == 1 &&
+           !(resultsOnTerminal && sink.writesAlong());
+}
+
 ExitStatus tellEnd(Output& output, ExitStatus status)
 {
     if (!output.close() && !output.readerIsGone()) {
@@ -79,6 +102,7 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
     Output output;
     try {
         const MessageFilter filter(host.model, options.filter, host.parts.station);
+        requireOtherOutput(options);
         if (!options.output.empty() && !output.open(options.output)) {
             std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
             return ExitStatus::unwritable;
@@ -87,7 +111,10 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
         const InputForm form = *inputFormOf(options.form);
         Session session(host.model, host.driver, filter, [form] { return makeReader(form); });
         const std::unique_ptr<Sink> sink = makeSink(output, filter);
-        return tellEnd(output, session.run(options.inputs, options.session, *sink));
+        SessionOptions sessionOptions = options.session;
+        sessionOptions.mode = static_cast<unsigned char>(options.mode);
+        sessionOptions.showsProgress = showsProgress(options, *sink);
+        return tellEnd(output, session.run(options.inputs, sessionOptions, *sink));
     } catch (const FilterError& error) {
         throw UsageError{error.text};
     }

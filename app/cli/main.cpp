@@ -1,3 +1,4 @@
+#include "ConvertCommand.h"
 #include "DescribeCommand.h"
 #include "ExportCommand.h"
 #include "Interrupt.h"
@@ -44,6 +45,7 @@ int main(int argc, char** argv)
     commands.push_back(std::make_unique<DescribeCommand>());
     commands.push_back(std::make_unique<StatsCommand>());
     commands.push_back(std::make_unique<ExportCommand>());
+    commands.push_back(std::make_unique<ConvertCommand>());
     for (const auto& command : commands) {
         command->declare(app);
     }

@@ -1,12 +1,14 @@
 // Hands packed messages to a decoder and tells what came of each.
 #pragma once
 
+#include "MessageSource.h"
 #include "VorloEvent.h"
 
 #include <QObject>
 #include <QString>
 
 #include <cstdint>
+#include <memory>
 #include <span>
 
 class AbstractDecoder;
@@ -33,13 +35,27 @@ class DecoderDriver : public QObject {
     Q_OBJECT
 
 public:
+    // What turns the recorded blocks of a source into messages for a decoder. The mode is that of
+    // blocks that carry none.
+    using ExtractorFactory = std::unique_ptr<QObject> (*)(MessageSource*, AbstractDecoder*,
+                                                          unsigned char mode);
+
     // `isSwitchedOff` says whether a negative result means that the kind is switched off.
-    DecoderDriver(AbstractDecoder& driven, bool (*isSwitchedOff)(int result));
+    DecoderDriver(AbstractDecoder& driven, bool (*isSwitchedOff)(int result),
+                  ExtractorFactory makeExtractor);
     ~DecoderDriver() override;
 
     Outcome decode(std::span<const std::uint8_t> packed);
 
+    // Decodes a message as a receiver recorded it, in units of four bytes. The extractor may change
+    // it on the way, depending on the mode byte.
+    Outcome extract(std::span<const std::uint8_t> recorded, unsigned char mode);
+
 private:
+    class Tap;
+
+    void forget();
+    Outcome outcomeOf(int result) const;
     void keepMessage(const Message* message);
     void keepEvent(const VorloEvent& event);
     void dropMessage();
@@ -50,4 +66,8 @@ private:
     const Message* kept = nullptr;
     bool unknownType = false;
     QString eventText;
+
+    MessageSource recordings;    // emits what was recorded
+    std::unique_ptr<Tap> tap;
+    std::unique_ptr<QObject> extractor;    // from recordings to tap
 };

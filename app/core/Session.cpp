@@ -5,9 +5,6 @@
 #include "Message.h"
 #include "MessageFilter.h"
 
-#include <cinttypes>
-#include <cstdio>
-
 const char* nameOf(Trouble trouble)
 {
     switch (trouble) {
@@ -23,16 +20,6 @@ const char* nameOf(Trouble trouble)
     return "trouble";
 }
 
-namespace {
-
-std::string damageText(const framing::Frame& frame)
-{
-    return frame.failedWord == 0 ? std::string("its words do not belong together")
-                                 : "bad parity in word " + std::to_string(frame.failedWord);
-}
-
-}    // namespace
-
 Session::Session(const FormatModel& model, DecoderDriver& driver,
                  const MessageFilter& messageFilter, ReaderFactory makeReader)
     : formatModel(model), decoderDriver(driver), filter(messageFilter),
@@ -45,41 +32,71 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
 {
     options = sessionOptions;
     sink = &target;
-    ExitStatus status = ExitStatus::success;
+    bool allReadable = true;
     for (const std::string& name : inputs) {
         InputFile input(name);
+        progress = std::make_unique<Progress>(options.showsProgress && !input.isTyped());
         readInput(input);
         if (!input.problem().empty()) {
-            std::fprintf(stderr, "rtcm2: %s\n", input.problem().c_str());
-            status = ExitStatus::unreadable;
+            progress->tell(input.problem());
+            allReadable = false;
         }
-        if (isDone()) {
+        if (isDone() || interrupt::requested()) {
             break;
         }
     }
+    progress.reset();
     sink->finish();
+    return statusOfEnd(allReadable);
+}
+
+ExitStatus Session::statusOfEnd(bool allReadable) const
+{
     if (stopped) {
         return ExitStatus::stoppedAtTrouble;
     }
     if (interrupt::requested()) {
         return ExitStatus::interrupted;
     }
-    return status == ExitStatus::success && found == 0 ? ExitStatus::nothingFound : status;
+    if (!allReadable) {
+        return ExitStatus::unreadable;
+    }
+    return found == 0 ? ExitStatus::nothingFound : ExitStatus::success;
 }
 
 void Session::readInput(InputFile& input)
 {
     const std::unique_ptr<PacketReader> reader = readerFactory();
-    for (auto bytes = input.read(); !bytes.empty() && !isDone(); bytes = input.read()) {
-        reader->push(bytes);
+    progress->begin(input.name(), input.size());
+    readBytes(input, *reader);
+    // An input that was left early does not end here: what is incomplete is not truncated.
+    if (!interrupt::requested()) {
+        reader->finish();
         drain(*reader, input.name());
+    }
+    progress->erase();
+    const ReaderCounters counters = reader->counters();
+    if (input.problem().empty() || counters.bytesRead > 0) {
+        sink->endOfInput(input.name(), counters);
+    }
+}
+
+void Session::readBytes(InputFile& input, PacketReader& reader)
+{
+    std::uint64_t bytesRead = 0;
+    while (!isDone()) {
+        const std::span<const std::uint8_t> bytes = input.read();
+        if (bytes.empty()) {
+            return;
+        }
+        bytesRead += bytes.size();
+        reader.push(bytes);
+        drain(reader, input.name());
         if (input.isLive()) {
             sink->pause();
         }
+        progress->advance(bytesRead);
     }
-    reader->finish();
-    drain(*reader, input.name());
-    sink->endOfInput(input.name(), reader->counters());
 }
 
 void Session::drain(PacketReader& reader, const std::string& name)
@@ -92,10 +109,10 @@ void Session::drain(PacketReader& reader, const std::string& name)
         const Place place{name, *frame};
         switch (frame->kind) {
         case framing::Frame::Kind::message:
-            decode(place);
+            decode(reader, place);
             break;
         case framing::Frame::Kind::damaged:
-            meetTrouble(place, Trouble::damaged, damageText(*frame));
+            meetTrouble(place, Trouble::damaged, reader.damage());
             break;
         case framing::Frame::Kind::truncated:
             meetTrouble(place, Trouble::truncated, "the input ends inside it");
@@ -104,10 +121,12 @@ void Session::drain(PacketReader& reader, const std::string& name)
     }
 }
 
-void Session::decode(const Place& place)
+void Session::decode(PacketReader& reader, const Place& place)
 {
     ++found;
-    const Outcome outcome = decoderDriver.decode(place.frame.bytes());
+    const std::span<const std::uint8_t> recorded = reader.recorded();
+    const Outcome outcome = recorded.empty() ? decoderDriver.decode(place.frame.bytes())
+                                             : decoderDriver.extract(recorded, options.mode);
     switch (outcome.kind) {
     case Outcome::Kind::message:
         handOn(place, outcome);
@@ -141,9 +160,9 @@ void Session::meetTrouble(const Place& place, Trouble trouble, const std::string
     sink->trouble(place, trouble, text);
     stopped = options.onError == OnError::stop;
     if (stopped || (options.onError == OnError::report && !options.quiet)) {
-        std::fprintf(stderr, "rtcm2: %s: message %" PRIu64 " at byte %" PRIu64 ": %s: %s\n",
-                     place.input.c_str(), place.frame.number, place.frame.beginOffset,
-                     nameOf(trouble), text.c_str());
+        progress->tell(place.input + ": message " + std::to_string(place.frame.number) +
+                       " at byte " + std::to_string(place.frame.beginOffset) + ": " +
+                       nameOf(trouble) + ": " + text);
     }
 }
 

@@ -6,6 +6,7 @@
 #include "FormatModel.h"
 #include "Frame.h"
 #include "PacketReader.h"
+#include "Progress.h"
 
 #include <cstdint>
 #include <functional>
@@ -46,7 +47,6 @@ public:
     virtual ~Sink() = default;
 
     // A message that passed the filter.
-
     virtual void message(const Place& place, const Decoded& decoded) = 0;
 
     // A message that was decoded but that the decoder reports to nobody.
@@ -66,6 +66,10 @@ public:
 
     // Whether there is no point in going on.
     virtual bool isDone() const { return false; }
+
+    // Whether results are written while inputs are read, so that progress must not be shown on the
+    // same terminal.
+    virtual bool writesAlong() const { return true; }
 };
 
 // What to do about messages that are damaged or cannot be decoded.
@@ -74,7 +78,9 @@ enum class OnError { report, skip, stop };
 struct SessionOptions {
     std::uint64_t max = 0;    // messages to hand on; 0 for all
     OnError onError = OnError::report;
-    bool quiet = false;    // nothing on standard error but what ends the program
+    bool quiet = false;            // nothing on standard error but what ends the program
+    bool showsProgress = false;    // on standard error, unless an input is typed
+    unsigned char mode = 0;        // of recorded messages
 };
 
 class Session {
@@ -86,14 +92,17 @@ public:
             ReaderFactory makeReader);
 
     // Reads the inputs one after another, "-" being standard input. An input that cannot be read is
-    // told on standard error, and the others are read all the same.
+    // told on standard error, and the others are read all the same. Asked to end, the session stops
+    // after what was read so far.
     ExitStatus run(const std::vector<std::string>& inputs, const SessionOptions& sessionOptions,
                    Sink& target);
 
 private:
     void readInput(InputFile& input);
+    void readBytes(InputFile& input, PacketReader& reader);
     void drain(PacketReader& reader, const std::string& name);
-    void decode(const Place& place);
+    void decode(PacketReader& reader, const Place& place);
+    ExitStatus statusOfEnd(bool allReadable) const;
     void handOn(const Place& place, const Outcome& outcome);
     void meetTrouble(const Place& place, Trouble trouble, const std::string& text);
     bool isDone() const;
@@ -105,6 +114,7 @@ private:
 
     SessionOptions options;
     Sink* sink = nullptr;
+    std::unique_ptr<Progress> progress;
     std::uint64_t found = 0;       // messages of any kind, decodable or not
     std::uint64_t handedOn = 0;    // messages that passed the filter
     bool stopped = false;          // at trouble

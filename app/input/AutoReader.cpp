@@ -136,37 +136,46 @@ void AutoReader::drain(Trial& trial)
 
 bool AutoReader::isCertain(const Trial& trial) const
 {
-    if (trial.run == 0) {
-        return false;
+    if (trial.vouches() || trial.run == 0) {
+        return trial.run > 0;
     }
-    // Binary forms know a message by its preamble alone. The first bytes of a stream are one, and
-    // the words of one binary form may happen to have it when read as the other.
-    const bool hasRival =
-        looksLikeStream() || std::any_of(trials.begin(), trials.end(), [&](const Trial& other) {
-            return &other != &trial && !other.vouches() && other.isFlawless;
-        });
-    return trial.vouches() || trial.run >= (trial.isFlawless && !hasRival ? 1 : sureRun);
+    // Binary forms know a message by its preamble alone, and the words of one of them may happen to
+    // have it when read as the other.
+    const bool hasRival = std::any_of(trials.begin(), trials.end(), [&](const Trial& other) {
+        return &other != &trial && !other.vouches() && other.isFlawless;
+    });
+    return trial.run >= (trial.isFlawless && !hasRival && !mayBeStream(trial) ? 1 : sureRun);
 }
 
-bool AutoReader::looksLikeStream() const
+// The first bytes of a stream are a packed preamble as well. No unit of a recording that has the
+// preamble consists of a stream's bytes.
+bool AutoReader::mayBeStream(const Trial& trial) const
 {
-    return 2 * streamBytes > seen.size();
+    return trial.form == InputForm::packed && 2 * streamBytes > seen.size();
 }
 
 InputForm AutoReader::likeliestForm() const
 {
     const Trial* best = nullptr;
     for (const Trial& trial : trials) {
-        const bool isCandidate = trial.vouches()    ? trial.longestRun > 0
-                                 : trial.isFlawless ? trial.run > 0
-                                 : looksLikeStream()
-                                     ? trial.longestRun >= sureRun
-                                     : trial.longestRun > (trial.beginsWell ? 0 : 1);
-        if (isCandidate && (best == nullptr || trial.longestRun > best->longestRun)) {
+        const unsigned found = trial.longestRun;
+        if (found >= messagesNeeded(trial) && (best == nullptr || found > best->longestRun)) {
             best = &trial;
         }
     }
     return best != nullptr ? best->form : InputForm::stream;
+}
+
+// How many messages in a row a form needs to be the likeliest one when nothing was certain.
+unsigned AutoReader::messagesNeeded(const Trial& trial) const
+{
+    if (trial.vouches() || trial.isFlawless) {
+        return 1;
+    }
+    if (mayBeStream(trial)) {
+        return sureRun;
+    }
+    return trial.beginsWell ? 1 : 2;
 }
 
 void AutoReader::decide(InputForm form)

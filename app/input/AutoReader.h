@@ -28,8 +28,9 @@ private:
     void tryNextByte();
     void drain(Trial& trial);
     bool isCertain(const Trial& trial) const;
-    bool looksLikeStream() const;
+    bool mayBeStream(const Trial& trial) const;
     InputForm likeliestForm() const;
+    unsigned messagesNeeded(const Trial& trial) const;
     void decide(InputForm form);
 
     std::vector<Trial> trials;

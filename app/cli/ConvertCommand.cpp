@@ -1,0 +1,48 @@
+#include "ConvertCommand.h"
+
+#include "CopySink.h"
+
+#include <unistd.h>
+
+void ConvertCommand::declare(CLI::App& program)
+{
+    app = program.add_subcommand("convert", "The messages again, in any of the input forms");
+    reading.declare(*app);
+    app->add_option("--to", form,
+                    "Form of the output: stream (6 bits a byte, with parity), packed, hex (a "
+                    "message a line), words (a receiver's own recording, with parity)")
+        ->required()
+        ->check(CLI::IsMember({"stream", "packed", "hex", "words"}));
+    app->add_flag("--known-only", knownOnly,
+                  "Leave out messages of unknown types and of types that are decoded but not "
+                  "shown. Without a filter they are copied, with one they never are");
+    app->add_flag("--keep-undecodable", keepsUndecodable,
+                  "Also copy messages of known types whose content does not fit, unless there is "
+                  "a filter");
+    app->footer("Every message that passes the filter is written bit by bit as it was; only parity "
+                "is made anew.\nDamaged and truncated messages and what stands between messages "
+                "are left out.");
+}
+
+ExitStatus ConvertCommand::run(Host& host)
+{
+    const InputForm to = *inputFormOf(form);
+    if (!isText(to) && reading.output.empty() && ::isatty(STDOUT_FILENO) == 1) {
+        throw UsageError{"the form '" + form +
+                         "' is binary and not for a terminal; name a file with --output, or "
+                         "redirect the output"};
+    }
+    const bool hasFilter = !reading.filter.kinds.empty() || !reading.filter.stations.empty() ||
+                           !reading.filter.where.empty();
+    if (hasFilter && keepsUndecodable) {
+        throw UsageError{"--keep-undecodable goes with no filter: what cannot be decoded passes "
+                         "none"};
+    }
+    const CopyOptions options{.form = to,
+                              .copiesUnknown = !hasFilter && !knownOnly,
+                              .copiesMisfits = keepsUndecodable,
+                              .max = reading.session.max};
+    return runSession(host, reading, [&](Output& output, const MessageFilter&) {
+        return std::make_unique<CopySink>(output, options);
+    });
+}
