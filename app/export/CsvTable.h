@@ -12,8 +12,8 @@ struct CsvOptions {
     bool withTexts = false;    // beside each coded field a column with what its values mean
     bool withHex = false;      // the packed message in the last column
     bool withInput = false;    // the input's name in the first column
-    std::vector<std::string> fields;    // names in column order; empty for all
-    std::string rows;    // name of the sub-message field whose elements are rows; empty for none
+    std::vector<std::string> fields{};    // names in column order; empty for all
+    std::string rows{};    // name of the sub-message field whose elements are rows; empty for none
 };
 
 class CsvTable {

@@ -8,37 +8,52 @@
 
 namespace {
 
-constexpr std::size_t bytesAtOnce = 1 << 16;
+// The beginning of the objects of a kind.
+std::string headOf(const KindModel& kind)
+{
+    JsonText head;
+    head.append("{\"kind\":");
+    head.string(kind.name);
+    head.append(",\"number\":");
+    return std::string(head.view());
+}
 
 }    // namespace
 
 JsonExport::JsonExport(Output& out, JsonOptions jsonOptions,
                        const std::vector<const KindModel*>& kinds)
-    : output(out), options(std::move(jsonOptions)), buffer(nullptr, 2 * bytesAtOnce)
+    : output(out), options(std::move(jsonOptions))
 {
     for (const KindModel* kind : kinds) {
-        kindPlans.emplace(kind, plansFor(chosenFields(*kind, options.fields)));
+        kindPlans.emplace(kind,
+                          KindPlan{headOf(*kind), plansFor(chosenFields(*kind, options.fields))});
     }
+}
+
+JsonExport::Plan JsonExport::planFor(const ChosenField& chosen)
+{
+    const FieldModel& field = *chosen.field;
+    Plan plan{.info = field.info,
+              .key = JsonKey(field.identifier),
+              .type = field.type,
+              .single = !field.repeated && !field.optional,
+              .repeated = field.repeated,
+              .optional = field.optional,
+              .isText = field.isText(),
+              .codedTexts = CodedTexts(field.info),
+              .hasTexts = field.isText(),
+              .parts = plansFor(chosen.parts)};
+    plan.hasTexts = plan.hasTexts || !plan.codedTexts.isEmpty() ||
+                    std::any_of(plan.parts.begin(), plan.parts.end(),
+                                [](const Plan& part) { return part.hasTexts; });
+    return plan;
 }
 
 JsonExport::Plans JsonExport::plansFor(const std::vector<ChosenField>& fields)
 {
     Plans plans;
     for (const ChosenField& chosen : fields) {
-        const FieldModel& field = *chosen.field;
-        Plan plan{.info = field.info,
-                  .key = JsonWriter::preparedKey(field.identifier),
-                  .type = field.type,
-                  .repeated = field.repeated,
-                  .optional = field.optional,
-                  .isText = field.isText(),
-                  .codedTexts = CodedTexts(field.info),
-                  .hasTexts = field.isText() || !CodedTexts(field.info).isEmpty(),
-                  .parts = plansFor(chosen.parts)};
-        plan.hasTexts =
-            plan.hasTexts || std::any_of(plan.parts.begin(), plan.parts.end(),
-                                         [](const Plan& part) { return part.hasTexts; });
-        plans.push_back(std::move(plan));
+        plans.push_back(planFor(chosen));
     }
     return plans;
 }
@@ -46,25 +61,20 @@ JsonExport::Plans JsonExport::plansFor(const std::vector<ChosenField>& fields)
 void JsonExport::message(const Place& place, const Decoded& decoded)
 {
     if (options.asArray) {
-        for (const char character : std::string_view(isFirst ? "[\n" : ",\n")) {
-            buffer.Put(character);
-        }
+        text.append(isFirst ? "[\n" : ",\n");
     }
     isFirst = false;
-    Plans& plans = kindPlans[&decoded.kind];
-    beginObject(place, decoded);
-    writer.Key("fields");
-    writeFields(plans, decoded.message);
+    KindPlan& kind = kindPlans.at(&decoded.kind);
+    writePlace(kind, place);
+    text.append(",\"fields\":");
+    writeFields(kind.fields, decoded.message);
     if (options.withTexts) {
-        writer.Key("texts");
-        writeTexts(plans, decoded.message);
+        text.append(",\"texts\":");
+        writeTexts(kind.fields, decoded.message);
     }
     writePacked(place, decoded);
-    writer.EndObject();
-    if (!options.asArray) {
-        buffer.Put('\n');
-    }
-    if (buffer.GetSize() >= bytesAtOnce) {
+    text.append(options.asArray ? "}" : "}\n");
+    if (text.isLong()) {
         writeOut();
     }
 }
@@ -83,19 +93,15 @@ void JsonExport::pause()
     output.flush();
 }
 
-void JsonExport::beginObject(const Place& place, const Decoded& decoded)
+void JsonExport::writePlace(const KindPlan& kind, const Place& place)
 {
-    writer.Reset(buffer);
-    writer.StartObject();
-    writer.Key("kind");
-    writer.String(decoded.kind.name);
-    writer.Key("number");
-    writer.Uint64(place.frame.number);
-    writer.Key("byte");
-    writer.Uint64(place.frame.beginOffset);
+    text.append(kind.head);
+    text.number(place.frame.number);
+    text.append(",\"byte\":");
+    text.number(place.frame.beginOffset);
     if (options.withInput) {
-        writer.Key("input");
-        writer.String(nameOf(place.input));
+        text.append(",\"input\":");
+        text.string(nameOf(place.input));
     }
 }
 
@@ -111,20 +117,25 @@ const std::string& JsonExport::nameOf(const std::string& input)
 
 void JsonExport::writeFields(const Plans& plans, const Message& message)
 {
-    writer.StartObject();
+    const std::size_t begin = text.begin();
     for (const Plan& plan : plans) {
-        writeField(plan, message);
+        if (plan.single) {
+            text.key(plan.key);
+            writeValue(plan, plan.info->getValueUnchecked(&message, 0));
+        } else {
+            writeField(plan, message);
+        }
     }
-    writer.EndObject();
+    text.end(begin, '{', '}');
 }
 
 void JsonExport::writeField(const Plan& plan, const Message& message)
 {
-    const unsigned count = plan.optional || plan.repeated ? plan.info->getCount(&message) : 1;
+    const unsigned count = plan.info->getCount(&message);
     if (plan.optional && count == 0) {
         return;
     }
-    writer.key(plan.key);
+    text.key(plan.key);
     if (plan.isText) {
         readCharacters(*plan.info, message, characters);
         writeString(withoutTerminator(characters));
@@ -137,11 +148,12 @@ void JsonExport::writeField(const Plan& plan, const Message& message)
 
 void JsonExport::writeArray(const Plan& plan, const Message& message, unsigned count)
 {
-    writer.StartArray();
+    const std::size_t begin = text.begin();
     for (unsigned i = 0; i < count; ++i) {
+        text.comma();
         writeValue(plan, plan.info->getValueUnchecked(&message, i));
     }
-    writer.EndArray();
+    text.end(begin, '[', ']');
 }
 
 void JsonExport::writeValue(const Plan& plan, const FieldValue& value)
@@ -149,13 +161,13 @@ void JsonExport::writeValue(const Plan& plan, const FieldValue& value)
     switch (plan.type) {
     case FieldType::Byte:
     case FieldType::Unsigned:
-        writer.Uint64(value.toUnsigned());
+        text.number(value.toUnsigned());
         break;
     case FieldType::Signed:
-        writer.Int64(value.toSigned());
+        text.number(value.toSigned());
         break;
     case FieldType::Float64:
-        writer.real(value.toDouble());
+        text.real(value.toDouble());
         break;
     case FieldType::Character: {
         const char character = value.toCharacter();
@@ -170,64 +182,72 @@ void JsonExport::writeValue(const Plan& plan, const FieldValue& value)
 
 void JsonExport::writeTexts(Plans& plans, const Message& message)
 {
-    writer.StartObject();
+    const std::size_t begin = text.begin();
     for (Plan& plan : plans) {
         if (plan.hasTexts) {
             writeTextsOf(plan, message);
         }
     }
-    writer.EndObject();
+    text.end(begin, '{', '}');
 }
 
 void JsonExport::writeTextsOf(Plan& plan, const Message& message)
 {
-    const unsigned count = plan.info->getCount(&message);
+    const unsigned count = plan.single ? 1 : plan.info->getCount(&message);
     if (count == 0) {
         return;
     }
     if (plan.isText) {
-        writer.key(plan.key);
+        text.key(plan.key);
         readCharacters(*plan.info, message, characters);
         writeString(upToFirstNul(characters));
     } else if (plan.type == FieldType::SubMessage) {
-        writer.key(plan.key);
-        if (plan.repeated) {
-            writer.StartArray();
-        }
-        for (unsigned i = 0; i < count; ++i) {
-            writeTexts(plan.parts, *plan.info->getValueUnchecked(&message, i).toSubMessage());
-        }
-        if (plan.repeated) {
-            writer.EndArray();
-        }
+        text.key(plan.key);
+        writeElementTexts(plan, message, count);
     } else {
         writeCodedTexts(plan, message, count);
+    }
+}
+
+void JsonExport::writeElementTexts(Plan& plan, const Message& message, unsigned count)
+{
+    const std::size_t begin = text.begin();
+    for (unsigned i = 0; i < count; ++i) {
+        if (plan.repeated) {
+            text.comma();
+        }
+        writeTexts(plan.parts, *plan.info->getValueUnchecked(&message, i).toSubMessage());
+    }
+    if (plan.repeated) {
+        text.end(begin, '[', ']');
     }
 }
 
 // Nothing when no value has a text; beside values that have one stand nulls for the others.
 void JsonExport::writeCodedTexts(Plan& plan, const Message& message, unsigned count)
 {
+    std::size_t begin = 0;
     bool began = false;
     for (unsigned i = 0; i < count; ++i) {
         const FieldValue value = plan.info->getValueUnchecked(&message, i);
-        const std::string* text = plan.codedTexts.of(message, i, value);
-        if (text != nullptr && !began) {
+        const std::string* meaning = plan.codedTexts.of(message, i, value);
+        if (meaning != nullptr && !began) {
             began = true;
-            writer.key(plan.key);
-            if (plan.repeated) {
-                writer.StartArray();
-            }
+            text.key(plan.key);
+            begin = text.begin();
             for (unsigned before = 0; before < i; ++before) {
-                writer.Null();
+                text.append(",null");
             }
         }
+        if (began && plan.repeated) {
+            text.comma();
+        }
         if (began) {
-            text != nullptr ? writer.String(std::string_view(*text)) : writer.Null();
+            meaning != nullptr ? text.string(*meaning) : text.null();
         }
     }
     if (began && plan.repeated) {
-        writer.EndArray();
+        text.end(begin, '[', ']');
     }
 }
 
@@ -236,26 +256,28 @@ void JsonExport::writePacked(const Place& place, const Decoded& decoded)
     characters.clear();
     appendUnusualFill(characters, place.frame.bytes(), static_cast<std::size_t>(decoded.bits));
     if (!characters.empty()) {
-        writer.Key("fill");
-        writer.String(std::string_view(characters));
+        text.append(",\"fill\":\"");
+        text.append(characters);
+        text.put('"');
     }
     if (options.withHex) {
         characters.clear();
         appendHex(characters, place.frame.bytes());
-        writer.Key("hex");
-        writer.String(std::string_view(characters));
+        text.append(",\"hex\":\"");
+        text.append(characters);
+        text.put('"');
     }
 }
 
-void JsonExport::writeString(std::string_view text)
+void JsonExport::writeString(std::string_view bytes)
 {
     utf8.clear();
-    appendUtf8(utf8, text);
-    writer.String(std::string_view(utf8));
+    appendUtf8(utf8, bytes);
+    text.string(utf8);
 }
 
 void JsonExport::writeOut()
 {
-    output.write({buffer.GetString(), buffer.GetSize()});
-    buffer.Clear();
+    output.write(text.view());
+    text.clear();
 }

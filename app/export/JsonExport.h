@@ -3,7 +3,7 @@
 
 #include "CodedTexts.h"
 #include "FieldChoice.h"
-#include "JsonWriter.h"
+#include "JsonText.h"
 #include "Output.h"
 #include "Session.h"
 
@@ -12,11 +12,11 @@
 #include <vector>
 
 struct JsonOptions {
-    bool asArray = false;               // all objects in one array, instead of an object a line
-    bool withTexts = false;             // what coded values mean, beside the values
-    bool withHex = false;               // the packed message
-    bool withInput = false;             // the input's name
-    std::vector<std::string> fields;    // names; empty for all
+    bool asArray = false;                 // all objects in one array, instead of an object a line
+    bool withTexts = false;               // what coded values mean, beside the values
+    bool withHex = false;                 // the packed message
+    bool withInput = false;               // the input's name
+    std::vector<std::string> fields{};    // names; empty for all
 };
 
 class JsonExport : public Sink {
@@ -33,8 +33,9 @@ private:
     // How a field is written, resolved once.
     struct Plan {
         const FieldInfo* info;
-        std::string key;
+        JsonKey key;
         FieldType::Kind type;
+        bool single;    // exactly one value in every message
         bool repeated;
         bool optional;
         bool isText;
@@ -44,9 +45,15 @@ private:
     };
     using Plans = std::vector<Plan>;
 
+    struct KindPlan {
+        std::string head;    // the object up to the message's number
+        Plans fields;
+    };
+
+    static Plan planFor(const ChosenField& chosen);
     static Plans plansFor(const std::vector<ChosenField>& fields);
 
-    void beginObject(const Place& place, const Decoded& decoded);
+    void writePlace(const KindPlan& kind, const Place& place);
     const std::string& nameOf(const std::string& input);
     void writeFields(const Plans& plans, const Message& message);
     void writeField(const Plan& plan, const Message& message);
@@ -54,6 +61,7 @@ private:
     void writeValue(const Plan& plan, const FieldValue& value);
     void writeTexts(Plans& plans, const Message& message);
     void writeTextsOf(Plan& plan, const Message& message);
+    void writeElementTexts(Plan& plan, const Message& message, unsigned count);
     void writeCodedTexts(Plan& plan, const Message& message, unsigned count);
     void writePacked(const Place& place, const Decoded& decoded);
     void writeString(std::string_view characters);
@@ -61,9 +69,8 @@ private:
 
     Output& output;
     JsonOptions options;
-    std::map<const KindModel*, Plans> kindPlans;
-    rapidjson::StringBuffer buffer;
-    JsonWriter writer{buffer};
+    std::map<const KindModel*, KindPlan> kindPlans;
+    JsonText text;
     std::string characters;
     std::string utf8;
     std::string lastInput;

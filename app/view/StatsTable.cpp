@@ -3,6 +3,7 @@
 #include "Characters.h"
 #include "StatsSystems.h"
 
+#include <array>
 #include <cstdio>
 
 namespace {
@@ -35,12 +36,16 @@ std::string withDecimals(double number, int decimals)
     return text;
 }
 
-std::string row(const std::string& type, const std::string& kind, const std::string& station,
-                const std::string& count, const std::string& first, const std::string& last,
-                const std::string& seconds, const std::string& rate)
+// A line of the table of kinds. Cells that are empty at its end leave no blanks.
+std::string row(const std::array<std::string, 8>& cells)
 {
-    return right(type, 4) + "  " + left(kind, 36) + right(station, 8) + right(count, 11) +
-           right(first, 7) + right(last, 7) + right(seconds, 13) + right(rate, 12) + "\n";
+    std::string line = right(cells[0], 4) + "  " + left(cells[1], 36);
+    constexpr std::array<std::size_t, 6> widths = {8, 11, 7, 7, 13, 12};
+    for (std::size_t i = 0; i < widths.size(); ++i) {
+        line += right(cells[i + 2], widths[i]);
+    }
+    line.resize(line.find_last_not_of(' ') + 1);
+    return line + "\n";
 }
 
 std::string typeText(const KindModel& kind)
@@ -134,7 +139,8 @@ void StatsTable::writeKinds(const Stats& stats)
         return;
     }
     output << "\n"
-           << row("Type", "Message", "Station", "Count", "First", "Last", "Seconds", "Per second");
+           << row({"Type", "Message", "Station", "Count", "First", "Last", "Seconds",
+                   "Per second"});
     for (const auto* kind : stats.sortedKinds()) {
         const KindStats& counted = stats.kinds.at(kind);
         for (const auto& [station, numbers] : counted.stations) {
@@ -151,12 +157,11 @@ void StatsTable::writeStation(const KindModel& kind, const std::string& name,
                               const StationStats& station)
 {
     const double seconds = static_cast<double>(station.time.elapsed()) * parts.secondsPerTimeUnit;
-    const bool hasRate = seconds > 0;
-    output << row(typeText(kind), nameOf(kind), name, std::to_string(station.messages),
-                  timeText(station.time.first()), timeText(station.time.last()),
-                  station.time.first() ? withDecimals(seconds, 1) : std::string(),
-                  hasRate ? withDecimals(static_cast<double>(station.time.steps()) / seconds, 3)
-                          : "");
+    const auto steps = static_cast<double>(station.time.steps());
+    output << row({typeText(kind), nameOf(kind), name, std::to_string(station.messages),
+                   timeText(station.time.first()), timeText(station.time.last()),
+                   station.time.first() ? withDecimals(seconds, 1) : "",
+                   seconds > 0 ? withDecimals(steps / seconds, 3) : ""});
 }
 
 void StatsTable::writeSatellites(const Stats& stats)

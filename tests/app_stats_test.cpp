@@ -1,0 +1,233 @@
+#include "Stats.h"
+#include "StatsJson.h"
+#include "StatsTable.h"
+#include "support/AppSession.h"
+#include "support/MessageHelpers.h"
+
+#include <rapidjson/document.h>
+
+namespace {
+
+using Packed = AppSession::Packed;
+
+struct Header {
+    unsigned station;
+    unsigned time;
+};
+
+// A message of zeros but for its header and what is given.
+Packed message(unsigned type, Header header, Packed payload = {})
+{
+    Packed bytes = packed(type, static_cast<unsigned>(payload.size() / 3), payload);
+    bytes[1] = static_cast<std::uint8_t>(type << 2 | header.station >> 8);
+    bytes[2] = static_cast<std::uint8_t>(header.station);
+    bytes[3] = static_cast<std::uint8_t>(header.time >> 5);
+    bytes[4] = static_cast<std::uint8_t>(header.time << 3);
+    return bytes;
+}
+
+// Corrections for satellites 1 and 30.
+Packed corrections(unsigned type, Header header)
+{
+    return message(type, header, {0x01, 0, 0, 0, 0, 0x1E, 0, 0, 0, 0, 0xAA, 0xAA});
+}
+
+// Phases of satellites 2 of the first system and 7 of the second.
+Packed phases(Header header)
+{
+    return message(18, header, {0, 0, 0, 0x02, 0, 0, 0, 0, 0, 0x27, 0, 0, 0, 0, 0});
+}
+
+Packed text(Header header, const char (&nine)[10])
+{
+    return message(16, header, Packed(nine, nine + 9));
+}
+
+class StatsTest : public testing::Test {
+protected:
+    template <class View>
+    std::string run(const std::vector<std::string>& names)
+    {
+        return app.run(names, [&](Output& output) {
+            return std::make_unique<StatsCollector>(std::make_unique<View>(output, app.host.parts),
+                                                    app.host.parts, plugin::typeNumberOf,
+                                                    app.kinds({}));
+        });
+    }
+
+    // One damaged message of type 1 (at byte 160), one of an unknown type, one that is decoded but
+    // not reported, one with content that does not fit; text before them and half a message behind.
+    void writeCapture()
+    {
+        std::vector<Packed> messages;
+        for (unsigned i = 0; i < 5; ++i) {
+            messages.push_back(corrections(1, {5, (5998 + i) % 6000}));
+        }
+        messages.push_back(corrections(31, {700, 10}));
+        messages.push_back(phases({5, 20}));
+        messages.push_back(text({5, 30}, "HELLO\0\0\0\0"));
+        messages.push_back(text({5, 130}, "HELLO\0abc"));
+        messages.push_back(text({5, 80}, "\x1B\xE9\"abcdef"));
+        messages.push_back(message(14, {5, 40}, {0, 0, 0}));
+        messages.push_back(message(38, {5, 40}, Packed(93)));
+        messages.push_back(message(16, {5, 40}, Packed(93)));
+        messages.push_back(corrections(1, {5, 7000}));
+        Packed stream = AppSession::streamOf(messages);
+        stream[2 * 30 + 12] ^= 0x01;    // in the third message
+        stream.insert(stream.begin(), {'#', ' ', '1', '\n'});
+        const Packed cut(stream.begin() + 4, stream.begin() + 24);
+        stream.insert(stream.end(), cut.begin(), cut.end());
+        app.writeFile("capture", stream);
+        size = stream.size();
+    }
+
+    AppSession app;
+    std::size_t size = 0;
+};
+
+const char* const captureTable =
+    R"(            10 messages
+             1 decoded, but of kinds that are not reported
+             1 of unknown type
+             1 with content that does not fit their type
+             1 damaged
+             1 truncated
+           689 bytes read
+             4 bytes skipped
+
+Type  Message                              Station      Count  First   Last      Seconds  Per second
+   1  Differential GPS Corrections               5          5   5998      2          2.4       1.250
+  16  GPS Special Message                        5          3     30     80         30.0       0.067
+  18  RTK Uncorrected Carrier Phases             5          1     20     20          0.0
+  31  Differential GLONASS Corrections         700          1     10     10          0.0
+First and Last are values of Modified Z-Count.
+
+Satellites and how often they were seen
+   1  GPS       1: 5  30: 5
+  18  GPS       2: 1
+  18  GLONASS   7: 1
+  31  GLONASS   1: 1  30: 1
+
+Text messages
+         2  "HELLO"
+         1  "\x1bé"abcdef"
+
+Types that are decoded but not reported
+         1  type 38
+
+Unknown types
+         1  type 14
+
+Events
+         1  RTCM2: Message type 14 unknown to PC software
+         1  RTCM2: RTCM2_ERR_MESSAGE_TYPE_16_MESSAGE_INT_BUFFER_OVERFLOW
+)";
+
+TEST_F(StatsTest, TableOfACaptureWithDamage)
+{
+    writeCapture();
+    EXPECT_EQ(run<StatsTable>({"capture"}),
+              app.pathOf("capture") + " (form: stream)\n" + captureTable);
+}
+
+TEST_F(StatsTest, JsonOfSeveralInputsAddsUp)
+{
+    writeCapture();
+    app.writeFile("empty", {});
+    rapidjson::Document document;
+    document.Parse(run<StatsJson>({"capture", "empty", "capture"}).c_str());
+    ASSERT_FALSE(document.HasParseError());
+    const auto& inputs = document["inputs"];
+    ASSERT_EQ(inputs.Size(), 3U);
+    EXPECT_EQ(inputs[0]["input"].GetString(), app.pathOf("capture"));
+    EXPECT_STREQ(inputs[0]["form"].GetString(), "stream");
+    EXPECT_EQ(inputs[1]["messages"].GetUint(), 0U);
+    EXPECT_EQ(inputs[1]["kinds"].Size(), 0U);
+    EXPECT_EQ(inputs[2]["bytes_read"].GetUint64(), size);
+    EXPECT_TRUE(inputs[2]["kinds"] == inputs[0]["kinds"]);
+
+    const auto& total = document["total"];
+    for (const char* key : {"messages", "unreported", "unknown_type", "misfit", "damaged",
+                            "truncated", "bytes_read", "bytes_skipped"}) {
+        EXPECT_EQ(total[key].GetUint64(), 2 * inputs[0][key].GetUint64()) << key;
+        EXPECT_GT(total[key].GetUint64(), 0U) << key;
+    }
+    const auto& first = total["kinds"][0];
+    EXPECT_STREQ(first["kind"].GetString(), "Message Type 1");
+    EXPECT_EQ(first["type"].GetInt(), 1);
+    EXPECT_EQ(first["count"].GetUint(), 10U);
+    const auto& station = first["stations"][0];
+    EXPECT_EQ(station["station"].GetUint(), 5U);
+    EXPECT_EQ(station["first"].GetUint(), 5998U);
+    EXPECT_EQ(station["last"].GetUint(), 2U);
+    EXPECT_DOUBLE_EQ(station["seconds"].GetDouble(), 4.8);
+    EXPECT_DOUBLE_EQ(station["per_second"].GetDouble(), 1.25);
+    EXPECT_STREQ(first["satellites"][1]["system"].GetString(), "GPS");
+    EXPECT_EQ(first["satellites"][1]["satellite"].GetUint(), 30U);
+    EXPECT_EQ(first["satellites"][1]["count"].GetUint(), 10U);
+    EXPECT_STREQ(total["texts"][1]["text"].GetString(), "\x1B\xC3\xA9\"abcdef");
+    EXPECT_EQ(total["unknown_types"][0]["type"].GetInt(), 14);
+    EXPECT_EQ(total["unreported_types"][0]["count"].GetUint(), 2U);
+    EXPECT_EQ(total["events"].Size(), 2U);
+}
+
+TEST(TimeSpanTest, CountsThroughWrapsAndDisorder)
+{
+    struct {
+        std::vector<std::uint64_t> times;
+        std::int64_t elapsed;
+        std::uint64_t steps;
+    } const rows[] = {
+        {{}, 0, 0},
+        {{5999}, 0, 0},
+        {{5998, 1, 2}, 4, 2},
+        {{10, 5, 12}, 2, 2},
+        {{2, 5999, 4}, 2, 2},
+        {{100, 6000, 8191, 101}, 1, 1},    // larger values are no times
+        {{0, 2000, 4000, 0, 2000}, 8000, 4},
+    };
+    for (const auto& row : rows) {
+        TimeSpan span;
+        for (const std::uint64_t time : row.times) {
+            span.add(time, 6000);
+        }
+        EXPECT_EQ(span.elapsed(), row.elapsed);
+        EXPECT_EQ(span.steps(), row.steps);
+    }
+    TimeSpan endless;
+    endless.add(5, 0);
+    endless.add(100000, 0);
+    EXPECT_EQ(endless.elapsed(), 99995);
+}
+
+TEST(StatsLimitsTest, WhatThereIsNoRoomForIsCountedTogether)
+{
+    BoundedCounts<int> counts(2);
+    for (const int key : {1, 2, 3, 2, 4, 1, 1}) {
+        counts.add(key);
+    }
+    using Entries = std::vector<std::pair<int, std::uint64_t>>;
+    EXPECT_EQ(counts.sorted(), (Entries{{1, 3}, {2, 2}}));
+    EXPECT_EQ(counts.others(), 2U);
+    BoundedCounts<int> sum(2);
+    sum.add(2);
+    sum.add(counts);
+    EXPECT_EQ(sum.others() + sum.sorted()[0].second + sum.sorted()[1].second, 8U);
+
+    SatelliteCounts satellites;
+    satellites.add(0, 255);
+    satellites.add(3, 0);
+    satellites.add(4, 0);
+    satellites.add(0, 256);
+    EXPECT_EQ(satellites.others(), 2U);
+
+    KindStats kind;
+    for (std::uint64_t station = 0; station < KindStats::maxStations + 10; ++station) {
+        ++kind.of(station).messages;
+    }
+    EXPECT_EQ(kind.stations.size(), KindStats::maxStations);
+    EXPECT_EQ(kind.otherStations.messages, 10U);
+    EXPECT_EQ(&kind.of(7), &kind.stations.at(7));
+}
+
+}    // namespace
