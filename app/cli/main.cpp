@@ -1,8 +1,10 @@
 #include "ConvertCommand.h"
 #include "DescribeCommand.h"
 #include "ExportCommand.h"
+#include "HelpFormatter.h"
 #include "Interrupt.h"
 #include "ListCommand.h"
+#include "SelfCommands.h"
 #include "ShowCommand.h"
 #include "StatsCommand.h"
 
@@ -11,6 +13,17 @@
 #include <cstdio>
 
 namespace {
+
+constexpr const char* exitStatusHelp =
+    "'rtcm2 COMMAND --help' tells more about a command.\n\n"
+    "Exit status:\n"
+    "    0  success\n"
+    "    1  the input holds no message\n"
+    "    2  a wrong option, argument or expression\n"
+    "    3  an input cannot be read\n"
+    "    4  the output cannot be written\n"
+    "    5  stopped at a message that is damaged or cannot be decoded (--on-error stop)\n"
+    "  130  interrupted; what was done so far is complete";
 
 ExitStatus runChosen(const std::vector<std::unique_ptr<Command>>& commands)
 {
@@ -38,6 +51,8 @@ int main(int argc, char** argv)
     CLI::App app{"Decodes, filters, exports and converts RTCM 2.x differential GNSS messages.",
                  "rtcm2"};
     app.require_subcommand(1);
+    app.formatter(std::make_shared<HelpFormatter>());
+    app.footer(exitStatusHelp);
     app.set_version_flag("--version", "rtcm2 " RTCM2_VERSION);
     std::vector<std::unique_ptr<Command>> commands;
     commands.push_back(std::make_unique<ListCommand>());
@@ -46,6 +61,8 @@ int main(int argc, char** argv)
     commands.push_back(std::make_unique<StatsCommand>());
     commands.push_back(std::make_unique<ExportCommand>());
     commands.push_back(std::make_unique<ConvertCommand>());
+    commands.push_back(std::make_unique<CompletionCommand>());
+    commands.push_back(std::make_unique<ManualCommand>());
     for (const auto& command : commands) {
         command->declare(app);
     }
