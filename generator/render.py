@@ -21,7 +21,7 @@ from model import Run
 
 TEMPLATES = Path(__file__).parent / "templates"
 SINGLE_UNITS = ["RTCM2.h", "RTCM2.cpp", "RTCM2_layouts.h", "RTCM2Decoder.h", "RTCM2Decoder.cpp",
-                "RTCM2_FormatInfo.h", "RTCM2_FormatInfo.cpp"]
+                "RTCM2_FormatInfo.h", "RTCM2_FormatInfo.cpp", "RTCM2_members.h", "RTCM2_members.cpp"]
 KIND_UNITS = ["Message.h", "Message.cpp", "MessageInfo.h", "MessageInfo.cpp"]
 
 
