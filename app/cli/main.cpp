@@ -1,5 +1,6 @@
 #include "ConvertCommand.h"
 #include "DescribeCommand.h"
+#include "EncodeCommand.h"
 #include "ExportCommand.h"
 #include "HelpFormatter.h"
 #include "Interrupt.h"
@@ -23,6 +24,7 @@ constexpr const char* exitStatusHelp =
     "    3  an input cannot be read\n"
     "    4  the output cannot be written\n"
     "    5  stopped at a message that is damaged or cannot be decoded (--on-error stop)\n"
+    "    6  something in the input could not be encoded\n"
     "  130  interrupted; what was done so far is complete";
 
 ExitStatus runChosen(const std::vector<std::unique_ptr<Command>>& commands)
@@ -61,6 +63,7 @@ int main(int argc, char** argv)
     commands.push_back(std::make_unique<StatsCommand>());
     commands.push_back(std::make_unique<ExportCommand>());
     commands.push_back(std::make_unique<ConvertCommand>());
+    commands.push_back(std::make_unique<EncodeCommand>());
     commands.push_back(std::make_unique<CompletionCommand>());
     commands.push_back(std::make_unique<ManualCommand>());
     for (const auto& command : commands) {

@@ -8,5 +8,6 @@ enum class ExitStatus : int {
     unreadable = 3,          // an input cannot be read
     unwritable = 4,          // the output cannot be written
     stoppedAtTrouble = 5,    // --on-error stop, and there was something to stop at
+    refused = 6,             // something in the input could not be encoded
     interrupted = 130,       // ended by Ctrl-C; what was done so far is complete
 };

@@ -1,0 +1,355 @@
+#include "RecordDraft.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+using rtcm2::MemberRole;
+using rtcm2::MemberRow;
+using rtcm2::MemberType;
+
+namespace {
+
+bool isSigned(const MemberRow& row)
+{
+    return row.type == MemberType::signedInteger;
+}
+
+std::uint64_t lowMask(unsigned bits)
+{
+    return bits >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << bits) - 1;
+}
+
+Integer smallest(const MemberRow& row)
+{
+    return isSigned(row) ? Integer{~lowMask(row.bits - 1U), true} : Integer{};
+}
+
+Integer largest(const MemberRow& row)
+{
+    return {lowMask(isSigned(row) ? row.bits - 1U : row.bits)};
+}
+
+bool fits(const MemberRow& row, Integer value)
+{
+    return value.negative ? isSigned(row) && value.bits >= smallest(row).bits
+                          : value.bits <= largest(row).bits;
+}
+
+std::string misfitText(const MemberRow& row, Integer value)
+{
+    return value.text() + " does not fit " + std::to_string(row.bits) +
+           (row.bits == 1 ? " bit (" : " bits (") + smallest(row).text() + " to " +
+           largest(row).text() + ")";
+}
+
+template <class T>
+void putAt(char* place, std::uint64_t bits)
+{
+    const T value = static_cast<T>(bits);
+    std::memcpy(place, &value, sizeof value);
+}
+
+template <class T>
+std::uint64_t getAt(const char* place)
+{
+    T value;
+    std::memcpy(&value, place, sizeof value);
+    return value;
+}
+
+void put(char* place, unsigned size, std::uint64_t bits)
+{
+    switch (size) {
+    case 1:
+        return putAt<std::uint8_t>(place, bits);
+    case 2:
+        return putAt<std::uint16_t>(place, bits);
+    case 4:
+        return putAt<std::uint32_t>(place, bits);
+    default:
+        return putAt<std::uint64_t>(place, bits);
+    }
+}
+
+std::uint64_t get(const char* place, unsigned size)
+{
+    switch (size) {
+    case 1:
+        return getAt<std::uint8_t>(place);
+    case 2:
+        return getAt<std::uint16_t>(place);
+    case 4:
+        return getAt<std::uint32_t>(place);
+    default:
+        return getAt<std::uint64_t>(place);
+    }
+}
+
+bool isRepeated(const MemberRow& row)
+{
+    return row.role == MemberRole::run || row.role == MemberRole::records;
+}
+
+bool isDerived(const MemberRow& row)
+{
+    return row.derive != nullptr || row.role == MemberRole::constant;
+}
+
+std::string limitText(const MemberRow& row)
+{
+    return "more than " + std::to_string(row.limit) +
+           (row.type == MemberType::character ? " characters" : " bytes");
+}
+
+}    // namespace
+
+RecordDraft::RecordDraft(const rtcm2::KindRow& kindRow, const Names& memberNames,
+                         void* targetRecord)
+    : row(&kindRow), names(&memberNames), target(targetRecord), given(kindRow.members.size())
+{
+}
+
+RecordDraft::Result RecordDraft::take(int member)
+{
+    Given& slot = given[index(member)];
+    if (slot.isGiven) {
+        return Problem{member, "stands twice"};
+    }
+    slot.isGiven = true;
+    return {};
+}
+
+RecordDraft::Result RecordDraft::set(int member, Integer value)
+{
+    if (Result problem = take(member)) {
+        return problem;
+    }
+    const MemberRow& target_ = this->member(member);
+    if (!fits(target_, value)) {
+        return Problem{member, misfitText(target_, value)};
+    }
+    given[index(member)].number = value;
+    if (!isDerived(target_)) {
+        store(member, value);
+    }
+    return {};
+}
+
+RecordDraft::Result RecordDraft::set(int member, double value)
+{
+    given[index(member)].real = value;
+    return take(member);
+}
+
+RecordDraft::Result RecordDraft::setText(int member, std::string_view characters)
+{
+    if (Result problem = take(member)) {
+        return problem;
+    }
+    const MemberRow& text = this->member(member);
+    if (characters.size() > text.limit) {
+        return Problem{member, limitText(text)};
+    }
+    std::memcpy(place(member), characters.data(), characters.size());
+    given[index(member)].count = static_cast<unsigned>(characters.size());
+    return {};
+}
+
+RecordDraft::Result RecordDraft::setByte(int member, Integer value)
+{
+    const MemberRow& run = this->member(member);
+    unsigned& count = given[index(member)].count;
+    if (count == run.limit) {
+        return Problem{member, limitText(run)};
+    }
+    if (!fits(run, value)) {
+        return Problem{member, misfitText(run, value)};
+    }
+    put(place(member) + count, 1, value.bits);
+    ++count;
+    return {};
+}
+
+RecordDraft::Result RecordDraft::beginArray(int member)
+{
+    return take(member);
+}
+
+Integer RecordDraft::value(int member) const
+{
+    const MemberRow& source = this->member(member);
+    std::uint64_t bits = get(place(member), source.size);
+    const bool negative = isSigned(source) && (bits >> (8U * source.size - 1U) & 1U) != 0;
+    if (negative) {
+        bits |= ~lowMask(8U * source.size);
+    }
+    return {bits, negative};
+}
+
+void RecordDraft::store(int member, Integer value)
+{
+    put(place(member), this->member(member).size, value.bits);
+}
+
+bool RecordDraft::isPresent(int member) const
+{
+    const MemberRow& source = this->member(member);
+    return source.isPresent == nullptr || source.isPresent(target);
+}
+
+RecordDraft::Result RecordDraft::complete()
+{
+    for (int i = 0; i < memberCount(); ++i) {
+        if (member(i).role == MemberRole::wire && !isGiven(i)) {
+            if (Result problem = completeFromSlices(i)) {
+                return problem;
+            }
+        }
+    }
+    derive();
+    for (int i = 0; i < memberCount(); ++i) {
+        if (isRepeated(member(i)) && member(member(i).length).role == MemberRole::wire) {
+            if (Result problem = completeLength(i)) {
+                return problem;
+            }
+        }
+    }
+    derive();
+    return {};
+}
+
+// A member whose every bit stands in one of its parts need not be given.
+RecordDraft::Result RecordDraft::completeFromSlices(int member)
+{
+    std::uint64_t known = 0;
+    std::uint64_t whole = 0;
+    for (int i = 0; i < memberCount(); ++i) {
+        const MemberRow& slice = this->member(i);
+        if (slice.role == MemberRole::slice && slice.of == member && isGiven(i)) {
+            known |= lowMask(slice.bits) << slice.low;
+            whole |= given[index(i)].number.bits << slice.low;
+        }
+    }
+    return known == lowMask(this->member(member).bits) ? set(member, Integer{whole}) : Result{};
+}
+
+RecordDraft::Result RecordDraft::completeLength(int member)
+{
+    const int length = this->member(member).length;
+    if (isGiven(length)) {
+        return {};
+    }
+    if (!isGiven(member) && isPresent(member)) {
+        return Problem{member, "is missing" + conditionText(member)};
+    }
+    const Result problem = set(length, Integer{givenCount(member)});
+    return problem ? Problem{member, problem->text} : problem;
+}
+
+void RecordDraft::derive()
+{
+    for (const MemberRow& source : row->members) {
+        if (source.derive != nullptr) {
+            source.derive(target);
+        }
+    }
+}
+
+RecordDraft::Result RecordDraft::check(const std::function<bool(int)>& isImplied) const
+{
+    for (int i = 0; i < memberCount(); ++i) {
+        Result problem = isDerived(member(i)) ? checkDerived(i) : checkWire(i, isImplied);
+        if (problem) {
+            return problem;
+        }
+    }
+    return {};
+}
+
+RecordDraft::Result RecordDraft::checkWire(int member,
+                                           const std::function<bool(int)>& isImplied) const
+{
+    if (!isPresent(member)) {
+        return isGiven(member) ? Problem{member, "must be absent" + conditionText(member)}
+                               : Result{};
+    }
+    if (!isGiven(member) && !isImplied(member)) {
+        return Problem{member, "is missing" + conditionText(member)};
+    }
+    const MemberRow& source = this->member(member);
+    if (!isRepeated(source) || agreesWithLength(member)) {
+        return {};
+    }
+    const std::string expected = " where " + name(source.length) + " is " +
+                                 value(source.length).text() + sourceText(source.length);
+    if (!isGiven(member)) {
+        return Problem{member, "is missing" + expected};
+    }
+    return Problem{member,
+                   "has " + std::to_string(givenCount(member)) +
+                       (source.type == MemberType::character ? " characters" : " elements") +
+                       expected};
+}
+
+RecordDraft::Result RecordDraft::checkDerived(int member) const
+{
+    if (!isGiven(member)) {
+        return {};
+    }
+    const MemberRow& source = this->member(member);
+    const Given& slot = given[index(member)];
+    if (source.type == MemberType::real) {
+        double expected = 0;
+        std::memcpy(&expected, place(member), sizeof expected);
+        const bool agrees = !(slot.real < expected) && !(slot.real > expected);
+        return agrees ? Result{} : Problem{member, "contradicts what follows" + sourceText(member)};
+    }
+    const Integer expected = value(member);
+    if (slot.number == expected) {
+        return {};
+    }
+    return Problem{member, slot.number.text() + " contradicts " + expected.text() +
+                               (source.role == MemberRole::constant
+                                    ? ", which it always is"
+                                    : ", which follows" + sourceText(member))};
+}
+
+std::string RecordDraft::sourceText(int member) const
+{
+    const int of = this->member(member).of;
+    return of == MemberRow::none ? std::string() : " (" + name(of) + ": " + value(of).text() + ")";
+}
+
+std::string RecordDraft::conditionText(int member) const
+{
+    const int when = this->member(member).when;
+    return when == MemberRow::none ? std::string()
+                                   : " where " + name(when) + " is " + value(when).text();
+}
+
+bool RecordDraft::agreesWithLength(int member) const
+{
+    const MemberRow& source = this->member(member);
+    const std::uint64_t length = value(source.length).bits;
+    const std::uint64_t count = givenCount(member);
+    if (source.type != MemberType::character || length > source.limit) {
+        return count == length;
+    }
+    const bool mayBePadded = this->member(source.length).role == MemberRole::count;
+    return count == length || count + 1 == length || (mayBePadded && count < length);
+}
+
+unsigned RecordDraft::contentBits() const
+{
+    unsigned bits = 0;
+    for (int i = 0; i < memberCount(); ++i) {
+        const MemberRow& source = member(i);
+        if (source.role == MemberRole::wire && isPresent(i)) {
+            bits += source.bits;
+        } else if (source.role == MemberRole::run && isPresent(i)) {
+            bits += source.bits * static_cast<unsigned>(value(source.length).bits);
+        }
+    }
+    return bits;
+}

@@ -1,0 +1,345 @@
+#include "RecordEncoder.h"
+
+#include "FormatModel.h"
+#include "RTCM2_members.h"
+
+#include <algorithm>
+#include <cstddef>
+
+using rtcm2::KindRow;
+using rtcm2::MemberRole;
+using rtcm2::MemberRow;
+using rtcm2::MemberType;
+
+namespace {
+
+constexpr unsigned headerBits = 48;
+constexpr unsigned bitsPerWord = 24;
+constexpr unsigned mostWords = 31;
+
+MessageEncoder::Shape shapeOf(const MemberRow& row)
+{
+    switch (row.role) {
+    case MemberRole::records:
+        return RecordEncoder::Shape::elements;
+    case MemberRole::run:
+        return row.type == MemberType::character ? RecordEncoder::Shape::text
+                                                 : RecordEncoder::Shape::bytes;
+    default:
+        return row.type == MemberType::real ? RecordEncoder::Shape::real
+                                            : RecordEncoder::Shape::integer;
+    }
+}
+
+// The members of the header stand at the same place in every main record.
+int headerMember(const RecordDraft& draft, std::size_t offset)
+{
+    int i = 0;
+    while (draft.member(i).offset != offset) {
+        ++i;
+    }
+    return i;
+}
+
+int wordsMember(const RecordDraft& draft)
+{
+    return headerMember(draft, offsetof(RTCM2_header_s, No_Of_Data_Words));
+}
+
+}    // namespace
+
+std::unique_ptr<MessageEncoder> makeMessageEncoder()
+{
+    return std::make_unique<RecordEncoder>();
+}
+
+RecordEncoder::RecordEncoder()
+{
+    for (const KindRow& row : rtcm2::kindRows()) {
+        Kind kind{row.name, identifierOf(row.name), {}};
+        for (const MemberRow& member : row.members) {
+            kind.members.push_back(identifierOf(member.name));
+        }
+        kinds.push_back(std::move(kind));
+    }
+}
+
+RecordEncoder::~RecordEncoder()
+{
+    release();
+}
+
+const RecordEncoder::Kind& RecordEncoder::namesOf(RTCM2_message_enum kind) const
+{
+    return kinds[static_cast<std::size_t>(kind)];
+}
+
+const KindRow* RecordEncoder::findKind(std::string_view name)
+{
+    const auto rows = rtcm2::kindRows();
+    const auto named = [&](auto&& matches) {
+        const auto found = std::find_if(rows.begin(), rows.end(), [&](const KindRow& row) {
+            return row.isMain && matches(namesOf(row.kind));
+        });
+        return found != rows.end() ? &*found : nullptr;
+    };
+    const KindRow* row = named([&](const Kind& kind) { return kind.name == name; });
+    return row != nullptr ? row
+                          : named([&](const Kind& kind) { return sameName(kind.name, name); });
+}
+
+bool RecordEncoder::begin(std::string_view kindName)
+{
+    release();
+    problemText.clear();
+    currentKind.clear();
+    const KindRow* row = findKind(kindName);
+    if (row == nullptr) {
+        return false;
+    }
+    message = {};
+    row->init(&message);
+    main = RecordDraft(*row, namesOf(row->kind).members, &message);
+    current = &main;
+    elementsBits = 0;
+    hint = 0;
+    currentKind = row->name;
+    return true;
+}
+
+void RecordEncoder::release()
+{
+    if (message.kind != RTCM2_MESSAGE_NULL) {
+        main.kind().release(&message);
+        message = {};
+    }
+}
+
+std::optional<RecordEncoder::Member> RecordEncoder::member(std::string_view name)
+{
+    const int count = current->memberCount();
+    for (int i = 0; i < count; ++i) {
+        const int candidate = (hint + i) % count;
+        if (current->name(candidate) == name) {
+            hint = candidate + 1;
+            return Member{candidate, shapeOf(current->member(candidate))};
+        }
+    }
+    for (int i = 0; i < count; ++i) {
+        if (sameName(current->name(i), name)) {
+            return Member{i, shapeOf(current->member(i))};
+        }
+    }
+    return {};
+}
+
+void RecordEncoder::set(Member member, Integer value)
+{
+    const bool isType = current == &main &&
+                        member.index == headerMember(main, offsetof(RTCM2_header_s, Message_Type));
+    if (isType && value != main.value(member.index)) {
+        fail(member, value.text() + " contradicts the kind");
+    }
+    note(current->set(member.index, value));
+}
+
+void RecordEncoder::set(Member member, double value)
+{
+    note(current->set(member.index, value));
+}
+
+void RecordEncoder::setText(Member member, std::string_view characters)
+{
+    note(current->setText(member.index, characters));
+}
+
+void RecordEncoder::beginBytes(Member member)
+{
+    note(current->beginArray(member.index));
+}
+
+void RecordEncoder::addByte(Member member, Integer value)
+{
+    note(current->setByte(member.index, value));
+}
+
+void RecordEncoder::beginElements(Member member)
+{
+    note(current->beginArray(member.index));
+}
+
+void RecordEncoder::beginElement(Member member)
+{
+    const MemberRow& row = main.member(member.index);
+    const KindRow& kind = rtcm2::kindRows()[static_cast<std::size_t>(row.element)];
+    void* record = failed() ? nullptr : main.kind().append(&message);
+    elementsMember = member.index;
+    if (record == nullptr) {
+        // Filled all the same, so that begin and end keep going together.
+        fail(member, "more than " + std::to_string(main.givenCount(member.index)) + " elements");
+        spare.assign(kind.size, 0);
+        record = spare.data();
+    }
+    std::fill_n(static_cast<std::uint8_t*>(record), kind.size, std::uint8_t{0});
+    kind.init(record);
+    element = RecordDraft(kind, namesOf(kind.kind).members, record);
+    current = &element;
+    hint = 0;
+}
+
+void RecordEncoder::endElement()
+{
+    note(element.complete());
+    note(element.check([](int) { return false; }));
+    elementsBits += element.contentBits();
+    current = &main;
+    main.addElement(elementsMember);
+    hint = elementsMember + 1;
+}
+
+void RecordEncoder::fail(const std::string& reason)
+{
+    if (!failed()) {
+        problemText = reason;
+    }
+}
+
+void RecordEncoder::fail(Member member, const std::string& reason)
+{
+    note(Problem{member.index, reason});
+}
+
+void RecordEncoder::failUnknown(std::string_view name)
+{
+    fail(pathTo(name) + ": there is no such field");
+}
+
+void RecordEncoder::note(const RecordDraft::Result& problem)
+{
+    if (problem) {
+        fail(pathTo(current->name(problem->member)) + ": " + problem->text);
+    }
+}
+
+std::string RecordEncoder::pathTo(std::string_view name) const
+{
+    const std::string path = current == &element
+                                 ? main.name(elementsMember) + "[" +
+                                       std::to_string(main.givenCount(elementsMember)) + "]."
+                                 : std::string();
+    return path + std::string(name);
+}
+
+std::span<const std::uint8_t> RecordEncoder::finish(std::optional<std::string_view> fill)
+{
+    note(main.complete());
+    if (failed()) {
+        return {};
+    }
+    wordsGiven = main.isGiven(wordsMember(main));
+    if (!wordsGiven) {
+        chooseWords();
+    }
+    note(main.check([this](int member) { return isImplied(member); }));
+    return failed() ? std::span<const std::uint8_t>{} : encode(fill);
+}
+
+bool RecordEncoder::isImplied(int member) const
+{
+    const MemberRow& row = main.member(member);
+    if (row.length != MemberRow::none) {
+        return main.isGiven(row.length) ||
+               (wordsGiven && main.member(row.length).role == MemberRole::count);
+    }
+    switch (row.offset) {
+    case offsetof(RTCM2_header_s, Preamble):
+    case offsetof(RTCM2_header_s, Message_Type):
+    case offsetof(RTCM2_header_s, No_Of_Data_Words):
+        return true;
+    default:
+        return false;
+    }
+}
+
+// The smallest number of words that agrees with everything; when there is none, the smallest that
+// has room, so that the complaint is about what does not agree.
+void RecordEncoder::chooseWords()
+{
+    for (const bool exactly : {true, false}) {
+        for (unsigned words = 0; words <= mostWords; ++words) {
+            setWords(words);
+            if (messageBits() <= headerBits + bitsPerWord * words && agreesWithWords(exactly)) {
+                return;
+            }
+        }
+    }
+}
+
+void RecordEncoder::setWords(unsigned words)
+{
+    main.store(wordsMember(main), Integer{words});
+    main.derive();
+}
+
+bool RecordEncoder::agreesWithWords(bool exactly) const
+{
+    for (int i = 0; i < main.memberCount(); ++i) {
+        const MemberRow& row = main.member(i);
+        if (row.when == wordsMember(main) && main.isGiven(i) && !main.isPresent(i)) {
+            return false;
+        }
+        if (row.length != MemberRow::none && main.member(row.length).role == MemberRole::count &&
+            main.isPresent(i)) {
+            const bool agrees = exactly ? main.agreesWithLength(i)
+                                        : main.givenCount(i) <= main.value(row.length).bits;
+            if (!agrees || (exactly && main.checkDerived(row.length))) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+unsigned RecordEncoder::messageBits() const
+{
+    return main.contentBits() + elementsBits;
+}
+
+std::span<const std::uint8_t> RecordEncoder::encode(std::optional<std::string_view> fill)
+{
+    const auto words = static_cast<unsigned>(main.value(wordsMember(main)).bits);
+    const unsigned end = headerBits + bitsPerWord * words;
+    if (messageBits() > end) {
+        note(Problem{wordsMember(main), std::to_string(words) + " data words hold " +
+                                            std::to_string(end - headerBits) + " bits, not the " +
+                                            std::to_string(messageBits() - headerBits) +
+                                            " bits of the other members"});
+        return {};
+    }
+    packed = {};
+    const auto size = static_cast<std::uint16_t>(end / 8);
+    const std::int32_t result = main.kind().encode(packed.data(), size, &message);
+    if (result < 0) {
+        fail(RTCM2_error_to_string(result));
+        return {};
+    }
+    return writeFill(static_cast<unsigned>(result), end, fill)
+               ? std::span<const std::uint8_t>(packed).first(size)
+               : std::span<const std::uint8_t>{};
+}
+
+bool RecordEncoder::writeFill(unsigned begin, unsigned end, std::optional<std::string_view> fill)
+{
+    if (fill && fill->size() != end - begin) {
+        fail("fill: has " + std::to_string(fill->size()) +
+             " bits where the data words have room for " + std::to_string(end - begin));
+        return false;
+    }
+    for (unsigned bit = begin; bit < end; ++bit) {
+        const bool one = fill ? (*fill)[bit - begin] == '1' : (bit - begin) % 2 == 0;
+        if (one) {
+            packed[bit / 8] = static_cast<std::uint8_t>(packed[bit / 8] | 0x80U >> bit % 8);
+        }
+    }
+    return true;
+}
