@@ -1,0 +1,129 @@
+#!/usr/bin/env python3
+"""The samples through the program: samples/README.md tells what they hold, and what export writes
+encode takes back.
+
+    samples_test.py PROGRAM
+"""
+
+import collections
+import re
+import subprocess
+import sys
+import unittest
+from pathlib import Path
+
+SAMPLES = Path(__file__).resolve().parent.parent / "samples"
+PROGRAM = None
+
+
+def run(*arguments, data=None, status=0):
+    """Standard output and the lines of standard error."""
+    done = subprocess.run([PROGRAM, *map(str, arguments)], input=data, capture_output=True,
+                          check=False)
+    if done.returncode != status:
+        raise AssertionError(f"{arguments} ended with {done.returncode}: {done.stderr.decode()}")
+    return done.stdout, done.stderr.decode().splitlines()
+
+
+def documented():
+    """From samples/README.md: file name to its row of cells."""
+    rows = {}
+    for line in (SAMPLES / "README.md").read_text(encoding="utf-8").splitlines():
+        cells = [cell.strip() for cell in line.strip("|").split("|")]
+        if len(cells) == 5 and cells[0].startswith("`"):
+            rows[cells[0].strip("`")] = cells[1:]
+    return rows
+
+
+def reported():
+    """The samples with messages that are reported."""
+    return [name for name, cells in documented().items() if cells[1] != "0"]
+
+
+def counts(text):
+    """'1 x 45, 3 x 3' as a mapping."""
+    return {number: int(count) for number, count in re.findall(r"(\d+) x (\d+)", text)}
+
+
+class Samples(unittest.TestCase):
+    def test_every_sample_is_documented(self):
+        files = {path.name for path in SAMPLES.iterdir() if path.is_file()} - {"README.md"}
+        self.assertEqual(set(documented()), files)
+
+    def test_samples_hold_what_is_documented(self):
+        for name, (size, messages, types, trouble) in documented().items():
+            with self.subTest(name):
+                self.assertEqual((SAMPLES / name).stat().st_size, int(size.replace(",", "")))
+                listed, complaints = run("list", "--fields", "Message Type", SAMPLES / name)
+                seen = [word for word in listed.decode().split() if word.isdigit()]
+                self.assertEqual(dict(collections.Counter(seen)), counts(types))
+                self.assertEqual(len(seen), int(messages))
+                kinds = collections.Counter(line.split(": ")[3] for line in complaints)
+                expected = dict(re.findall(r"([a-z ]+) x (\d+)", trouble))
+                self.assertEqual({kind: str(count) for kind, count in kinds.items()},
+                                 {kind.strip(): count for kind, count in expected.items()})
+
+    def test_export_and_encode_are_inverse(self):
+        for name in reported():
+            with self.subTest(name):
+                exported, _ = run("export", "--hex", SAMPLES / name)
+                for form in ("packed", "hex"):
+                    encoded, complaints = run("encode", "-", "--to", form, data=exported)
+                    self.assertEqual(complaints, [])
+                    again, _ = run("export", "--hex", "--form", form, "-", data=encoded)
+                    self.assertEqual(without_place(again), without_place(exported))
+
+    def test_encode_gives_the_bits_of_the_capture(self):
+        """hex tells how the messages stood in the capture, and encode does not look at it."""
+        for name in reported():
+            with self.subTest(name):
+                exported, _ = run("export", "--texts", "--format", "json", "--hex", SAMPLES / name)
+                hexes = re.findall(r'"hex":"([0-9a-f]+)"', exported.decode())
+                spoilt = re.sub(rb'"hex":"[0-9a-f]+"', b'"hex":"spoilt"', exported)
+                encoded, _ = run("encode", "-", "--to", "hex", data=spoilt)
+                self.assertEqual(encoded.decode().split(), hexes)
+
+    def test_all_forms_hold_the_same(self):
+        streams = {path.suffix: without_place(run("export", path)[0])
+                   for path in SAMPLES.glob("all-types.*")}
+        self.assertEqual(len(streams), 4)
+        self.assertEqual(len(set(streams.values())), 1)
+
+
+def without_place(exported):
+    """The JSON lines without the byte position and the message's number, which count the bytes and
+    the damaged messages of the form."""
+    return re.sub(rb'"number":\d+,"byte":\d+,', b"", exported)
+
+
+class Refusals(unittest.TestCase):
+    GOOD = b'{"kind":"Message Type 9","fields":{"Reference_Station_Id":1,"Modified_Z_Count":2,' \
+           b'"Sequence_No":3,"Station_Health":0,"Corrections":[]}}\n'
+    BAD = b'{"kind":"Message Type 3","fields":{}}\n{"kind":\n'
+
+    def test_the_rest_is_encoded(self):
+        encoded, complaints = run("encode", "-", "--to", "hex", data=self.BAD + self.GOOD, status=6)
+        self.assertEqual(encoded, b"662401001300\n")
+        self.assertEqual(complaints, [
+            "rtcm2: standard input: message 1 (line 1): Message Type 3: "
+            "Reference_Station_Id: is missing",
+            "rtcm2: standard input: message 2 (line 2): line 4, column 1: the input ends inside an "
+            "object"])
+
+    def test_statuses(self):
+        for arguments, data, status, complaints in [
+                (["--on-error", "skip"], self.BAD + self.GOOD, 6, 0),
+                (["--quiet"], self.BAD + self.GOOD, 6, 0),
+                (["--on-error", "stop"], self.BAD + self.GOOD, 5, 1),
+                (["--max", "1"], self.GOOD + self.BAD, 0, 0),
+                ([], b"", 1, 1),
+                ([], b"\x00\xff\x00", 6, 1),
+                (["nowhere.json"], self.GOOD, 3, 1)]:
+            with self.subTest(arguments):
+                _, lines = run("encode", "-", *arguments, data=data, status=status)
+                self.assertEqual(len(lines), complaints, lines)
+
+
+if __name__ == "__main__":
+    PROGRAM = sys.argv.pop(1)
+    unittest.main()
