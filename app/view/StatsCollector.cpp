@@ -7,18 +7,16 @@
 
 namespace {
 
-const FieldInfo* infoOf(const KindModel& kind, const std::string& name)
+// The first value of a field; 0 when there is none.
+std::uint64_t valueOf(const FieldModel* field, const Message& message)
 {
-    const FieldModel* field = kind.field(name);
-    return field != nullptr ? field->info : nullptr;
-}
-
-// The value of a field that is not repeated; 0 when there is none.
-std::uint64_t valueOf(const FieldInfo* field, const Message& message)
-{
-    return field != nullptr && field->isPresent(&message)
-               ? bitsOf(field->getValueUnchecked(&message, 0))
-               : 0;
+    if (field == nullptr) {
+        return 0;
+    }
+    const bool maybeAbsent = field->optional || field->repeated;
+    return maybeAbsent && !field->info->isPresent(&message)
+               ? 0
+               : bitsOf(field->info->getValueUnchecked(&message, 0));
 }
 
 }    // namespace
@@ -35,18 +33,16 @@ StatsCollector::StatsCollector(std::unique_ptr<StatsView> statsView, const Field
 StatsCollector::Parts StatsCollector::partsOf(const KindModel& kind) const
 {
     Parts parts;
-    parts.station = infoOf(kind, names.station);
-    parts.time = infoOf(kind, names.time);
+    parts.station = kind.field(names.station);
+    parts.time = kind.field(names.time);
     const FieldModel* text = kind.field(names.text);
-    parts.text = text != nullptr && text->isText() ? text->info : nullptr;
+    parts.text = text != nullptr && text->isText() ? text : nullptr;
     for (const FieldModel& field : kind.fields) {
-        if (field.element == nullptr || infoOf(*field.element, names.satellite) == nullptr) {
-            continue;
+        if (field.element != nullptr && field.element->field(names.satellite) != nullptr) {
+            parts.elements = &field;
+            parts.satellite = field.element->field(names.satellite);
+            parts.system = systemField(*field.element, names);
         }
-        parts.elements = field.info;
-        parts.satellite = infoOf(*field.element, names.satellite);
-        const FieldModel* system = systemField(*field.element, names);
-        parts.system = system != nullptr ? system->info : nullptr;
     }
     return parts;
 }
@@ -81,9 +77,10 @@ void StatsCollector::countStation(const Parts& parts, const Message& message)
 
 void StatsCollector::countSatellites(const Parts& parts, const Message& message)
 {
-    const unsigned count = parts.elements->getCount(&message);
+    const unsigned count = parts.elements->info->getCount(&message);
     for (unsigned i = 0; i < count; ++i) {
-        const Message& element = *parts.elements->getValueUnchecked(&message, i).toSubMessage();
+        const Message& element =
+            *parts.elements->info->getValueUnchecked(&message, i).toSubMessage();
         parts.stats->satellites.add(valueOf(parts.system, element),
                                     valueOf(parts.satellite, element));
     }
@@ -91,7 +88,7 @@ void StatsCollector::countSatellites(const Parts& parts, const Message& message)
 
 void StatsCollector::countText(const Parts& parts, const Message& message)
 {
-    readCharacters(*parts.text, message, characters);
+    readCharacters(*parts.text->info, message, characters);
     characters.resize(upToFirstNul(characters).size());
     current.texts.add(characters);
 }

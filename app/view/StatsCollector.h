@@ -36,13 +36,13 @@ public:
 private:
     // Where a kind keeps what is counted; null where it has no such field.
     struct Parts {
-        const FieldInfo* station = nullptr;
-        const FieldInfo* time = nullptr;
-        const FieldInfo* text = nullptr;
-        const FieldInfo* elements = nullptr;     // sub-messages that name satellites
-        const FieldInfo* satellite = nullptr;    // in the elements
-        const FieldInfo* system = nullptr;       // in the elements
-        KindStats* stats = nullptr;              // in the counts of this input
+        const FieldModel* station = nullptr;
+        const FieldModel* time = nullptr;
+        const FieldModel* text = nullptr;
+        const FieldModel* elements = nullptr;     // sub-messages that name satellites
+        const FieldModel* satellite = nullptr;    // in the elements
+        const FieldModel* system = nullptr;       // in the elements
+        KindStats* stats = nullptr;               // in the counts of this input
     };
 
     Parts partsOf(const KindModel& kind) const;
