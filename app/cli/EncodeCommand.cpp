@@ -5,6 +5,9 @@
 #include "PacketWriter.h"
 
 #include <cstdio>
+#include <filesystem>
+
+#include <unistd.h>
 
 void EncodeCommand::declare(CLI::App& program)
 {
@@ -30,16 +33,68 @@ void EncodeCommand::declare(CLI::App& program)
         ->option_text("report|skip|stop");
     app->add_flag("-q,--quiet", options.quiet,
                   "Nothing on standard error but what ends the program");
+    app->footer(
+        "Reads one JSON object a message: a line each, in an array, or simply in a row, with these "
+        "keys:\n"
+        "    kind    name of the message kind, as 'rtcm2 describe' lists them\n"
+        "    fields  the message's fields, as raw values\n"
+        "    fill    bits behind the last field, as zeros and ones, where they are not 1010...\n"
+        "    hex     the packed message, for objects without fields\n"
+        "Other keys are ignored. Preamble, message type, number of data words, counts and lengths "
+        "may be left\n"
+        "out; where they are given they must agree with the rest. What cannot be encoded is left "
+        "out and told on\n"
+        "standard error; the exit status is then 6.\n\n"
+        "Examples:\n"
+        "    rtcm2 export capture.rtcm2 | rtcm2 encode --to packed -o capture.packed\n"
+        "    rtcm2 encode station.ndjson --to stream -o station.rtcm2");
 }
+
+namespace {
+
+// Opening the output would empty the input.
+void requireOtherOutput(const std::vector<std::string>& inputs, const std::string& output)
+{
+    for (const std::string& input : inputs) {
+        std::error_code missing;    // then it is another file
+        if (std::filesystem::is_regular_file(output, missing) &&
+            std::filesystem::equivalent(input, output, missing)) {
+            throw UsageError{"the output " + output + " is an input"};
+        }
+    }
+}
+
+ExitStatus tellEnd(Output& output, ExitStatus status)
+{
+    if (!output.close() && !output.readerIsGone()) {
+        std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
+        return ExitStatus::unwritable;
+    }
+    if (status == ExitStatus::nothingFound) {
+        std::fprintf(stderr, "rtcm2: no message found in the input\n");
+    }
+    return status;
+}
+
+}    // namespace
 
 ExitStatus EncodeCommand::run(Host&)
 {
+    const InputForm to = *inputFormOf(form);
+    const bool onTerminal = outputName.empty() && ::isatty(STDOUT_FILENO) == 1;
+    if (onTerminal && !isText(to)) {
+        throw UsageError{"the form '" + form +
+                         "' is binary and not for a terminal; name a file with --output, or "
+                         "redirect the output"};
+    }
+    requireOtherOutput(inputs, outputName);
     Output output;
     if (!outputName.empty() && !output.open(outputName)) {
         std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
         return ExitStatus::unwritable;
     }
-    const std::unique_ptr<PacketWriter> writer = makeWriter(*inputFormOf(form));
+    options.showsProgress = !options.quiet && !onTerminal && ::isatty(STDERR_FILENO) == 1;
+    const std::unique_ptr<PacketWriter> writer = makeWriter(to);
     std::vector<std::uint8_t> bytes;
     const auto write = [&](std::span<const std::uint8_t> packed) {
         bytes.clear();
@@ -50,13 +105,5 @@ ExitStatus EncodeCommand::run(Host&)
         return true;
     };
     EncodeSession session(output, write, options);
-    const ExitStatus status = session.run(inputs.empty() ? std::vector<std::string>{"-"} : inputs);
-    if (!output.close() && !output.readerIsGone()) {
-        std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
-        return ExitStatus::unwritable;
-    }
-    if (status == ExitStatus::nothingFound) {
-        std::fprintf(stderr, "rtcm2: no message found in the input\n");
-    }
-    return status;
+    return tellEnd(output, session.run(inputs.empty() ? std::vector<std::string>{"-"} : inputs));
 }

@@ -5,9 +5,6 @@
 #include "JsonInput.h"
 #include "Output.h"
 
-#include <cinttypes>
-#include <cstdio>
-
 EncodeSession::EncodeSession(Output& target, Write writeMessage,
                              const SessionOptions& sessionOptions)
     : output(target), write(std::move(writeMessage)), options(sessionOptions)
@@ -42,16 +39,20 @@ void EncodeSession::readInput(const std::string& name)
     InputFile file(name);
     JsonInput input(file);
     number = 0;
+    progress.emplace(options.showsProgress && !file.isTyped());
+    progress->begin(file.name(), file.size());
     while (!isDone() && input.next()) {
+        progress->advance(input.bytesRead());
         takeNext(input, file.name());
         if (file.isLive()) {
             output.flush();
         }
     }
     if (!file.problem().empty()) {
-        std::fprintf(stderr, "rtcm2: %s\n", file.problem().c_str());
+        progress->tell(file.problem());
         unreadable = true;
     }
+    progress.reset();
 }
 
 void EncodeSession::takeNext(JsonInput& input, const std::string& name)
@@ -80,8 +81,8 @@ void EncodeSession::refuse(const JsonInput& input, const std::string& name,
     ++refused;
     stopped = options.onError == OnError::stop;
     if (stopped || (options.onError == OnError::report && !options.quiet)) {
-        std::fprintf(stderr, "rtcm2: %s: message %" PRIu64 " (line %" PRIu64 "): %s\n",
-                     name.c_str(), number, input.line(), reason.c_str());
+        progress->tell(name + ": message " + std::to_string(number) + " (line " +
+                       std::to_string(input.line()) + "): " + reason);
     }
 }
 

@@ -3,10 +3,12 @@
 
 #include "ExitStatus.h"
 #include "JsonMessage.h"
+#include "Progress.h"
 #include "Session.h"
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -36,6 +38,7 @@ private:
     Write write;
     SessionOptions options;
     JsonMessage message;
+    std::optional<Progress> progress;
     std::uint64_t number = 0;     // of the message in its input
     std::uint64_t found = 0;      // in all inputs
     std::uint64_t encoded = 0;    // likewise

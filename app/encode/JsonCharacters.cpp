@@ -15,6 +15,7 @@ bool JsonCharacters::refill()
     mark = 0;
     const auto bytes = file.read();
     ended = bytes.empty();
+    total += bytes.size();
     text.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     return !ended;
 }

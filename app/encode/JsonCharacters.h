@@ -28,6 +28,8 @@ public:
 
     // Whether what was read from the mark on has become too long.
     bool isTooLong() const { return limited && position - mark >= longest; }
+    // Bytes of the input that have been read.
+    std::uint64_t bytesRead() const { return total; }
     bool isAtEnd() { return position >= text.size() && !refill(); }
 
     // Forgets what was read so far. `limit` holds for what follows.
@@ -51,6 +53,7 @@ private:
     std::size_t mark = 0;        // likewise
     bool limited = false;
     bool ended = false;
+    std::uint64_t total = 0;
     std::uint64_t markLine = 1;
     std::uint64_t markColumn = 1;
 };

@@ -27,6 +27,7 @@ public:
     const rapidjson::Value& object() const { return document; }
     // The line in which it begins, from 1.
     std::uint64_t line() const { return beginLine; }
+    std::uint64_t bytesRead() const { return characters.bytesRead(); }
 
 private:
     bool findObject();

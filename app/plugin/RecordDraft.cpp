@@ -1,90 +1,18 @@
 #include "RecordDraft.h"
 
+#include "MemberValue.h"
+
 #include <algorithm>
 #include <cstring>
-#include <limits>
 
+using memberValue::fits;
+using memberValue::lowMask;
+using memberValue::misfitText;
 using rtcm2::MemberRole;
 using rtcm2::MemberRow;
 using rtcm2::MemberType;
 
 namespace {
-
-bool isSigned(const MemberRow& row)
-{
-    return row.type == MemberType::signedInteger;
-}
-
-std::uint64_t lowMask(unsigned bits)
-{
-    return bits >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << bits) - 1;
-}
-
-Integer smallest(const MemberRow& row)
-{
-    return isSigned(row) ? Integer{~lowMask(row.bits - 1U), true} : Integer{};
-}
-
-Integer largest(const MemberRow& row)
-{
-    return {lowMask(isSigned(row) ? row.bits - 1U : row.bits)};
-}
-
-bool fits(const MemberRow& row, Integer value)
-{
-    return value.negative ? isSigned(row) && value.bits >= smallest(row).bits
-                          : value.bits <= largest(row).bits;
-}
-
-std::string misfitText(const MemberRow& row, Integer value)
-{
-    return value.text() + " does not fit " + std::to_string(row.bits) +
-           (row.bits == 1 ? " bit (" : " bits (") + smallest(row).text() + " to " +
-           largest(row).text() + ")";
-}
-
-template <class T>
-void putAt(char* place, std::uint64_t bits)
-{
-    const T value = static_cast<T>(bits);
-    std::memcpy(place, &value, sizeof value);
-}
-
-template <class T>
-std::uint64_t getAt(const char* place)
-{
-    T value;
-    std::memcpy(&value, place, sizeof value);
-    return value;
-}
-
-void put(char* place, unsigned size, std::uint64_t bits)
-{
-    switch (size) {
-    case 1:
-        return putAt<std::uint8_t>(place, bits);
-    case 2:
-        return putAt<std::uint16_t>(place, bits);
-    case 4:
-        return putAt<std::uint32_t>(place, bits);
-    default:
-        return putAt<std::uint64_t>(place, bits);
-    }
-}
-
-std::uint64_t get(const char* place, unsigned size)
-{
-    switch (size) {
-    case 1:
-        return getAt<std::uint8_t>(place);
-    case 2:
-        return getAt<std::uint16_t>(place);
-    case 4:
-        return getAt<std::uint32_t>(place);
-    default:
-        return getAt<std::uint64_t>(place);
-    }
-}
 
 bool isRepeated(const MemberRow& row)
 {
@@ -166,7 +94,7 @@ RecordDraft::Result RecordDraft::setByte(int member, Integer value)
     if (!fits(run, value)) {
         return Problem{member, misfitText(run, value)};
     }
-    put(place(member) + count, 1, value.bits);
+    memberValue::store(run, place(member) + count, value);
     ++count;
     return {};
 }
@@ -178,18 +106,12 @@ RecordDraft::Result RecordDraft::beginArray(int member)
 
 Integer RecordDraft::value(int member) const
 {
-    const MemberRow& source = this->member(member);
-    std::uint64_t bits = get(place(member), source.size);
-    const bool negative = isSigned(source) && (bits >> (8U * source.size - 1U) & 1U) != 0;
-    if (negative) {
-        bits |= ~lowMask(8U * source.size);
-    }
-    return {bits, negative};
+    return memberValue::load(this->member(member), place(member));
 }
 
 void RecordDraft::store(int member, Integer value)
 {
-    put(place(member), this->member(member).size, value.bits);
+    memberValue::store(this->member(member), place(member), value);
 }
 
 bool RecordDraft::isPresent(int member) const

@@ -1,5 +1,6 @@
 #include "RecordEncoder.h"
 
+#include "DataWords.h"
 #include "FormatModel.h"
 #include "RTCM2_members.h"
 
@@ -12,10 +13,6 @@ using rtcm2::MemberRow;
 using rtcm2::MemberType;
 
 namespace {
-
-constexpr unsigned headerBits = 48;
-constexpr unsigned bitsPerWord = 24;
-constexpr unsigned mostWords = 31;
 
 MessageEncoder::Shape shapeOf(const MemberRow& row)
 {
@@ -31,19 +28,9 @@ MessageEncoder::Shape shapeOf(const MemberRow& row)
     }
 }
 
-// The members of the header stand at the same place in every main record.
-int headerMember(const RecordDraft& draft, std::size_t offset)
+bool isMember(const RecordDraft& draft, int member, std::size_t headerOffset)
 {
-    int i = 0;
-    while (draft.member(i).offset != offset) {
-        ++i;
-    }
-    return i;
-}
-
-int wordsMember(const RecordDraft& draft)
-{
-    return headerMember(draft, offsetof(RTCM2_header_s, No_Of_Data_Words));
+    return draft.member(member).offset == headerOffset;
 }
 
 }    // namespace
@@ -56,7 +43,7 @@ std::unique_ptr<MessageEncoder> makeMessageEncoder()
 RecordEncoder::RecordEncoder()
 {
     for (const KindRow& row : rtcm2::kindRows()) {
-        Kind kind{row.name, identifierOf(row.name), {}};
+        Kind kind{row.name, {}};
         for (const MemberRow& member : row.members) {
             kind.members.push_back(identifierOf(member.name));
         }
@@ -135,8 +122,8 @@ std::optional<RecordEncoder::Member> RecordEncoder::member(std::string_view name
 
 void RecordEncoder::set(Member member, Integer value)
 {
-    const bool isType = current == &main &&
-                        member.index == headerMember(main, offsetof(RTCM2_header_s, Message_Type));
+    const bool isType =
+        current == &main && isMember(main, member.index, offsetof(RTCM2_header_s, Message_Type));
     if (isType && value != main.value(member.index)) {
         fail(member, value.text() + " contradicts the kind");
     }
@@ -236,9 +223,9 @@ std::span<const std::uint8_t> RecordEncoder::finish(std::optional<std::string_vi
     if (failed()) {
         return {};
     }
-    wordsGiven = main.isGiven(wordsMember(main));
+    wordsGiven = main.isGiven(dataWords::member(main));
     if (!wordsGiven) {
-        chooseWords();
+        dataWords::choose(main, elementsBits);
     }
     note(main.check([this](int member) { return isImplied(member); }));
     return failed() ? std::span<const std::uint8_t>{} : encode(fill);
@@ -261,59 +248,17 @@ bool RecordEncoder::isImplied(int member) const
     }
 }
 
-// The smallest number of words that agrees with everything; when there is none, the smallest that
-// has room, so that the complaint is about what does not agree.
-void RecordEncoder::chooseWords()
-{
-    for (const bool exactly : {true, false}) {
-        for (unsigned words = 0; words <= mostWords; ++words) {
-            setWords(words);
-            if (messageBits() <= headerBits + bitsPerWord * words && agreesWithWords(exactly)) {
-                return;
-            }
-        }
-    }
-}
-
-void RecordEncoder::setWords(unsigned words)
-{
-    main.store(wordsMember(main), Integer{words});
-    main.derive();
-}
-
-bool RecordEncoder::agreesWithWords(bool exactly) const
-{
-    for (int i = 0; i < main.memberCount(); ++i) {
-        const MemberRow& row = main.member(i);
-        if (row.when == wordsMember(main) && main.isGiven(i) && !main.isPresent(i)) {
-            return false;
-        }
-        if (row.length != MemberRow::none && main.member(row.length).role == MemberRole::count &&
-            main.isPresent(i)) {
-            const bool agrees = exactly ? main.agreesWithLength(i)
-                                        : main.givenCount(i) <= main.value(row.length).bits;
-            if (!agrees || (exactly && main.checkDerived(row.length))) {
-                return false;
-            }
-        }
-    }
-    return true;
-}
-
-unsigned RecordEncoder::messageBits() const
-{
-    return main.contentBits() + elementsBits;
-}
-
 std::span<const std::uint8_t> RecordEncoder::encode(std::optional<std::string_view> fill)
 {
-    const auto words = static_cast<unsigned>(main.value(wordsMember(main)).bits);
-    const unsigned end = headerBits + bitsPerWord * words;
-    if (messageBits() > end) {
-        note(Problem{wordsMember(main), std::to_string(words) + " data words hold " +
-                                            std::to_string(end - headerBits) + " bits, not the " +
-                                            std::to_string(messageBits() - headerBits) +
-                                            " bits of the other members"});
+    const auto words = static_cast<unsigned>(main.value(dataWords::member(main)).bits);
+    const unsigned end = dataWords::headerBits + dataWords::bitsPerWord * words;
+    const unsigned content = main.contentBits() + elementsBits;
+    if (content > end) {
+        note(Problem{dataWords::member(main), std::to_string(words) + " data words hold " +
+                                                  std::to_string(end - dataWords::headerBits) +
+                                                  " bits, not the " +
+                                                  std::to_string(content - dataWords::headerBits) +
+                                                  " bits of the other members"});
         return {};
     }
     packed = {};

@@ -36,7 +36,6 @@ public:
 private:
     struct Kind {
         std::string name;
-        std::string identifier;
         RecordDraft::Names members;
     };
 
@@ -46,10 +45,6 @@ private:
     void note(const RecordDraft::Result& problem);
     std::string pathTo(std::string_view name) const;
     bool isImplied(int member) const;
-    void chooseWords();
-    void setWords(unsigned words);
-    bool agreesWithWords(bool exactly) const;
-    unsigned messageBits() const;
     std::span<const std::uint8_t> encode(std::optional<std::string_view> fill);
     bool writeFill(unsigned begin, unsigned end, std::optional<std::string_view> fill);
 
