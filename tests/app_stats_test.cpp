@@ -93,7 +93,7 @@ const char* const captureTable =
              1 damaged
              1 truncated
            689 bytes read
-             4 bytes skipped
+            54 bytes skipped
 
 Type  Message                              Station      Count  First   Last      Seconds  Per second
    1  Differential GPS Corrections               5          5   5998      2          2.4       1.250
