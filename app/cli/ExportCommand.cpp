@@ -28,6 +28,14 @@ void ExportCommand::declare(CLI::App& program)
     app->add_flag("--mixed", mixed,
                   "CSV: several kinds in one output; where the kind changes, a blank line, a "
                   "comment with its name and its header line");
+    app->footer("docs/json.md describes what is written.\n\n"
+                "Examples:\n"
+                "    rtcm2 export capture.rtcm2 | jq .fields.Modified_Z_Count\n"
+                "    rtcm2 export --format json --texts --hex -o capture.json capture.rtcm2\n"
+                "    rtcm2 export --format csv -o tables/ capture.rtcm2\n"
+                "    rtcm2 export --format csv --type 1 --rows Corrections \\\n"
+                "        --fields 'Modified Z-Count,Corrections.Satellite Id,Corrections.PRC' "
+                "capture.rtcm2");
 }
 
 ExitStatus ExportCommand::run(Host& host)

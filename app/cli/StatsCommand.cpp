@@ -9,6 +9,11 @@ void StatsCommand::declare(CLI::App& program)
     app = program.add_subcommand("stats", "What the inputs hold, counted");
     reading.declare(*app);
     app->add_flag("-j,--json", asJson, "For programs: as JSON");
+    app->footer("Messages by kind and station with their times and rates, satellites, texts, and\n"
+                "what could not be decoded. docs/json.md describes the JSON.\n\n"
+                "Examples:\n"
+                "    rtcm2 stats capture.rtcm2\n"
+                "    rtcm2 stats --station 5 --json *.rtcm2");
 }
 
 ExitStatus StatsCommand::run(Host& host)

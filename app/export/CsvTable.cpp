@@ -114,8 +114,8 @@ void CsvTable::chooseColumns(const std::vector<std::string>& names)
     for (const FieldPath& path : pathsOf(kind, names)) {
         if (path.part != nullptr && path.field != rowField) {
             throw FieldChoiceError{"'" + path.field->name + "." + path.part->name +
-                                   "' belongs to sub-messages: it needs rows of " +
-                                   path.field->name};
+                                   "' belongs to sub-messages, which must be rows: --rows '" +
+                                   path.field->name + "'"};
         }
         if (path.part != nullptr) {
             addColumn(*path.part, true);
