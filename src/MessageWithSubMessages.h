@@ -27,6 +27,8 @@ public:
         }
         QVector<Message*> old = std::exchange(untyped, {});
         typed.clear();
+        untyped.reserve(static_cast<int>(count));
+        typed.reserve(static_cast<int>(count));
         for (unsigned i = 0; i < count; ++i) {
             Element* object = takeFor(array + i, old, identify);
             if (object == nullptr) {

@@ -32,9 +32,9 @@ void RawLine::real(double value)
     }
 }
 
-void RawLine::text(const char* characters, unsigned count, unsigned capacity)
+void RawLine::text(const char* characters, unsigned count, unsigned capacity, bool present)
 {
-    if (begin()) {
+    if (begin() && present) {
         line += ValueText::text(characters, std::min(count, capacity));
     }
 }

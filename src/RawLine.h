@@ -21,7 +21,7 @@ public:
     void numberUnless(Integer doNotUse, Integer value);
     void real(double value);
     // Up to the first NUL, at most `count` characters.
-    void text(const char* characters, unsigned count, unsigned capacity);
+    void text(const char* characters, unsigned count, unsigned capacity, bool present = true);
     // Two digits each, in groups of four.
     void bytes(const unsigned char* values, unsigned count, unsigned capacity);
     void subMessages(unsigned count);

@@ -30,7 +30,7 @@ QString RTCM2_Harbour_Message::getRawStringFor(const QVector<bool>& selection) c
     line.real(r.Reach);
     line.number(r.Channel, hasChannel());
     line.number(r.Length);
-    line.text(r.Title, getNumberOfTitle(), 32);
+    line.text(r.Title, getNumberOfTitle(), 32, hasTitle());
     line.number(r.Note_Length);
     line.bytes(r.Note, getNumberOfNote(), 9);
     line.number(r.Nb);
