@@ -42,7 +42,7 @@ std::string bashCase(const CLI::App& command)
            "        esac\n        options=\"" + joined(names, " ") + "\" ;;\n";
 }
 
-// In single quotes and inside the brackets of a zsh specification.
+// In single quotes and inside the brackets of what zsh is told of an option.
 std::string zshText(const std::string& text)
 {
     std::string escaped;

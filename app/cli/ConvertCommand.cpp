@@ -21,7 +21,11 @@ void ConvertCommand::declare(CLI::App& program)
                   "a filter");
     app->footer("Every message that passes the filter is written bit by bit as it was; only parity "
                 "is made anew.\nDamaged and truncated messages and what stands between messages "
-                "are left out.");
+                "are left out.\n\n"
+                "Examples:\n"
+                "  rtcm2 convert --to stream -o clean.rtcm2 damaged.rtcm2\n"
+                "  rtcm2 convert --type 1,31 --to hex capture.rtcm2\n"
+                "  rtcm2 convert --form words --to packed -o out.packed recording.bin");
 }
 
 ExitStatus ConvertCommand::run(Host& host)

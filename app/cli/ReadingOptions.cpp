@@ -34,7 +34,10 @@ void ReadingOptions::declare(CLI::App& command)
         ->delimiter(',')
         ->allow_extra_args(false)
         ->type_name("NUMBER");
-    command.add_option("-w,--where", filter.where, "Only messages for which the condition holds")
+    command
+        .add_option(
+            "-w,--where", filter.where,
+            "Only messages for which the condition holds; 'rtcm2 --help' tells how to write one")
         ->type_name("EXPRESSION");
     command.add_option("-n,--max", session.max, "Stop after this many messages")->type_name("N");
     command

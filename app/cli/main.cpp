@@ -15,8 +15,18 @@
 
 namespace {
 
-constexpr const char* exitStatusHelp =
+constexpr const char* programHelp =
     "'rtcm2 COMMAND --help' tells more about a command.\n\n"
+    "Conditions (--where):\n"
+    "  FIELD == VALUE    also != < <= > >=, and ~ for a piece of a text\n"
+    "  present(FIELD)    and, or, not, parentheses\n"
+    "  A field is named as 'rtcm2 describe' shows it, in quotes where the name has blanks; a "
+    "field\n"
+    "  of a sub-message stands after a dot, and any element may fulfil the condition. A value is "
+    "a\n"
+    "  number or the text that a coded value has.\n"
+    "    'Corrections.PRC < -100 and not Corrections.UDRE == \"GT 8 m\"'\n"
+    "    '\"Station Health\" == \"Not Working\" or Reference_Station_Id > 900'\n\n"
     "Exit status:\n"
     "    0  success\n"
     "    1  the input holds no message\n"
@@ -54,7 +64,7 @@ int main(int argc, char** argv)
                  "rtcm2"};
     app.require_subcommand(1);
     app.formatter(std::make_shared<HelpFormatter>());
-    app.footer(exitStatusHelp);
+    app.footer(programHelp);
     app.set_version_flag("--version", "rtcm2 " RTCM2_VERSION);
     std::vector<std::unique_ptr<Command>> commands;
     commands.push_back(std::make_unique<ListCommand>());
