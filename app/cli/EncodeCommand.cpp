@@ -1,11 +1,8 @@
 #include "EncodeCommand.h"
 
 #include "EncodeSession.h"
-#include "Output.h"
+#include "OutputFile.h"
 #include "PacketWriter.h"
-
-#include <cstdio>
-#include <filesystem>
 
 #include <unistd.h>
 
@@ -50,34 +47,6 @@ void EncodeCommand::declare(CLI::App& program)
         "    rtcm2 encode station.ndjson --to stream -o station.rtcm2");
 }
 
-namespace {
-
-// Opening the output would empty the input.
-void requireOtherOutput(const std::vector<std::string>& inputs, const std::string& output)
-{
-    for (const std::string& input : inputs) {
-        std::error_code missing;    // then it is another file
-        if (std::filesystem::is_regular_file(output, missing) &&
-            std::filesystem::equivalent(input, output, missing)) {
-            throw UsageError{"the output " + output + " is an input"};
-        }
-    }
-}
-
-ExitStatus tellEnd(Output& output, ExitStatus status)
-{
-    if (!output.close() && !output.readerIsGone()) {
-        std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
-        return ExitStatus::unwritable;
-    }
-    if (status == ExitStatus::nothingFound) {
-        std::fprintf(stderr, "rtcm2: no message found in the input\n");
-    }
-    return status;
-}
-
-}    // namespace
-
 ExitStatus EncodeCommand::run(Host&)
 {
     const InputForm to = *inputFormOf(form);
@@ -89,8 +58,7 @@ ExitStatus EncodeCommand::run(Host&)
     }
     requireOtherOutput(inputs, outputName);
     Output output;
-    if (!outputName.empty() && !output.open(outputName)) {
-        std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
+    if (!openOutput(output, outputName)) {
         return ExitStatus::unwritable;
     }
     options.showsProgress = !options.quiet && !onTerminal && ::isatty(STDERR_FILENO) == 1;

@@ -2,9 +2,7 @@
 
 #include "Command.h"
 #include "InputForm.h"
-
-#include <cstdio>
-#include <filesystem>
+#include "OutputFile.h"
 
 #include <unistd.h>
 
@@ -66,36 +64,12 @@ void switchKinds(AbstractDecoder& decoder, const FormatModel& model, const Messa
     }
 }
 
-// Opening the output would empty the input.
-void requireOtherOutput(const ReadingOptions& options)
-{
-    for (const std::string& input : options.inputs) {
-        std::error_code missing;    // then it is another file
-        if (std::filesystem::is_regular_file(options.output, missing) &&
-            std::filesystem::equivalent(input, options.output, missing)) {
-            throw UsageError{"the output " + options.output + " is an input"};
-        }
-    }
-}
-
 // A terminal that shows results as they come has no place for progress.
 bool showsProgress(const ReadingOptions& options, const Sink& sink)
 {
     const bool resultsOnTerminal = options.output.empty() && ::isatty(STDOUT_FILENO) == 1;
     return !options.session.quiet && ::isatty(STDERR_FILENO) == 1 &&
            !(resultsOnTerminal && sink.writesAlong());
-}
-
-ExitStatus tellEnd(Output& output, ExitStatus status)
-{
-    if (!output.close() && !output.readerIsGone()) {
-        std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
-        return ExitStatus::unwritable;
-    }
-    if (status == ExitStatus::nothingFound) {
-        std::fprintf(stderr, "rtcm2: no message found in the input\n");
-    }
-    return status;
 }
 
 }    // namespace
@@ -105,9 +79,8 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
     Output output;
     try {
         const MessageFilter filter(host.model, options.filter, host.parts.station);
-        requireOtherOutput(options);
-        if (!options.output.empty() && !output.open(options.output)) {
-            std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
+        requireOtherOutput(options.inputs, options.output);
+        if (!openOutput(output, options.output)) {
             return ExitStatus::unwritable;
         }
         switchKinds(*host.decoder, host.model, filter);

@@ -1,0 +1,19 @@
+// What the commands that write to standard output or to a file have in common.
+#pragma once
+
+#include "ExitStatus.h"
+#include "Output.h"
+
+#include <string>
+#include <vector>
+
+// Throws UsageError when the output is one of the inputs: opening it would empty that.
+void requireOtherOutput(const std::vector<std::string>& inputs, const std::string& outputName);
+
+// Directs the output to the file of this name, if there is a name. False, and told on standard
+// error, when it cannot be written.
+bool openOutput(Output& output, const std::string& name);
+
+// Closes the output and tells on standard error what ended the command. The result is `status`,
+// unless the output could not be written.
+ExitStatus tellEnd(Output& output, ExitStatus status);
