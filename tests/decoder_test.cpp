@@ -1,4 +1,5 @@
 #include "DecoderSupport.h"
+#include "DescriptorLinks.h"
 #include "FieldInfo.h"
 #include "MessageInfo.h"
 #include "RTCM2Decoder.h"
@@ -17,6 +18,12 @@
 #include <functional>
 #include <malloc.h>
 #include <memory>
+
+// What DecoderSupport.cpp, built into this program for one test, needs of the descriptors.
+const FormatInfo* formatDescriptor()
+{
+    return RTCM2_FormatInfo::getInstance();
+}
 
 namespace {
 

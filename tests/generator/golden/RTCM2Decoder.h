@@ -2,6 +2,7 @@
 #pragma once
 
 #include "AbstractDecoder.h"
+#include "PluginExport.h"
 #include "RTCM2.h"
 
 #include <cstdint>
@@ -12,7 +13,7 @@
 //
 // A decoder is driven from one thread at a time. Exceptions of receivers reach the caller of
 // decodeMessage; a message that was being emitted is not leaked.
-class RTCM2Decoder : public AbstractDecoder {
+class VORLO_RTCM2_EXPORT RTCM2Decoder : public AbstractDecoder {
     Q_OBJECT
 
 public:

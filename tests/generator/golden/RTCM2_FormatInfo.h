@@ -2,10 +2,11 @@
 #pragma once
 
 #include "FormatInfo.h"
+#include "PluginExport.h"
 #include "Singleton.h"
 
 // The registry of the format: lists its 2 message kinds.
-class RTCM2_FormatInfo final : public FormatInfo {
+class VORLO_RTCM2_EXPORT RTCM2_FormatInfo final : public FormatInfo {
 public:
     // Complete with all kinds, unless the registry is just being set up.
     static const RTCM2_FormatInfo* getInstance();
@@ -13,10 +14,10 @@ public:
 private:
     friend class Singleton<RTCM2_FormatInfo>;
 
-    RTCM2_FormatInfo();
-    ~RTCM2_FormatInfo() override;
+    VORLO_RTCM2_INTERNAL RTCM2_FormatInfo();
+    VORLO_RTCM2_INTERNAL ~RTCM2_FormatInfo() override;
 
-    void setupMessageInfos();
+    VORLO_RTCM2_INTERNAL void setupMessageInfos();
 
     bool setupDone;
 };

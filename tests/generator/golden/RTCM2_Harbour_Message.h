@@ -2,13 +2,14 @@
 #pragma once
 
 #include "MessageWithSubMessages.h"
+#include "PluginExport.h"
 #include "RTCM2.h"
 #include "RTCM2_Buoy_Message.h"
 
 class RTCM2_Harbour_Message;
 
 template <>
-const MessageInfo* descriptorOf<RTCM2_Harbour_Message>();
+VORLO_RTCM2_INTERNAL const MessageInfo* descriptorOf<RTCM2_Harbour_Message>();
 
 struct RTCM2_Harbour_Traits {
     using Record = RTCM2_Harbour_s;
@@ -20,7 +21,7 @@ struct RTCM2_Harbour_Traits {
 };
 
 // Type 5: Harbour and its buoys.
-class RTCM2_Harbour_Message final : public MessageWithSubMessages<RTCM2_Harbour_Traits> {
+class VORLO_RTCM2_EXPORT RTCM2_Harbour_Message final : public MessageWithSubMessages<RTCM2_Harbour_Traits> {
 public:
     RTCM2_Harbour_Message(RTCM2_Harbour_s* record, bool ownsRepresentation);
     ~RTCM2_Harbour_Message() override;

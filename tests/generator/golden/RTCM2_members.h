@@ -4,12 +4,13 @@
 #pragma once
 
 #include "MemberTable.h"
+#include "PluginExport.h"
 
 #include <span>
 
 namespace rtcm2 {
 
 // One row for every kind value from 0, the null kind, on.
-std::span<const KindRow> kindRows();
+VORLO_RTCM2_EXPORT std::span<const KindRow> kindRows();
 
 }    // namespace rtcm2
