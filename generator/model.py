@@ -205,6 +205,12 @@ class Kind:
         return names + [self.underflow_error, self.internal_error]
 
     @property
+    def only_run(self):
+        """The Run that is all that such a record has on the wire, or None."""
+        parts = self.segments
+        return parts[0] if len(parts) == 1 and isinstance(parts[0], Run) and not parts[0].when else None
+
+    @property
     def segments(self):
         """The wire in order: Runs of fixed-width members, inline arrays and arrays of records."""
         parts = []

@@ -95,9 +95,21 @@ protected:
             members(fixed);
             offset += Bits;
         } else {
-            members(checked);
+            checked = oneByOne(checked, members);
         }
     }
+
+private:
+    // Apart from the straight path and on a copy, so that the members of this object can stay in
+    // registers there.
+    template <class Checked, class Members>
+    [[gnu::noinline, gnu::cold]] static Checked oneByOne(Checked checked, const Members& members)
+    {
+        members(checked);
+        return checked;
+    }
+
+protected:
 
     Byte* data;
     std::uint16_t dataSize;
@@ -162,7 +174,7 @@ public:
 
     // Allocates `count` sub-records and decodes them; the array belongs to the record from then on,
     // whatever comes of them.
-    template <auto decodeElement, class Record, class Count>
+    template <class Element, class Record, class Count>
     void records(Record*& array, Count& count, void* parent, std::int32_t noMemory)
     {
         array = static_cast<Record*>(std::malloc(count * sizeof(Record)));
@@ -172,13 +184,23 @@ public:
                 fail(noMemory);
             }
         }
+        if (failed()) {
+            return;
+        }
+        if (Element::bits % 8 == 0 && offset % 8 == 0 &&
+            fits(std::uint64_t{Element::bits} * count)) {
+            fixedRecords<Element>(array, count, parent);
+            return;
+        }
+        std::uint32_t end = offset;
         for (unsigned i = 0; !failed() && i < count; ++i) {
             const std::int32_t result =
-                decodeElement(array + i, &offset, data, dataSize, parent, 0);
+                Element::decode(array + i, &end, data, dataSize, parent, 0);
             if (result < 0) {
                 fail(result);
             }
         }
+        offset = end;
     }
 
     // Ends the decoder: stores how many bits the record covers and where the next one starts, and
@@ -200,6 +222,23 @@ public:
             return error;
         }
         return offset < start ? internal : static_cast<std::int32_t>(consumed());
+    }
+
+private:
+    // Sub-records that are known to fit, each at a byte.
+    template <class Element, class Record>
+    void fixedRecords(Record* array, unsigned count, void* parent)
+    {
+        FixedReader fixed{data + offset / 8};
+        for (unsigned i = 0; i < count; ++i) {
+            Record& record = array[i];
+            Element::init(&record);
+            record.parent = parent;
+            Element::get(fixed, record);
+            record.bit_count = Element::bits;
+            fixed.bytes += Element::bits / 8;
+        }
+        offset += Element::bits * count;
     }
 };
 
@@ -243,6 +282,11 @@ public:
     void elements(const T* member, unsigned length, unsigned limit, std::int32_t shortBuffer,
                   std::int32_t full)
     {
+        if (!failed() && length <= limit && offset % 8 == 0 && fits(8 * length)) {
+            std::memcpy(data + offset / 8, member, length);
+            offset += 8 * length;
+            return;
+        }
         for (unsigned i = 0; !failed() && i < length; ++i) {
             if (i >= limit) {
                 fail(full);

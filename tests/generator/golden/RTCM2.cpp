@@ -89,6 +89,20 @@ void RTCM2_free_Buoy_children(RTCM2_Buoy_s*)
 {
 }
 
+struct Buoy_Element {
+    static constexpr auto init = RTCM2_init_Buoy;
+    static constexpr auto decode = decode_Buoy;
+    static constexpr unsigned bits = 16;
+
+    template <class Run>
+    [[gnu::always_inline]] static void get(Run& run, RTCM2_Buoy_s& r)
+    {
+        if (!run.template get<0, 7>(r.Look, RTCM2_ERR_BUOY_LOOK_EXT_BUFFER_OVERFLOW)) return;
+        r.Colour = sliceOf<0, 4>(r.Look);
+        if (!run.template get<7, 9>(r.Height, RTCM2_ERR_BUOY_HEIGHT_EXT_BUFFER_OVERFLOW)) return;
+    }
+};
+
 std::int32_t layouts::decode_Buoy(RTCM2_Buoy_s* record, std::uint32_t* offset, const std::uint8_t* data,
     std::uint16_t data_size, void* parent, std::uint32_t declared_length)
 {
@@ -96,11 +110,7 @@ std::int32_t layouts::decode_Buoy(RTCM2_Buoy_s* record, std::uint32_t* offset, c
     RTCM2_init_Buoy(record);
     r.parent = parent;
     Decoding in(data, data_size, *offset);
-    in.run<16>([&](auto& run) {
-        if (!run.template get<0, 7>(r.Look, RTCM2_ERR_BUOY_LOOK_EXT_BUFFER_OVERFLOW)) return;
-        r.Colour = sliceOf<0, 4>(r.Look);
-        if (!run.template get<7, 9>(r.Height, RTCM2_ERR_BUOY_HEIGHT_EXT_BUFFER_OVERFLOW)) return;
-    });
+    in.run<16>([&](auto& run) { Buoy_Element::get(run, r); });
     return in.finish(r.bit_count, offset, declared_length, RTCM2_ERR_BUOY_HEIGHT_SIZE_UNDERFLOW, RTCM2_ERR_BUOY_INTERNAL);
 }
 
@@ -175,7 +185,7 @@ std::int32_t layouts::decode_Harbour(RTCM2_Harbour_s* record, std::uint32_t* off
         if (!in.failed()) r.Title[r.Length] = '\0';
     }
     in.elements(r.Note, r.Note_Length, 9, RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW);
-    in.records<decode_Buoy>(r.Buoys, r.Nb, record, RTCM2_ERR_HARBOUR_INTERNAL);
+    in.records<Buoy_Element>(r.Buoys, r.Nb, record, RTCM2_ERR_HARBOUR_INTERNAL);
     return in.finish(r.bit_count, offset, declared_length, RTCM2_ERR_HARBOUR_BUOYS_SIZE_UNDERFLOW, RTCM2_ERR_HARBOUR_INTERNAL);
 }
 
@@ -289,16 +299,19 @@ int32_t RTCM2_encode_Tide(uint8_t* data, uint16_t data_size, RTCM2_Tide_s* recor
     return encode_Tide(record, data, data_size, &offset);
 }
 
-// Decodes a message of a known type unless its kind is disabled.
+// Decodes a message from its first bit, of no parent and no declared length; the decoder is made
+// anew for that.
 template <auto decodeKind, class Record>
-static std::int32_t decodeEnabled(const RTCM2_context_s* context, RTCM2_message_enum kind, std::int32_t disabled,
-                                  const std::uint8_t* data, std::uint16_t data_size, Record* record)
+[[gnu::noinline, gnu::flatten]] static std::int32_t decodeWhole(const std::uint8_t* data, std::uint16_t data_size,
+                                                                Record* record)
 {
-    if (context != nullptr && !EnableFlag(kind).test(*context)) {
-        return disabled;
-    }
     std::uint32_t offset = 0;
     return decodeKind(record, &offset, data, data_size, nullptr, 0);
+}
+
+static bool isDisabled(const RTCM2_context_s* context, RTCM2_message_enum kind)
+{
+    return context != nullptr && !EnableFlag(kind).test(*context);
 }
 
 int32_t RTCM2_decode(RTCM2_context_s* context, const uint8_t* data, uint16_t data_size, RTCM2_message_s* message)
@@ -309,11 +322,11 @@ int32_t RTCM2_decode(RTCM2_context_s* context, const uint8_t* data, uint16_t dat
     message->header.Message_Type = quarn::read<std::uint8_t, 8, 6>(data);
     switch (message->header.Message_Type) {
     case 5:
-        return decodeEnabled<decode_Harbour>(context, RTCM2_HARBOUR, RTCM2_ERR_HARBOUR_DISABLED,
-                                                    data, data_size, &message->Harbour);
+        if (isDisabled(context, RTCM2_HARBOUR)) return RTCM2_ERR_HARBOUR_DISABLED;
+        return decodeWhole<decode_Harbour>(data, data_size, &message->Harbour);
     case 6:
-        return decodeEnabled<decode_Tide>(context, RTCM2_TIDE, RTCM2_ERR_TIDE_DISABLED,
-                                                    data, data_size, &message->Tide);
+        if (isDisabled(context, RTCM2_TIDE)) return RTCM2_ERR_TIDE_DISABLED;
+        return decodeWhole<decode_Tide>(data, data_size, &message->Tide);
     default:
         if (context != nullptr) {
             context->unknown_type = message->header.Message_Type;

@@ -2,6 +2,7 @@
 // touch exactly the bytes in which the field lies.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <limits>
 #include <type_traits>
@@ -18,10 +19,10 @@ constexpr std::uint64_t lowMask(unsigned width)
 template <class T>
 constexpr T fromBits(std::uint64_t bits, unsigned width)
 {
-    if constexpr (std::is_signed_v<T>) {
-        if (width > 0 && width < 64 && (bits >> (width - 1) & 1) != 0) {
-            bits |= ~lowMask(width);
-        }
+    if (std::is_signed_v<T> && width > 0) {
+        // Up to the sign and back: without a branch, which could not be predicted.
+        const unsigned unused = 64 - width;
+        return static_cast<T>(static_cast<std::int64_t>(bits << unused) >> unused);
     }
     return static_cast<T>(bits);
 }
@@ -72,6 +73,27 @@ inline void writeBits(std::uint8_t* data, std::uint32_t offset, unsigned width, 
     }
 }
 
+// `Bytes` (1 to 8) bytes as a number, the first the highest: as few loads as the compiler can be
+// brought to use.
+template <unsigned Bytes>
+inline std::uint64_t load(const std::uint8_t* data)
+{
+    if constexpr (Bytes == 1) {
+        return *data;
+    } else if constexpr (!std::has_single_bit(Bytes)) {
+        constexpr unsigned first = std::bit_floor(Bytes);
+        return load<first>(data) << 8 * (Bytes - first) | load<Bytes - first>(data + first);
+    } else {
+        // Recognised as one load, with the bytes swapped where the processor needs it.
+        std::uint64_t word = 0;
+#pragma GCC unroll 8
+        for (unsigned i = 0; i < Bytes; ++i) {
+            word = word << 8 | data[i];
+        }
+        return word;
+    }
+}
+
 // Constant position and width: `Offset` bits after the first bit of data.
 template <class T, unsigned Offset, unsigned Width>
 inline T read(const std::uint8_t* data)
@@ -81,11 +103,7 @@ inline T read(const std::uint8_t* data)
     constexpr unsigned last = (Offset + Width - 1) / 8;
     constexpr unsigned below = 8 * (last + 1) - Offset - Width;
     static_assert(last - first < 8, "the field spans more bytes than a 64-bit word has");
-    std::uint64_t word = 0;
-#pragma GCC unroll 8
-    for (unsigned i = first; i <= last; ++i) {
-        word = word << 8 | data[i];
-    }
+    const std::uint64_t word = load<last - first + 1>(data + first);
     return fromBits<T>(word >> below & lowMask(Width), Width);
 }
 
