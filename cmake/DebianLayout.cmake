@@ -1,0 +1,17 @@
+# Before a package is closed, what Debian has otherwise: the changelog goes in, documentation is
+# compressed, and zsh looks for completions elsewhere.
+file(GLOB packages LIST_DIRECTORIES true ${CPACK_TEMPORARY_DIRECTORY}/*)
+foreach(package IN LISTS packages)
+  set(share ${package}/usr/share)
+  file(GLOB docs LIST_DIRECTORIES true ${share}/doc/*)
+  foreach(doc IN LISTS docs)
+    configure_file(${CPACK_RTCM2_CHANGELOG} ${doc}/changelog COPYONLY)
+  endforeach()
+  file(GLOB pages ${share}/man/man*/*.1 ${share}/doc/*/changelog)
+  if(pages)
+    execute_process(COMMAND gzip -9n ${pages} COMMAND_ERROR_IS_FATAL ANY)
+  endif()
+  if(EXISTS ${share}/zsh/site-functions)
+    file(RENAME ${share}/zsh/site-functions ${share}/zsh/vendor-completions)
+  endif()
+endforeach()

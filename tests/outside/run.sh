@@ -1,0 +1,76 @@
+#!/bin/bash
+# Installs a build into an empty directory, moves that elsewhere, and builds and runs programs
+# against what was installed and nothing else.
+#   tests/outside/run.sh <build directory>
+set -euo pipefail
+build=$(realpath "$1")
+here=$(realpath "$(dirname "$0")")
+root=$here/../..
+EXAMPLES=$root/docs/examples
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work"
+
+fail() {
+    echo "failed: $*" >&2
+    exit 1
+}
+
+# expect <text> <command...>: the command succeeds and its output has the text.
+expect() {
+    local output
+    output=$("${@:2}") || fail "${*:2}"
+    [[ $output == *"$1"* ]] || fail "'$1' is not in the output of ${*:2}: $output"
+    echo "ok: ${*:2}"
+}
+
+# own_libraries <program>: every library of the project comes from the installation.
+own_libraries() {
+    local libraries
+    libraries=$(ldd "$1" | grep -E 'rtcm2|libhost_') || fail "$1 uses no library of the project"
+    ! grep -v "=> $prefix/" <<< "$libraries" || fail "$1 uses libraries from elsewhere"
+}
+
+# cmake_project <name>: configures and builds tests/outside/<name> in a directory of that name.
+cmake_project() {
+    cmake -G Ninja -S "$here/$1" -B "$1" -DCMAKE_PREFIX_PATH="$prefix" -DEXAMPLES="$EXAMPLES" \
+        -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF > log 2>&1 &&
+        cmake --build "$1" >> log 2>&1 || {
+        cat log >&2
+        fail "the project tests/outside/$1 does not build"
+    }
+}
+
+DESTDIR=$work/stage cmake --install "$build" --prefix /opt/somewhere > log || fail "install: $(cat log)"
+prefix=$work/moved
+mv stage/opt/somewhere "$prefix"
+rmdir stage/opt stage || fail "something was installed outside the prefix"
+lib=$(dirname "$(dirname "$(find "$prefix" -name rtcm2-codec.pc)")")
+
+! grep -rlE "$build|$(realpath "$root")" "$prefix/include" "$lib/cmake" "$lib/pkgconfig" ||
+    fail "installed files name the build's directories"
+
+expect "rtcm2 " "$prefix/bin/rtcm2" --version
+expect "29 messages" "$prefix/bin/rtcm2" stats "$root/samples/all-types.rtcm2"
+own_libraries "$prefix/bin/rtcm2"
+
+cmake_project codec
+expect "satellite 12: PRC -100" codec/decode
+own_libraries codec/decode
+! ldd codec/decode | grep Qt || fail "the codec needs Qt"
+
+export PKG_CONFIG_PATH=$lib/pkgconfig
+read -ra flags <<< "$(pkg-config --cflags --libs rtcm2-codec)"
+cc -std=c99 -pedantic-errors -Wall -Werror "$EXAMPLES/decode.c" "${flags[@]}" \
+    -Wl,-rpath,"$lib" -o decode
+expect "satellite 12: PRC -100" ./decode
+own_libraries decode
+[ "$(pkg-config --modversion rtcm2-codec)" = "$("$prefix/bin/rtcm2" --version | cut -d' ' -f2)" ] ||
+    fail "pkg-config and the program give different versions"
+
+cmake_project host
+expect "Station Health: UDRE Scale Factor = 1" host/host
+expect "29 messages, " host/walk "$root/samples/all-types.hex"
+expect ", 4 casts, " host/walk "$root/samples/all-types.hex"
+own_libraries host/walk
