@@ -61,6 +61,14 @@ expect 0 "" "$rtcm2" list --quiet "$work/short"
 expect 5 "at byte" "$rtcm2" list --on-error stop "$2/damaged.rtcm2"
 [ "$("$rtcm2" list --max 3 "$sample" 2> /dev/null | wc -l)" -eq 4 ] || fail "--max 3 gives not three"
 
+# The locale of the user changes nothing.
+for command in "show" "stats" "export --texts"; do
+    for locale in C de_DE.UTF-8 hi_IN.UTF-8; do
+        LC_ALL=$locale "$rtcm2" $command "$all" > "$work/$locale" 2> "$work/err"
+        cmp -s "$work/C" "$work/$locale" || fail "other output in $locale: $command"
+    done
+done
+
 # A reader that goes away ends the program quietly.
 "$rtcm2" show "$all" 2> "$work/err" | head -n 1 > /dev/null
 [ -s "$work/err" ] && fail "a closed pipe is complained about"

@@ -260,6 +260,15 @@ TEST(JsonInput, GoesOnAfterMistakes)
     EXPECT_EQ(found(std::string("{\"a\":\0}", 7) + rest).back(), "9@2");
     EXPECT_EQ(found(rest + "{\"a\":[1"),
               (Items{"9@2", "line 3, column 8: the input ends inside an object"}));
+    // Lines that are open around a mistake are one mistake, not one each.
+    std::string unclosed;
+    for (int i = 0; i < 100; ++i) {
+        unclosed += "{\"b\":\n";
+    }
+    EXPECT_EQ(found(unclosed + "{\"a\":9}\n"),
+              (Items{"line 33, column 1: nested too deeply", "line 65, column 1: nested too deeply",
+                     "line 97, column 1: nested too deeply",
+                     "line 102, column 1: the input ends inside an object", "9@101"}));
     EXPECT_EQ(found("[{\"a\":1},"),
               (Items{"1@1", "line 1, column 10: the input ends inside an array"}));
 }

@@ -98,6 +98,24 @@ TEST(CodecMemory, EmptyArrayNeedsNone)
     EXPECT_EQ(decodeWithoutMemory(message.message, packed(1, 1, 9)), 48);
 }
 
+TEST(CodecMemory, EncodingNeedsNone)
+{
+    for (const MainKind& kind : mainKinds()) {
+        SCOPED_TRACE(kind.type);
+        ExactBuffer buffer(packed(kind.type, 7, 27));
+        TestMessage message(kind);
+        const std::int32_t bits =
+            RTCM2_decode(nullptr, buffer.data(), buffer.size(), &message.message);
+        ASSERT_GT(bits, 0);
+        ExactBuffer target(27);
+        refused = 0;
+        heapIsEmpty = true;
+        EXPECT_EQ(kind.encodeMessage(message.message, target.data(), target.size()), bits);
+        heapIsEmpty = false;
+        EXPECT_EQ(refused, 0U);
+    }
+}
+
 TEST(CodecMemory, AppendThatCannotGrowChangesNothing)
 {
     RTCM2_Message_Type_51_s record;

@@ -1,24 +1,17 @@
 // The singletons of the format, whichever of them a process touches first: each case runs in a
 // process of its own. This program stands in for the host's tracer and records its reports.
-#include "FieldInfo.h"
 #include "MemLeakTracer.h"
-#include "MessageInfo.h"
 #include "RTCM2Decoder.h"
 #include "RTCM2_DGNSS_MessageInfo.h"
-#include "RTCM2_FormatInfo.h"
 #include "RTCM2_Message_Type_1_MessageInfo.h"
 #include "RTCM2_Type_15_MessageInfo.h"
-
-#include <QHash>
-#include <QStringList>
+#include "support/CompletionOrder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cxxabi.h>
-#include <typeinfo>
 #include <unistd.h>
 
 namespace {
@@ -50,21 +43,6 @@ void demand(bool met, const char* what)
     }
 }
 
-template <class T>
-QString classNameOf(const T* object)
-{
-    char* name = abi::__cxa_demangle(typeid(*object).name(), nullptr, nullptr, nullptr);
-    const QString result = QString::fromLatin1(name);
-    std::free(name);
-    return result;
-}
-
-QVector<const MessageInfo*> allKinds()
-{
-    const FormatInfo* format = RTCM2_FormatInfo::getInstance();
-    return format->getSubMessageInfos() + format->getMessageInfos();
-}
-
 void demandRegistry()
 {
     const RTCM2_FormatInfo* format = RTCM2_FormatInfo::getInstance();
@@ -84,31 +62,6 @@ void demandRegistry()
                QLatin1String("1,3,9,15,16,18,19,20,21,22,23,24,31,32,59"),
            "main kinds in order");
     demand(format->getSubMessageInfos().size() == 15 && fields == 259, "numbers of descriptors");
-}
-
-// The order in which the constructors end when the registry is touched first: the registry, then
-// kind by kind, each after its fields. What is touched first instead ends last, with what it waits
-// for; `late` names these classes by their prefixes, in their order.
-QStringList completionOrder(const QStringList& late)
-{
-    QStringList order(QStringLiteral("RTCM2_FormatInfo"));
-    for (const MessageInfo* info : allKinds()) {
-        const auto position = order.size();
-        for (const FieldInfo* field : info->getFieldInfos()) {
-            order << classNameOf(field);
-        }
-        // Its sub-fields, registered after it, are complete before it is.
-        const auto parted = order.indexOf(QStringLiteral("RTCM2_DGNSS_Issue_Of_Data_FieldInfo"));
-        if (parted >= position) {
-            order.move(parted, parted + 2);
-        }
-        order << classNameOf(info);
-    }
-    for (const QString& prefix : late) {
-        std::stable_partition(order.begin(), order.end(),
-                              [&](const QString& name) { return !name.startsWith(prefix); });
-    }
-    return order;
 }
 
 // Runs when every descriptor is gone.

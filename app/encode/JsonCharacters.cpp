@@ -44,14 +44,16 @@ std::uint64_t JsonCharacters::columnAt(std::size_t offset) const
     return lineEnd == std::string_view::npos ? markColumn + offset : offset - lineEnd;
 }
 
-void JsonCharacters::recover(std::size_t mistake)
+void JsonCharacters::recover(std::size_t mistake, std::span<const std::size_t> incomplete)
 {
     limited = false;
-    const std::size_t lineEnd = text.find("\n{", mark);
-    if (lineEnd != std::string::npos && lineEnd + 1 <= mark + mistake) {
-        position = lineEnd + 1;
-        setMark(false);
-        return;
+    std::size_t brace = mark;
+    while ((brace = text.find("\n{", brace) + 1) != 0 && brace <= mark + mistake) {
+        if (std::find(incomplete.begin(), incomplete.end(), brace - mark) == incomplete.end()) {
+            position = brace;
+            setMark(false);
+            return;
+        }
     }
     position = mark + mistake;
     do {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 
 class InputFile;
@@ -39,9 +40,9 @@ public:
     std::uint64_t columnAt(std::size_t offset) const;
 
     // After a mistake at this position from the mark: goes to the first line behind the mark, but
-    // not behind the mistake, that begins with a brace; else to the next line that can begin an
-    // object.
-    void recover(std::size_t mistake);
+    // not behind the mistake, that begins with a brace, unless the value begun there is among the
+    // `incomplete` ones; else to the next line that can begin an object.
+    void recover(std::size_t mistake, std::span<const std::size_t> incomplete);
 
 private:
     void skipLine();

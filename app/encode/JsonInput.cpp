@@ -11,12 +11,25 @@ namespace {
 constexpr unsigned parseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseStopWhenDoneFlag |
                                 rapidjson::kParseValidateEncodingFlag;
 
-// Passes everything on to the document, to a depth that no message needs.
+// Passes everything on to the document, to a depth that no message needs, and remembers where the
+// values begin that are not complete.
 struct BoundedHandler {
-    static constexpr unsigned deepest = 32;
+    static constexpr std::size_t deepest = 32;
 
     rapidjson::Document& target;
-    unsigned depth = 0;
+    const JsonCharacters& characters;
+    std::vector<std::size_t>& open;
+
+    bool begin()
+    {
+        open.push_back(characters.Tell());
+        return open.size() <= deepest;
+    }
+    bool end()
+    {
+        open.pop_back();
+        return true;
+    }
 
     bool Null() { return target.Null(); }
     bool Bool(bool value) { return target.Bool(value); }
@@ -33,11 +46,11 @@ struct BoundedHandler {
     {
         return target.String(text, size, copy);
     }
-    bool StartObject() { return ++depth <= deepest && target.StartObject(); }
+    bool StartObject() { return begin() && target.StartObject(); }
     bool Key(const char* text, unsigned size, bool copy) { return target.Key(text, size, copy); }
-    bool EndObject(unsigned count) { return depth-- > 0 && target.EndObject(count); }
-    bool StartArray() { return ++depth <= deepest && target.StartArray(); }
-    bool EndArray(unsigned count) { return depth-- > 0 && target.EndArray(count); }
+    bool EndObject(unsigned count) { return end() && target.EndObject(count); }
+    bool StartArray() { return begin() && target.StartArray(); }
+    bool EndArray(unsigned count) { return end() && target.EndArray(count); }
 };
 
 bool isSpace(char character)
@@ -90,7 +103,7 @@ void JsonInput::parse()
 {
     characters.setMark(true);
     const auto generate = [this](rapidjson::Document& target) {
-        BoundedHandler handler{target};
+        BoundedHandler handler{target, characters, open};
         return !reader.Parse<parseFlags>(characters, handler).IsError();
     };
     document.Populate(generate);
@@ -106,6 +119,10 @@ void JsonInput::parse()
     } else if (characters.isAtEnd()) {
         reason = "the input ends inside an object";
     }
+    // What was too deep in these objects may be none too deep in another.
+    if (open.size() > BoundedHandler::deepest) {
+        open.pop_back();
+    }
     complain(reason, std::min(reader.GetErrorOffset(), characters.Tell()));
 }
 
@@ -113,5 +130,6 @@ void JsonInput::complain(const std::string& reason, std::size_t offset)
 {
     problemText = "line " + std::to_string(characters.lineAt(offset)) + ", column " +
                   std::to_string(characters.columnAt(offset)) + ": " + reason;
-    characters.recover(offset);
+    characters.recover(offset, open);
+    open.clear();
 }

@@ -8,11 +8,14 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 class InputFile;
 
 // Memory is needed for one object at a time. After a mistake reading goes on with the next line
-// that an object begins, so that one bad line costs no other.
+// that an object begins, so that one bad line costs no other. Lines that begin objects around the
+// mistake count as one bad line: they would end at the same mistake, and reading them again and
+// again would take long.
 class JsonInput {
 public:
     // The file must outlive the reader.
@@ -38,6 +41,7 @@ private:
     rapidjson::MemoryPoolAllocator<> pool;
     rapidjson::Document document{&pool};
     rapidjson::Reader reader;
+    std::vector<std::size_t> open;    // where objects and arrays begin that are not complete
     std::string problemText;
     std::uint64_t beginLine = 0;
     bool inArray = false;

@@ -1,0 +1,93 @@
+// Filter expressions, asked about some messages.
+#include "fuzz.h"
+
+#include "DecoderDriver.h"
+#include "Expression.h"
+#include "Host.h"
+#include "Message.h"
+#include "MessageFilter.h"
+
+#include <optional>
+#include <string>
+
+using namespace fuzz;
+
+namespace {
+
+// A host with a message of every kind whose zeros are good.
+struct Filtered {
+    Filtered()
+    {
+        for (const auto& kind : host.model.kinds()) {
+            if (kind->isMain) {
+                kinds.push_back(kind.get());
+                keep(static_cast<unsigned>(kind->typeNumber));
+            }
+        }
+    }
+
+    ~Filtered()
+    {
+        for (const Message* message : messages) {
+            message->removeReference();
+        }
+    }
+    Filtered(const Filtered&) = delete;
+    Filtered& operator=(const Filtered&) = delete;
+
+    void keep(unsigned type)
+    {
+        Bytes packed(99);
+        packed[0] = 0x66;
+        packed[1] = static_cast<std::uint8_t>(type << 2);
+        packed[2] = 5;
+        packed[5] = 5 << 3;
+        const Outcome outcome = host.driver.decode(packed);
+        promise(4, outcome.message != nullptr, "a message of zeros is rejected");
+        outcome.message->addReference();
+        messages.push_back(outcome.message);
+    }
+
+    Host host;
+    std::vector<const KindModel*> kinds;
+    std::vector<const Message*> messages;
+};
+
+const Filtered& filtered()
+{
+    static const Filtered made;
+    return made;
+}
+
+// Which of the messages fulfil the expression; nothing when it cannot be understood.
+std::optional<std::vector<bool>> answers(const std::string& text)
+{
+    try {
+        const Expression expression(text, filtered().kinds);
+        std::vector<bool> result;
+        for (const Message* message : filtered().messages) {
+            const KindModel& kind = *filtered().host.model.kindOf(*message);
+            result.push_back(expression.holds(*message, kind));
+            promise(4, !result.back() || expression.canHold(kind), "holds, but cannot");
+        }
+        return result;
+    } catch (const FilterError& error) {
+        promise(3, !error.text.empty(), "refused without a reason");
+        return {};
+    }
+}
+
+}    // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    const auto plain = answers(text);
+    const auto negated = answers("not (" + text + ")");
+    if (plain && negated) {
+        for (std::size_t i = 0; i < plain->size(); ++i) {
+            promise(4, (*plain)[i] != (*negated)[i], "a condition and its negation agree");
+        }
+    }
+    return 0;
+}
