@@ -107,11 +107,15 @@ class Member:
         """Members computed as soon as this one has been read."""
         return [m for m in self.kind.members if m.of == self.name]
 
+    def presence_in(self, record):
+        """The condition of presence as a C expression; `record` leads to a member of the record."""
+        name, values = self.when
+        return " || ".join(f"{record}{name} == {value}" for value in values)
+
     @property
     def presence(self):
-        """The condition of presence as a C expression on the record `r`."""
-        name, values = self.when
-        return " || ".join(f"r.{name} == {value}" for value in values)
+        """The same for a record `r`."""
+        return self.presence_in("r.")
 
 
 @dataclass

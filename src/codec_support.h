@@ -84,33 +84,46 @@ protected:
     // Runs of fixed-width members are tested once when they fit as a whole and start at a byte;
     // `Fixed` then reads or writes them at constant positions. Otherwise `Checked` goes member by
     // member, so that a short buffer gives the code of the first member that does not fit.
-    template <unsigned Bits, class Fixed, class Checked, class Members>
-    [[gnu::always_inline]] inline void runOf(Checked& checked, Members&& members)
+    template <unsigned Bits, class Checked, class Fixed, class Record, class Members>
+    [[gnu::always_inline]] inline void runOf(Record& record, Members members)
     {
         if (failed()) {
             return;
         }
-        if (offset % 8 == 0 && fits(Bits)) {
+        const bool atByte = offset % 8 == 0;
+        if (atByte && fits(Bits)) {
             Fixed fixed{data + offset / 8};
-            members(fixed);
+            members(fixed, record);
             offset += Bits;
         } else {
-            checked = oneByOne(checked, members);
+            const Reached reached = oneByOne<Checked>(data, dataSize, offset, record, members);
+            offset = reached.offset;
+            error = reached.error;
+            if (atByte && !failed()) {
+                __builtin_unreachable();    // the run did not fit, so one of its members did not
+            }
         }
     }
 
 private:
-    // Apart from the straight path and on a copy, so that the members of this object can stay in
+    struct Reached {
+        std::uint32_t offset;
+        std::int32_t error;
+    };
+
+    // Apart from the straight path and on an object of its own, so that this one can stay in
     // registers there.
-    template <class Checked, class Members>
-    [[gnu::noinline, gnu::cold]] static Checked oneByOne(Checked checked, const Members& members)
+    template <class Checked, class Record, class Members>
+    [[gnu::noinline, gnu::cold]] static Reached oneByOne(Byte* data, std::uint16_t dataSize,
+                                                         std::uint32_t offset, Record& record,
+                                                         Members members)
     {
-        members(checked);
-        return checked;
+        Checked checked(data, dataSize, offset);
+        members(checked, record);
+        return {checked.offset, checked.error};
     }
 
 protected:
-
     Byte* data;
     std::uint16_t dataSize;
     std::uint32_t start;
@@ -119,11 +132,12 @@ protected:
 };
 
 // Reads members at constant positions of a run that is known to fit.
+template <unsigned Bits>
 struct FixedReader {
     template <unsigned Offset, unsigned Width, class T>
     bool get(T& member, std::int32_t)
     {
-        member = quarn::read<T, Offset, Width>(bytes);
+        member = quarn::read<T, Offset, Width, (Bits + 7) / 8>(bytes);
         return true;
     }
 
@@ -135,10 +149,10 @@ class Decoding : public Position<const std::uint8_t> {
 public:
     using Position::Position;
 
-    template <unsigned Bits, class Members>
-    [[gnu::always_inline]] inline void run(Members&& members)
+    template <unsigned Bits, class Record, class Members>
+    [[gnu::always_inline]] inline void run(Record& record, Members members)
     {
-        runOf<Bits, FixedReader>(*this, members);
+        this->runOf<Bits, Decoding, FixedReader<Bits>>(record, members);
     }
 
     // Reads one member wherever it stands.
@@ -194,8 +208,7 @@ public:
         }
         std::uint32_t end = offset;
         for (unsigned i = 0; !failed() && i < count; ++i) {
-            const std::int32_t result =
-                Element::decode(array + i, &end, data, dataSize, parent, 0);
+            const std::int32_t result = Element::decode(array + i, &end, data, dataSize, parent, 0);
             if (result < 0) {
                 fail(result);
             }
@@ -229,13 +242,13 @@ private:
     template <class Element, class Record>
     void fixedRecords(Record* array, unsigned count, void* parent)
     {
-        FixedReader fixed{data + offset / 8};
+        FixedReader<Element::bits> fixed{data + offset / 8};
         for (unsigned i = 0; i < count; ++i) {
             Record& record = array[i];
             Element::init(&record);
+            record.bit_count = Element::bits;
             record.parent = parent;
             Element::get(fixed, record);
-            record.bit_count = Element::bits;
             fixed.bytes += Element::bits / 8;
         }
         offset += Element::bits * count;
@@ -259,10 +272,10 @@ class Encoding : public Position<std::uint8_t> {
 public:
     using Position::Position;
 
-    template <unsigned Bits, class Members>
-    [[gnu::always_inline]] inline void run(Members&& members)
+    template <unsigned Bits, class Record, class Members>
+    [[gnu::always_inline]] inline void run(Record& record, Members members)
     {
-        runOf<Bits, FixedWriter>(*this, members);
+        this->runOf<Bits, Encoding, FixedWriter>(record, members);
     }
 
     // Writes one member wherever it stands.

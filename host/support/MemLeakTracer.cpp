@@ -1,15 +1,63 @@
 #include "MemLeakTracer.h"
 
+#include <array>
+#include <atomic>
+#include <cstdint>
 #include <mutex>
+#include <numeric>
 #include <utility>
 
 namespace {
 
+// Counters stay when they return to zero: a class that comes and goes costs no allocation.
+struct Counter {
+    explicit Counter(const QString& counted)
+        // A deep copy: the characters of a literal vanish with the library that holds it.
+        : className(counted.constData(), counted.size())
+    {
+    }
+
+    const QString className;
+    std::atomic<int> count = 0;
+};
+
+// Finds a class's counter by where the caller's name stands in memory, without a lock: names are
+// literals, and a class always gives the same one. Where another name has come to stand there, the
+// comparison tells.
+class Shortcuts {
+public:
+    Counter* find(const QString& className) const
+    {
+        Counter* counter = placeOf(className).load(std::memory_order_acquire);
+        return counter != nullptr && counter->className == className ? counter : nullptr;
+    }
+
+    void remember(const QString& className, Counter* counter)
+    {
+        placeOf(className).store(counter, std::memory_order_release);
+    }
+
+private:
+    static constexpr std::size_t placeCount = 512;
+    using Places = std::array<std::atomic<Counter*>, placeCount>;
+
+    const Places::value_type& placeOf(const QString& className) const
+    {
+        // Literals are further apart than 16 bytes.
+        return places[reinterpret_cast<std::uintptr_t>(className.constData()) / 16 % placeCount];
+    }
+    Places::value_type& placeOf(const QString& className)
+    {
+        return const_cast<Places::value_type&>(std::as_const(*this).placeOf(className));
+    }
+
+    Places places{};
+};
+
 struct Ledger {
-    std::mutex mutex;
-    // Entries stay when their count returns to zero, so that a class that comes and goes costs a
-    // look-up and no allocation.
-    QHash<QString, int> counts;
+    std::mutex mutex;    // for counters
+    QHash<QString, Counter*> counters;
+    Shortcuts shortcuts;
 };
 
 // Never destroyed: descriptors and messages report their destructors until the last library has
@@ -20,17 +68,26 @@ Ledger& ledger()
     return instance;
 }
 
+Counter* lookUp(Ledger& book, const QString& className)
+{
+    const std::lock_guard<std::mutex> lock(book.mutex);
+    auto entry = book.counters.find(className);
+    if (entry == book.counters.end()) {
+        auto* counter = new Counter(className);
+        entry = book.counters.insert(counter->className, counter);
+    }
+    return *entry;
+}
+
 void change(const QString& className, int difference)
 {
     Ledger& book = ledger();
-    const std::lock_guard<std::mutex> lock(book.mutex);
-    const auto entry = book.counts.find(className);
-    if (entry != book.counts.end()) {
-        *entry += difference;
-        return;
+    Counter* counter = book.shortcuts.find(className);
+    if (counter == nullptr) {
+        counter = lookUp(book, className);
+        book.shortcuts.remember(className, counter);
     }
-    // A deep copy: the characters of a literal vanish with the library that holds it.
-    book.counts.insert(QString(className.constData(), className.size()), difference);
+    counter->count.fetch_add(difference, std::memory_order_relaxed);
 }
 
 }    // namespace
@@ -47,20 +104,13 @@ void MemLeakTracer::deallocateObject(QString className)
 
 int MemLeakTracer::liveObjects(const QString& className)
 {
-    Ledger& book = ledger();
-    const std::lock_guard<std::mutex> lock(book.mutex);
-    return book.counts.value(className, 0);
+    return liveObjectsByClass().value(className, 0);
 }
 
 int MemLeakTracer::liveObjects()
 {
-    Ledger& book = ledger();
-    const std::lock_guard<std::mutex> lock(book.mutex);
-    int total = 0;
-    for (const int count : std::as_const(book.counts)) {
-        total += count;
-    }
-    return total;
+    const QHash<QString, int> alive = liveObjectsByClass();
+    return std::accumulate(alive.cbegin(), alive.cend(), 0);
 }
 
 QHash<QString, int> MemLeakTracer::liveObjectsByClass()
@@ -68,9 +118,9 @@ QHash<QString, int> MemLeakTracer::liveObjectsByClass()
     Ledger& book = ledger();
     const std::lock_guard<std::mutex> lock(book.mutex);
     QHash<QString, int> alive;
-    for (auto entry = book.counts.cbegin(); entry != book.counts.cend(); ++entry) {
-        if (entry.value() != 0) {
-            alive.insert(entry.key(), entry.value());
+    for (const Counter* counter : std::as_const(book.counters)) {
+        if (const int count = counter->count.load(std::memory_order_relaxed); count != 0) {
+            alive.insert(counter->className, count);
         }
     }
     return alive;

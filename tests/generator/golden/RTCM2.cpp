@@ -4,6 +4,7 @@
 #include "RTCM2_layouts.h"
 #include "codec_support.h"
 
+#include <array>
 #include <cstdint>
 
 using namespace rtcm2;
@@ -106,25 +107,25 @@ struct Buoy_Element {
 std::int32_t layouts::decode_Buoy(RTCM2_Buoy_s* record, std::uint32_t* offset, const std::uint8_t* data,
     std::uint16_t data_size, void* parent, std::uint32_t declared_length)
 {
-    RTCM2_Buoy_s& r = *record;
-    RTCM2_init_Buoy(record);
-    r.parent = parent;
     Decoding in(data, data_size, *offset);
-    in.run<16>([&](auto& run) { Buoy_Element::get(run, r); });
-    return in.finish(r.bit_count, offset, declared_length, RTCM2_ERR_BUOY_HEIGHT_SIZE_UNDERFLOW, RTCM2_ERR_BUOY_INTERNAL);
+    in.run<16>(*record, [](auto& run, auto& r) {
+        RTCM2_init_Buoy(&r);
+        Buoy_Element::get(run, r);
+    });
+    record->parent = parent;
+    return in.finish(record->bit_count, offset, declared_length, RTCM2_ERR_BUOY_HEIGHT_SIZE_UNDERFLOW, RTCM2_ERR_BUOY_INTERNAL);
 }
 
 std::int32_t layouts::encode_Buoy(RTCM2_Buoy_s* record, std::uint8_t* data, std::uint16_t data_size,
     std::uint32_t* offset)
 {
-    RTCM2_Buoy_s& r = *record;
     Encoding out(data, data_size, *offset);
-    out.run<16>([&](auto& run) {
+    out.run<16>(*record, [](auto& run, auto& r) {
         foldSlice<0, 4>(r.Look, r.Colour);
         if (!run.template put<0, 7>(r.Look, RTCM2_ERR_BUOY_LOOK_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template put<7, 9>(r.Height, RTCM2_ERR_BUOY_HEIGHT_EXT_BUFFER_OVERFLOW)) return;
     });
-    return out.finish(r.bit_count, offset);
+    return out.finish(record->bit_count, offset);
 }
 
 // Type 5: Harbour and its buoys.
@@ -158,11 +159,9 @@ void RTCM2_free_Harbour_children(RTCM2_Harbour_s* record)
 std::int32_t layouts::decode_Harbour(RTCM2_Harbour_s* record, std::uint32_t* offset, const std::uint8_t* data,
     std::uint16_t data_size, void* parent, std::uint32_t declared_length)
 {
-    RTCM2_Harbour_s& r = *record;
-    RTCM2_init_Harbour(record);
-    r.parent = parent;
     Decoding in(data, data_size, *offset);
-    in.run<51>([&](auto& run) {
+    in.run<51>(*record, [](auto& run, auto& r) {
+        RTCM2_init_Harbour(&r);
         if (!run.template get<0, 8>(r.Preamble, RTCM2_ERR_HARBOUR_PREAMBLE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template get<8, 6>(r.Message_Type, RTCM2_ERR_HARBOUR_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template get<14, 5>(r.Word_Count, RTCM2_ERR_HARBOUR_WORD_COUNT_EXT_BUFFER_OVERFLOW)) return;
@@ -172,47 +171,47 @@ std::int32_t layouts::decode_Harbour(RTCM2_Harbour_s* record, std::uint32_t* off
         if (!run.template get<48, 3>(r.Pilot, RTCM2_ERR_HARBOUR_PILOT_EXT_BUFFER_OVERFLOW)) return;
         r.Reach = r.Pilot == 0 ? 0.5 : r.Pilot == 1 ? 2 : r.Reach;
     });
-    if (!in.failed() && (r.Pilot == 1 || r.Pilot == 2)) {
-        in.run<8>([&](auto& run) {
+    record->parent = parent;
+    if (!in.failed() && (record->Pilot == 1 || record->Pilot == 2)) {
+        in.run<8>(*record, [](auto& run, auto& r) {
             if (!run.template get<0, 8>(r.Channel, RTCM2_ERR_HARBOUR_CHANNEL_EXT_BUFFER_OVERFLOW)) return;
         });
     }
-    in.run<5>([&](auto& run) {
+    in.run<5>(*record, [](auto& run, auto& r) {
         if (!run.template get<0, 5>(r.Length, RTCM2_ERR_HARBOUR_LENGTH_EXT_BUFFER_OVERFLOW)) return;
     });
-    if (!in.failed() && (r.Pilot == 1 || r.Pilot == 2)) {
-        in.elements(r.Title, r.Length, 31, RTCM2_ERR_HARBOUR_TITLE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_TITLE_INT_BUFFER_OVERFLOW);
-        if (!in.failed()) r.Title[r.Length] = '\0';
+    if (!in.failed() && (record->Pilot == 1 || record->Pilot == 2)) {
+        in.elements(record->Title, record->Length, 31, RTCM2_ERR_HARBOUR_TITLE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_TITLE_INT_BUFFER_OVERFLOW);
+        if (!in.failed()) record->Title[record->Length] = '\0';
     }
-    in.elements(r.Note, r.Note_Length, 9, RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW);
-    in.records<Buoy_Element>(r.Buoys, r.Nb, record, RTCM2_ERR_HARBOUR_INTERNAL);
-    return in.finish(r.bit_count, offset, declared_length, RTCM2_ERR_HARBOUR_BUOYS_SIZE_UNDERFLOW, RTCM2_ERR_HARBOUR_INTERNAL);
+    in.elements(record->Note, record->Note_Length, 9, RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW);
+    in.records<Buoy_Element>(record->Buoys, record->Nb, record, RTCM2_ERR_HARBOUR_INTERNAL);
+    return in.finish(record->bit_count, offset, declared_length, RTCM2_ERR_HARBOUR_BUOYS_SIZE_UNDERFLOW, RTCM2_ERR_HARBOUR_INTERNAL);
 }
 
 std::int32_t layouts::encode_Harbour(RTCM2_Harbour_s* record, std::uint8_t* data, std::uint16_t data_size,
     std::uint32_t* offset)
 {
-    RTCM2_Harbour_s& r = *record;
     Encoding out(data, data_size, *offset);
-    out.run<51>([&](auto& run) {
+    out.run<51>(*record, [](auto& run, auto& r) {
         if (!run.template put<0, 8>(r.Preamble, RTCM2_ERR_HARBOUR_PREAMBLE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template put<8, 6>(r.Message_Type, RTCM2_ERR_HARBOUR_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template put<14, 5>(r.Word_Count, RTCM2_ERR_HARBOUR_WORD_COUNT_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template put<19, 29>(r.Station_, RTCM2_ERR_HARBOUR_STATION_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template put<48, 3>(r.Pilot, RTCM2_ERR_HARBOUR_PILOT_EXT_BUFFER_OVERFLOW)) return;
     });
-    if (r.Pilot == 1 || r.Pilot == 2) {
-        out.run<8>([&](auto& run) {
+    if (record->Pilot == 1 || record->Pilot == 2) {
+        out.run<8>(*record, [](auto& run, auto& r) {
             if (!run.template put<0, 8>(r.Channel, RTCM2_ERR_HARBOUR_CHANNEL_EXT_BUFFER_OVERFLOW)) return;
         });
     }
-    out.run<5>([&](auto& run) {
+    out.run<5>(*record, [](auto& run, auto& r) {
         if (!run.template put<0, 5>(r.Length, RTCM2_ERR_HARBOUR_LENGTH_EXT_BUFFER_OVERFLOW)) return;
     });
-    if (r.Pilot == 1 || r.Pilot == 2) out.elements(r.Title, r.Length, 31, RTCM2_ERR_HARBOUR_TITLE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_TITLE_INT_BUFFER_OVERFLOW);
-    out.elements(r.Note, r.Note_Length, 9, RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW);
-    out.records<encode_Buoy>(r.Buoys, r.Nb, RTCM2_ERR_HARBOUR_INTERNAL);
-    return out.finish(r.bit_count, offset);
+    if (record->Pilot == 1 || record->Pilot == 2) out.elements(record->Title, record->Length, 31, RTCM2_ERR_HARBOUR_TITLE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_TITLE_INT_BUFFER_OVERFLOW);
+    out.elements(record->Note, record->Note_Length, 9, RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW);
+    out.records<encode_Buoy>(record->Buoys, record->Nb, RTCM2_ERR_HARBOUR_INTERNAL);
+    return out.finish(record->bit_count, offset);
 }
 
 int32_t RTCM2_encode_Harbour(uint8_t* data, uint16_t data_size, RTCM2_Harbour_s* record)
@@ -262,11 +261,9 @@ void RTCM2_free_Tide_children(RTCM2_Tide_s*)
 std::int32_t layouts::decode_Tide(RTCM2_Tide_s* record, std::uint32_t* offset, const std::uint8_t* data,
     std::uint16_t data_size, void* parent, std::uint32_t declared_length)
 {
-    RTCM2_Tide_s& r = *record;
-    RTCM2_init_Tide(record);
-    r.parent = parent;
     Decoding in(data, data_size, *offset);
-    in.run<92>([&](auto& run) {
+    in.run<92>(*record, [](auto& run, auto& r) {
+        RTCM2_init_Tide(&r);
         if (!run.template get<0, 8>(r.Preamble, RTCM2_ERR_TIDE_PREAMBLE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template get<8, 6>(r.Message_Type, RTCM2_ERR_TIDE_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template get<14, 5>(r.Word_Count, RTCM2_ERR_TIDE_WORD_COUNT_EXT_BUFFER_OVERFLOW)) return;
@@ -274,15 +271,15 @@ std::int32_t layouts::decode_Tide(RTCM2_Tide_s* record, std::uint32_t* offset, c
         if (!run.template get<48, 4>(r.Spare, RTCM2_ERR_TIDE_SPARE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template get<52, 40>(r.Level, RTCM2_ERR_TIDE_LEVEL_EXT_BUFFER_OVERFLOW)) return;
     });
-    return in.finish(r.bit_count, offset, declared_length, RTCM2_ERR_TIDE_LEVEL_SIZE_UNDERFLOW, RTCM2_ERR_TIDE_INTERNAL);
+    record->parent = parent;
+    return in.finish(record->bit_count, offset, declared_length, RTCM2_ERR_TIDE_LEVEL_SIZE_UNDERFLOW, RTCM2_ERR_TIDE_INTERNAL);
 }
 
 std::int32_t layouts::encode_Tide(RTCM2_Tide_s* record, std::uint8_t* data, std::uint16_t data_size,
     std::uint32_t* offset)
 {
-    RTCM2_Tide_s& r = *record;
     Encoding out(data, data_size, *offset);
-    out.run<92>([&](auto& run) {
+    out.run<92>(*record, [](auto& run, auto& r) {
         if (!run.template put<0, 8>(r.Preamble, RTCM2_ERR_TIDE_PREAMBLE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template put<8, 6>(r.Message_Type, RTCM2_ERR_TIDE_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template put<14, 5>(r.Word_Count, RTCM2_ERR_TIDE_WORD_COUNT_EXT_BUFFER_OVERFLOW)) return;
@@ -290,7 +287,7 @@ std::int32_t layouts::encode_Tide(RTCM2_Tide_s* record, std::uint8_t* data, std:
         if (!run.template put<48, 4>(r.Spare, RTCM2_ERR_TIDE_SPARE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template put<52, 40>(r.Level, RTCM2_ERR_TIDE_LEVEL_EXT_BUFFER_OVERFLOW)) return;
     });
-    return out.finish(r.bit_count, offset);
+    return out.finish(record->bit_count, offset);
 }
 
 int32_t RTCM2_encode_Tide(uint8_t* data, uint16_t data_size, RTCM2_Tide_s* record)
@@ -299,38 +296,46 @@ int32_t RTCM2_encode_Tide(uint8_t* data, uint16_t data_size, RTCM2_Tide_s* recor
     return encode_Tide(record, data, data_size, &offset);
 }
 
-// Decodes a message from its first bit, of no parent and no declared length; the decoder is made
-// anew for that.
-template <auto decodeKind, class Record>
-[[gnu::noinline, gnu::flatten]] static std::int32_t decodeWhole(const std::uint8_t* data, std::uint16_t data_size,
-                                                                Record* record)
+// Decodes a message from its first bit, of no parent and no declared length; the kind's decoder is
+// made anew for that.
+template <auto decodeKind, auto member>
+[[gnu::flatten]] static std::int32_t decodeWhole(const std::uint8_t* __restrict data, std::uint16_t data_size,
+                                                 RTCM2_message_s* message)
 {
     std::uint32_t offset = 0;
-    return decodeKind(record, &offset, data, data_size, nullptr, 0);
+    return decodeKind(&(message->*member), &offset, data, data_size, nullptr, 0);
 }
 
-static bool isDisabled(const RTCM2_context_s* context, RTCM2_message_enum kind)
-{
-    return context != nullptr && !EnableFlag(kind).test(*context);
-}
+struct MainKind {
+    std::int32_t (*decode)(const std::uint8_t*, std::uint16_t, RTCM2_message_s*);    // null for no kind
+    RTCM2_message_enum kind;
+    std::int32_t disabled;
+};
+
+// All values of the field Message Type.
+static constexpr auto mainKinds = [] {
+    std::array<MainKind, 64> kinds{};
+    kinds[5] = {decodeWhole<decode_Harbour, &RTCM2_message_s::Harbour>, RTCM2_HARBOUR, RTCM2_ERR_HARBOUR_DISABLED};
+    kinds[6] = {decodeWhole<decode_Tide, &RTCM2_message_s::Tide>, RTCM2_TIDE, RTCM2_ERR_TIDE_DISABLED};
+    return kinds;
+}();
 
 int32_t RTCM2_decode(RTCM2_context_s* context, const uint8_t* data, uint16_t data_size, RTCM2_message_s* message)
 {
     if (data_size < 2) {
         return RTCM2_ERR_INVALID_MESSAGE;
     }
-    message->header.Message_Type = quarn::read<std::uint8_t, 8, 6>(data);
-    switch (message->header.Message_Type) {
-    case 5:
-        if (isDisabled(context, RTCM2_HARBOUR)) return RTCM2_ERR_HARBOUR_DISABLED;
-        return decodeWhole<decode_Harbour>(data, data_size, &message->Harbour);
-    case 6:
-        if (isDisabled(context, RTCM2_TIDE)) return RTCM2_ERR_TIDE_DISABLED;
-        return decodeWhole<decode_Tide>(data, data_size, &message->Tide);
-    default:
+    const auto type = quarn::read<std::uint8_t, 8, 6>(data);
+    message->header.Message_Type = type;
+    const MainKind& known = mainKinds[type];
+    if (known.decode == nullptr) {
         if (context != nullptr) {
-            context->unknown_type = message->header.Message_Type;
+            context->unknown_type = type;
         }
         return RTCM2_ERR_INVALID_MESSAGE;
     }
+    if (context != nullptr && !EnableFlag(known.kind).test(*context)) {
+        return known.disabled;
+    }
+    return known.decode(data, data_size, message);
 }

@@ -2,8 +2,10 @@
 // touch exactly the bytes in which the field lies.
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <type_traits>
 
@@ -73,38 +75,58 @@ inline void writeBits(std::uint8_t* data, std::uint32_t offset, unsigned width, 
     }
 }
 
-// `Bytes` (1 to 8) bytes as a number, the first the highest: as few loads as the compiler can be
-// brought to use.
-template <unsigned Bytes>
-inline std::uint64_t load(const std::uint8_t* data)
+// A number of the bytes at data, the first the highest.
+template <class Word>
+inline std::uint64_t loadWord(const std::uint8_t* data)
 {
-    if constexpr (Bytes == 1) {
-        return *data;
-    } else if constexpr (!std::has_single_bit(Bytes)) {
-        constexpr unsigned first = std::bit_floor(Bytes);
-        return load<first>(data) << 8 * (Bytes - first) | load<Bytes - first>(data + first);
-    } else {
-        // Recognised as one load, with the bytes swapped where the processor needs it.
-        std::uint64_t word = 0;
-#pragma GCC unroll 8
-        for (unsigned i = 0; i < Bytes; ++i) {
-            word = word << 8 | data[i];
-        }
+    Word word;
+    std::memcpy(&word, data, sizeof word);
+    if constexpr (std::endian::native == std::endian::big) {
         return word;
+    } else if constexpr (sizeof word == 2) {
+        return __builtin_bswap16(word);
+    } else if constexpr (sizeof word == 4) {
+        return __builtin_bswap32(word);
+    } else {
+        return __builtin_bswap64(word);
     }
 }
 
-// Constant position and width: `Offset` bits after the first bit of data.
-template <class T, unsigned Offset, unsigned Width>
+// `Bytes` (1 to 8) bytes as a number, the first the highest.
+template <unsigned Bytes>
+inline std::uint64_t load(const std::uint8_t* data)
+{
+    static_assert(Bytes >= 1 && Bytes <= 8);
+    if constexpr (Bytes == 8) {
+        return loadWord<std::uint64_t>(data);
+    } else if constexpr (Bytes > 4) {
+        return loadWord<std::uint32_t>(data) << 8 * (Bytes - 4) | load<Bytes - 4>(data + 4);
+    } else if constexpr (Bytes == 4) {
+        return loadWord<std::uint32_t>(data);
+    } else if constexpr (Bytes > 2) {
+        return loadWord<std::uint16_t>(data) << 8 | data[2];
+    } else if constexpr (Bytes == 2) {
+        return loadWord<std::uint16_t>(data);
+    } else {
+        return *data;
+    }
+}
+
+// Constant position and width: `Offset` bits after the first bit of data. Only the first `Loadable`
+// bytes of data are touched: where they allow it by one load, even of more than the field.
+template <class T, unsigned Offset, unsigned Width, unsigned Loadable = (Offset + Width + 7) / 8>
 inline T read(const std::uint8_t* data)
 {
     static_assert(Width >= 1 && Width <= 64);
     constexpr unsigned first = Offset / 8;
-    constexpr unsigned last = (Offset + Width - 1) / 8;
-    constexpr unsigned below = 8 * (last + 1) - Offset - Width;
-    static_assert(last - first < 8, "the field spans more bytes than a 64-bit word has");
-    const std::uint64_t word = load<last - first + 1>(data + first);
-    return fromBits<T>(word >> below & lowMask(Width), Width);
+    constexpr unsigned end = (Offset + Width + 7) / 8;
+    static_assert(end - first <= 8, "the field spans more bytes than a 64-bit word has");
+    static_assert(end <= Loadable);
+    constexpr unsigned loaded = std::bit_ceil(end - first);
+    constexpr unsigned from = std::min(first, Loadable - std::min(Loadable, loaded));
+    constexpr unsigned to = std::max(end, std::min(Loadable, from + loaded));
+    constexpr unsigned below = 8 * to - Offset - Width;
+    return fromBits<T>(load<to - from>(data + from) >> below & lowMask(Width), Width);
 }
 
 template <unsigned Offset, unsigned Width, class T>
