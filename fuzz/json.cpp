@@ -36,7 +36,11 @@ private:
 
 void demandGood(std::span<const std::uint8_t> packed)
 {
-    promise(4, framing::isWholeMessage(packed), "encoded, but no whole message");
+    // The preamble is whatever was given; a writer refuses others than the right one.
+    promise(4,
+            packed.size() >= framing::headerWords * framing::bytesPerWord &&
+                packed.size() == framing::declaredWords(packed) * framing::bytesPerWord,
+            "encoded, but no whole message");
     Record record;
     const std::int32_t bits = record.decode(nullptr, packed);
     if (bits > 0) {

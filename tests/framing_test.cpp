@@ -441,6 +441,31 @@ TEST(Framer, DoesNotSwallowMessagesAfterMissingWords)
     }
 }
 
+// As many words are missing as the next message has, and the pieces fit: the message after the hole
+// would be taken for the missing part, as the one behind it begins where both say.
+TEST(Framer, DoesNotTakeTheNextMessageForMissingWords)
+{
+    std::mt19937 random(60);
+    const auto numbered = [&](std::size_t dataWords, unsigned number) {
+        Bytes message = makeMessage(dataWords, random);
+        message[3] = 0x5E;
+        message[4] = static_cast<std::uint8_t>(0x90 | number);
+        return message;
+    };
+    const Bytes first = numbered(4, 6);
+    const Bytes cut = numbered(13, 7);
+    const Bytes next = numbered(5, 0);
+    const Bytes last = numbered(3, 1);
+    StreamBuilder builder;
+    builder.addMessage(first);
+    builder.addMessage(std::span(cut).first(cut.size() - next.size()));
+    builder.addMessage(next);
+    builder.addMessage(last);
+    const Result result = read(builder.bytes());
+    EXPECT_EQ(result.messages(), (std::vector<Bytes>{first, next, last}));
+    EXPECT_EQ(result.counters.damaged, 1U);
+}
+
 // What counts as damaged or truncated, and what does not.
 TEST(Framer, ReportsTheEndOfTheInputInsideAMessage)
 {

@@ -183,6 +183,9 @@ Framer::Step Framer::weigh()
     if (hides && !likely) {
         return moveOn();
     }
+    if (hides && endsWithTheNext()) {
+        return fail();
+    }
     const bool inputEnded = finished_ && pending_.empty();
     if (!has(wordsWanted_ + 1)) {
         return inputEnded ? accept() : Step::starve;
@@ -304,14 +307,27 @@ int Framer::stationOf(std::size_t word) const
     return (bytes[1] & 3) << 8 | bytes[2];
 }
 
+// The time, 13 bits in units of 0.6 s of the hour, and the sequence number, three bits, that a
+// header beginning with `word` tells.
+unsigned Framer::timeOf(std::size_t word) const
+{
+    const std::uint8_t* const bytes = &frame_.storage[(word + 1) * bytesPerWord];
+    return static_cast<unsigned>(bytes[0] << 5 | bytes[1] >> 3);
+}
+
+unsigned Framer::sequenceOf(std::size_t word) const
+{
+    return frame_.storage[(word + 1) * bytesPerWord + 1] & 7U;
+}
+
 bool Framer::ofLastStation(std::size_t word) const
 {
     return stationOf(word) == lastStation_;
 }
 
-// True when other messages begin inside this one: one of the station heard before, one that begins
-// where a damaged message should have ended and ends with this one, or several that do so. By
-// chance that hardly happens.
+// True when other messages begin inside this one: one of the station heard before or of the same,
+// one that begins where a damaged message should have ended and ends with this one, or several that
+// do so. By chance that hardly happens.
 bool Framer::hidesMessages() const
 {
     for (std::size_t word = 1; word < wordsWanted_; ++word) {
@@ -319,8 +335,24 @@ bool Framer::hidesMessages() const
             continue;
         }
         const std::size_t messages = messagesFrom(word);
-        if (ofLastStation(word) || messages > 1 ||
+        if (ofLastStation(word) || stationOf(word) == stationOf(0) || messages > 1 ||
             (messages == 1 && bitOfWord(word) == damagedEnd_)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// True when the message that the station sends after this one, by its time and sequence number,
+// stands inside this one and ends with it: as many words are missing before it as it has itself.
+bool Framer::endsWithTheNext() const
+{
+    constexpr unsigned unitsPerHour = 6000;
+    constexpr unsigned unitsPerMinute = 100;
+    for (std::size_t word = headerWords; word < wordsWanted_; ++word) {
+        const unsigned wait = (timeOf(word) + unitsPerHour - timeOf(0)) % unitsPerHour;
+        if (messagesFrom(word) > 0 && stationOf(word) == stationOf(0) && wait < unitsPerMinute &&
+            sequenceOf(word) == (sequenceOf(0) + 1) % 8) {
             return true;
         }
     }

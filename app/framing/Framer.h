@@ -74,8 +74,11 @@ private:
     std::uint64_t bitOfWord(std::size_t word) const;
     std::uint32_t wordAt(std::size_t word) const;
     int stationOf(std::size_t word) const;
+    unsigned timeOf(std::size_t word) const;
+    unsigned sequenceOf(std::size_t word) const;
     bool ofLastStation(std::size_t word) const;
     bool hidesMessages() const;
+    bool endsWithTheNext() const;
     std::size_t messagesFrom(std::size_t word) const;
 
     SextetWindow window_;
