@@ -90,8 +90,8 @@ int main(int argc, char** argv)
     std::size_t before = 0;
     for (int round = 0; round < 4; ++round) {
         loadUseUnload(argv[1]);
-        constructed = {};
-        destroyed = {};
+        constructed = QStringList();
+        destroyed = QStringList();
         const std::size_t inUse = ::mallinfo2().uordblks;
         std::printf("%zu bytes in use\n", inUse);
         // The first two make what the host's libraries and the loader keep.
