@@ -2,7 +2,9 @@
 add_library(rtcm2_project_options INTERFACE)
 target_compile_options(rtcm2_project_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion
-  $<$<BOOL:${RTCM2_WERROR}>:-Werror>)
+  $<$<BOOL:${RTCM2_WERROR}>:-Werror>
+  # Libraries call their own functions directly, and those of others by one jump.
+  -fno-semantic-interposition -fno-plt)
 target_compile_definitions(rtcm2_project_options INTERFACE QT_NO_KEYWORDS)
 
 if(RTCM2_SANITIZE)

@@ -1,6 +1,7 @@
 #include "Lexer.h"
 
 #include "ExpressionError.h"
+#include "Number.h"
 
 #include <algorithm>
 #include <array>
@@ -40,11 +41,6 @@ constexpr std::array keywords{
     Sign{"not", Token::Kind::negation},
     Sign{"contains", Token::Kind::comparison, Comparison::contains},
 };
-
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
 
 // Whatever is not ASCII belongs to words.
 bool isWordCharacter(char c)

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::size_t longestName = 80;    // longer ones are like nothing
+constexpr std::size_t longestComparable = 80;    // longer ones are like nothing
 constexpr std::size_t mostSuggestions = 3;
 
 std::string comparable(std::string_view name)
@@ -47,7 +47,7 @@ std::size_t farness(const std::string& name, const std::string& candidate)
         return apart;
     }
     const bool isPart = name.size() >= 3 && candidate.find(name) != candidate.npos;
-    return isPart ? longestName + apart : nothing;
+    return isPart ? longestComparable + apart : nothing;
 }
 
 }    // namespace
@@ -55,8 +55,8 @@ std::size_t farness(const std::string& name, const std::string& candidate)
 std::vector<std::string> nearestNames(std::string_view name,
                                       const std::vector<std::string>& candidates)
 {
-    const std::string wanted = comparable(name.substr(0, longestName + 1));
-    if (wanted.empty() || wanted.size() > longestName) {
+    const std::string wanted = comparable(name.substr(0, longestComparable + 1));
+    if (wanted.empty() || wanted.size() > longestComparable) {
         return {};
     }
     std::vector<std::pair<std::size_t, std::string>> ranked;
@@ -70,7 +70,7 @@ std::vector<std::string> nearestNames(std::string_view name,
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<std::string> nearest;
     for (const auto& [far, candidate] : ranked) {
-        const bool isAsNear = far == ranked[0].first || ranked[0].first >= longestName;
+        const bool isAsNear = far == ranked[0].first || ranked[0].first >= longestComparable;
         if (isAsNear && nearest.size() < mostSuggestions &&
             std::find(nearest.begin(), nearest.end(), candidate) == nearest.end()) {
             nearest.push_back(candidate);

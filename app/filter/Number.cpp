@@ -9,11 +9,6 @@ namespace where {
 
 namespace {
 
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
 std::size_t digitsAt(std::string_view text, std::size_t begin)
 {
     const auto first = text.begin() + static_cast<std::ptrdiff_t>(std::min(begin, text.size()));

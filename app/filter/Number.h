@@ -8,6 +8,11 @@
 
 namespace where {
 
+constexpr bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
 // An integer in decimal or, after 0x, in hexadecimal digits, or a decimal fraction, with an
 // exponent or without; a sign may stand first. Integers are compared exactly, whatever their size
 // and whatever stands behind the number's point. A Float64 value is compared with the number that

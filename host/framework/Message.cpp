@@ -4,8 +4,6 @@ QString Message::fieldSeparator = QStringLiteral(";");
 QString Message::doNotUseString = QStringLiteral("DoNotUse");
 bool Message::useDoNotUseString = true;
 
-Message::Message(const MessageInfo* info) : messageInfo(info) {}
-
 Message::~Message() = default;
 
 QVector<Message*> Message::getSubMessages()

@@ -39,7 +39,7 @@ public:
     static bool useDoNotUseString;
 
 protected:
-    explicit Message(const MessageInfo* info);
+    explicit Message(const MessageInfo* info) : messageInfo(info) {}
 
     void setParentMessage(const Message* parent) { parentMessage = parent; }
 

@@ -2,8 +2,6 @@
 
 #include <QtGlobal>
 
-ReferenceCountedObject::ReferenceCountedObject() = default;
-
 ReferenceCountedObject::~ReferenceCountedObject() = default;
 
 void ReferenceCountedObject::addReference() const

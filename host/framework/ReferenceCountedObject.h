@@ -24,7 +24,7 @@ public:
     int getReferenceCount() const;
 
 protected:
-    ReferenceCountedObject();
+    ReferenceCountedObject() = default;
 
 private:
     mutable std::atomic<int> referenceCount{0};

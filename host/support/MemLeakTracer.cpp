@@ -1,5 +1,6 @@
 #include "MemLeakTracer.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdint>
@@ -17,6 +18,11 @@ struct Counter {
     {
     }
 
+    bool isOf(const QString& other) const
+    {
+        return std::equal(className.cbegin(), className.cend(), other.cbegin(), other.cend());
+    }
+
     const QString className;
     std::atomic<int> count = 0;
 };
@@ -29,7 +35,7 @@ public:
     Counter* find(const QString& className) const
     {
         Counter* counter = placeOf(className).load(std::memory_order_acquire);
-        return counter != nullptr && counter->className == className ? counter : nullptr;
+        return counter != nullptr && counter->isOf(className) ? counter : nullptr;
     }
 
     void remember(const QString& className, Counter* counter)

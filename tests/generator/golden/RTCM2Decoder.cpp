@@ -7,10 +7,10 @@
 #include "RTCM2_Harbour_MessageInfo.h"
 #include "UnitTrace.h"
 
-static UnitTrace trace{"Vorlo_RTCM2", "RTCM2Decoder", "src/generated/RTCM2Decoder.cpp"};
+static UnitTrace traceOf_RTCM2Decoder{"Vorlo_RTCM2", "RTCM2Decoder", "src/generated/RTCM2Decoder.cpp"};
 
 // The codec's kinds by value.
-static const DecoderKind kinds[] = {
+static const DecoderKind decoderKinds[] = {
     {},
     // RTCM2_BUOY
     {.descriptor = descriptorOf<RTCM2_Buoy_Message>},
@@ -25,25 +25,25 @@ static const DecoderKind kinds[] = {
 RTCM2Decoder::RTCM2Decoder(QObject* parent)
     : AbstractDecoder(QStringLiteral("RTCM2"), parent)
 {
-    trace.pass();
+    traceOf_RTCM2Decoder.pass();
     MemLeakTracer::allocateObject(QStringLiteral("RTCM2Decoder"));
     RTCM2_init_context(&context);
-    for (int value = 0; value < static_cast<int>(std::size(kinds)); ++value) {
-        if (kinds[value].descriptor != nullptr) {
-            setMessageEnum(kinds[value].descriptor(), value);
+    for (int value = 0; value < static_cast<int>(std::size(decoderKinds)); ++value) {
+        if (decoderKinds[value].descriptor != nullptr) {
+            setMessageEnum(decoderKinds[value].descriptor(), value);
         }
     }
 }
 
 RTCM2Decoder::~RTCM2Decoder()
 {
-    trace.pass();
+    traceOf_RTCM2Decoder.pass();
     MemLeakTracer::deallocateObject(QStringLiteral("RTCM2Decoder"));
 }
 
 int32_t RTCM2Decoder::decodeMessage(const uint8_t* buffer, unsigned int maxlength)
 {
-    return decodeAndReport(*this, context, kinds, buffer, maxlength);
+    return decodeAndReport(*this, context, decoderKinds, buffer, maxlength);
 }
 
 void RTCM2Decoder::enableAllMessages()

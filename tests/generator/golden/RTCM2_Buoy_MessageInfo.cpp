@@ -3,7 +3,7 @@
 
 #include "RTCM2_FormatInfo.h"
 
-static UnitTrace trace{"Vorlo_RTCM2", "RTCM2_Buoy_MessageInfo", "src/generated/RTCM2_Buoy_MessageInfo.cpp"};
+static UnitTrace traceOf_RTCM2_Buoy_MessageInfo{"Vorlo_RTCM2", "RTCM2_Buoy_MessageInfo", "src/generated/RTCM2_Buoy_MessageInfo.cpp"};
 
 template <>
 const MessageInfo* descriptorOf<RTCM2_Buoy_Message>()
@@ -19,7 +19,7 @@ const RTCM2_Buoy_MessageInfo* RTCM2_Buoy_MessageInfo::getInstance()
 RTCM2_Buoy_MessageInfo::RTCM2_Buoy_MessageInfo()
     : MessageInfo(QStringLiteral("Buoy"))
 {
-    trace.pass();
+    traceOf_RTCM2_Buoy_MessageInfo.pass();
     MemLeakTracer::allocateObject(QStringLiteral("RTCM2_Buoy_MessageInfo"));
     setIsMain(false);
     setFormatInfo(RTCM2_FormatInfo::getInstance());
@@ -28,7 +28,7 @@ RTCM2_Buoy_MessageInfo::RTCM2_Buoy_MessageInfo()
 
 RTCM2_Buoy_MessageInfo::~RTCM2_Buoy_MessageInfo()
 {
-    trace.pass();
+    traceOf_RTCM2_Buoy_MessageInfo.pass();
     MemLeakTracer::deallocateObject(QStringLiteral("RTCM2_Buoy_MessageInfo"));
 }
 
@@ -44,7 +44,7 @@ void RTCM2_Buoy_MessageInfo::setupFields()
 
 const RTCM2_Buoy_Look_FieldInfo* RTCM2_Buoy_Look_FieldInfo::getInstance()
 {
-    trace.pass();
+    traceOf_RTCM2_Buoy_MessageInfo.pass();
     return getInstance_nonconst();
 }
 
@@ -54,7 +54,7 @@ RTCM2_Buoy_Look_FieldInfo* RTCM2_Buoy_Look_FieldInfo::getInstance_nonconst()
 }
 
 RTCM2_Buoy_Look_FieldInfo::RTCM2_Buoy_Look_FieldInfo()
-    : FieldDescriptor(trace, "RTCM2_Buoy_Look_FieldInfo", "Look")
+    : FieldDescriptor(traceOf_RTCM2_Buoy_MessageInfo, "RTCM2_Buoy_Look_FieldInfo", "Look")
 {
     addSubFieldInfo(RTCM2_Buoy_Colour_FieldInfo::getInstance_nonconst());
     describe({.texts = {{0, "Dark \"D\""}, {1, "Red"}}});
@@ -62,7 +62,7 @@ RTCM2_Buoy_Look_FieldInfo::RTCM2_Buoy_Look_FieldInfo()
 
 RTCM2_Buoy_Look_FieldInfo::~RTCM2_Buoy_Look_FieldInfo()
 {
-    trace.pass();
+    traceOf_RTCM2_Buoy_MessageInfo.pass();
     MemLeakTracer::deallocateObject(QStringLiteral("RTCM2_Buoy_Look_FieldInfo"));
 }
 
@@ -70,7 +70,7 @@ RTCM2_Buoy_Look_FieldInfo::~RTCM2_Buoy_Look_FieldInfo()
 
 const RTCM2_Buoy_Colour_FieldInfo* RTCM2_Buoy_Colour_FieldInfo::getInstance()
 {
-    trace.pass();
+    traceOf_RTCM2_Buoy_MessageInfo.pass();
     return getInstance_nonconst();
 }
 
@@ -80,14 +80,14 @@ RTCM2_Buoy_Colour_FieldInfo* RTCM2_Buoy_Colour_FieldInfo::getInstance_nonconst()
 }
 
 RTCM2_Buoy_Colour_FieldInfo::RTCM2_Buoy_Colour_FieldInfo()
-    : FieldDescriptor(trace, "RTCM2_Buoy_Colour_FieldInfo", "Colour")
+    : FieldDescriptor(traceOf_RTCM2_Buoy_MessageInfo, "RTCM2_Buoy_Colour_FieldInfo", "Colour")
 {
     describe({});
 }
 
 RTCM2_Buoy_Colour_FieldInfo::~RTCM2_Buoy_Colour_FieldInfo()
 {
-    trace.pass();
+    traceOf_RTCM2_Buoy_MessageInfo.pass();
     MemLeakTracer::deallocateObject(QStringLiteral("RTCM2_Buoy_Colour_FieldInfo"));
 }
 
@@ -95,7 +95,7 @@ RTCM2_Buoy_Colour_FieldInfo::~RTCM2_Buoy_Colour_FieldInfo()
 
 const RTCM2_Buoy_Height_FieldInfo* RTCM2_Buoy_Height_FieldInfo::getInstance()
 {
-    trace.pass();
+    traceOf_RTCM2_Buoy_MessageInfo.pass();
     return getInstance_nonconst();
 }
 
@@ -105,14 +105,14 @@ RTCM2_Buoy_Height_FieldInfo* RTCM2_Buoy_Height_FieldInfo::getInstance_nonconst()
 }
 
 RTCM2_Buoy_Height_FieldInfo::RTCM2_Buoy_Height_FieldInfo()
-    : FieldDescriptor(trace, "RTCM2_Buoy_Height_FieldInfo", "Height")
+    : FieldDescriptor(traceOf_RTCM2_Buoy_MessageInfo, "RTCM2_Buoy_Height_FieldInfo", "Height")
 {
     describe({.unit = "metre", .texts = {{-256, "Unknown"}}, .doNotUse = -256});
 }
 
 RTCM2_Buoy_Height_FieldInfo::~RTCM2_Buoy_Height_FieldInfo()
 {
-    trace.pass();
+    traceOf_RTCM2_Buoy_MessageInfo.pass();
     MemLeakTracer::deallocateObject(QStringLiteral("RTCM2_Buoy_Height_FieldInfo"));
 }
 
@@ -120,7 +120,7 @@ RTCM2_Buoy_Height_FieldInfo::~RTCM2_Buoy_Height_FieldInfo()
 
 const RTCM2_Buoy_Chart_FieldInfo* RTCM2_Buoy_Chart_FieldInfo::getInstance()
 {
-    trace.pass();
+    traceOf_RTCM2_Buoy_MessageInfo.pass();
     return getInstance_nonconst();
 }
 
@@ -130,13 +130,13 @@ RTCM2_Buoy_Chart_FieldInfo* RTCM2_Buoy_Chart_FieldInfo::getInstance_nonconst()
 }
 
 RTCM2_Buoy_Chart_FieldInfo::RTCM2_Buoy_Chart_FieldInfo()
-    : FieldDescriptor(trace, "RTCM2_Buoy_Chart_FieldInfo", "Chart")
+    : FieldDescriptor(traceOf_RTCM2_Buoy_MessageInfo, "RTCM2_Buoy_Chart_FieldInfo", "Chart")
 {
     describe({.isVirtual = true});
 }
 
 RTCM2_Buoy_Chart_FieldInfo::~RTCM2_Buoy_Chart_FieldInfo()
 {
-    trace.pass();
+    traceOf_RTCM2_Buoy_MessageInfo.pass();
     MemLeakTracer::deallocateObject(QStringLiteral("RTCM2_Buoy_Chart_FieldInfo"));
 }

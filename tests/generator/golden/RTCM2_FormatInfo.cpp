@@ -7,7 +7,7 @@
 #include "RTCM2_Harbour_MessageInfo.h"
 #include "UnitTrace.h"
 
-static UnitTrace trace{"Vorlo_RTCM2", "RTCM2_FormatInfo", "src/generated/RTCM2_FormatInfo.cpp"};
+static UnitTrace traceOf_RTCM2_FormatInfo{"Vorlo_RTCM2", "RTCM2_FormatInfo", "src/generated/RTCM2_FormatInfo.cpp"};
 
 const FormatInfo* formatDescriptor()
 {
@@ -26,13 +26,13 @@ const RTCM2_FormatInfo* RTCM2_FormatInfo::getInstance()
 RTCM2_FormatInfo::RTCM2_FormatInfo()
     : FormatInfo(QStringLiteral("RTCM2")), setupDone(false)
 {
-    trace.pass();
+    traceOf_RTCM2_FormatInfo.pass();
     MemLeakTracer::allocateObject(QStringLiteral("RTCM2_FormatInfo"));
 }
 
 RTCM2_FormatInfo::~RTCM2_FormatInfo()
 {
-    trace.pass();
+    traceOf_RTCM2_FormatInfo.pass();
     MemLeakTracer::deallocateObject(QStringLiteral("RTCM2_FormatInfo"));
 }
 

@@ -4,17 +4,17 @@
 #include "RawLine.h"
 #include "UnitTrace.h"
 
-static UnitTrace trace{"Vorlo_RTCM2", "RTCM2_Harbour_Message", "src/generated/RTCM2_Harbour_Message.cpp"};
+static UnitTrace traceOf_RTCM2_Harbour_Message{"Vorlo_RTCM2", "RTCM2_Harbour_Message", "src/generated/RTCM2_Harbour_Message.cpp"};
 
 RTCM2_Harbour_Message::RTCM2_Harbour_Message(RTCM2_Harbour_s* record, bool owns)
     : MessageWithSubMessages(descriptorOf<RTCM2_Harbour_Message>(), record, owns)
 {
-    trace.pass();
+    traceOf_RTCM2_Harbour_Message.pass();
 }
 
 RTCM2_Harbour_Message::~RTCM2_Harbour_Message()
 {
-    trace.pass();
+    traceOf_RTCM2_Harbour_Message.pass();
     reportDestruction();
 }
 
