@@ -11,8 +11,10 @@ void ReferenceCountedObject::addReference() const
 
 void ReferenceCountedObject::removeReference() const
 {
-    // Release and acquire: whatever other holders did with the object happens before its end.
-    const int before = referenceCount.fetch_sub(1, std::memory_order_acq_rel);
+    // Release and acquire: whatever other holders did with the object happens before its end. The
+    // only holder need not exchange the count with others: nobody else can take a reference.
+    const bool isOnlyHolder = referenceCount.load(std::memory_order_acquire) == 1;
+    const int before = isOnlyHolder ? 1 : referenceCount.fetch_sub(1, std::memory_order_acq_rel);
     if (before <= 0) {
         qFatal("ReferenceCountedObject::removeReference() on an object without references.");
     }
