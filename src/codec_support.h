@@ -173,7 +173,8 @@ public:
                   std::int32_t full)
     {
         if (!failed() && length <= limit && offset % 8 == 0 && fits(8 * length)) {
-            std::memcpy(member, data + offset / 8, length);
+            // Not memcpy: as the length is known to be short, it becomes a slow string instruction.
+            std::memmove(member, data + offset / 8, length);
             offset += 8 * length;
             return;
         }
@@ -296,7 +297,7 @@ public:
                   std::int32_t full)
     {
         if (!failed() && length <= limit && offset % 8 == 0 && fits(8 * length)) {
-            std::memcpy(data + offset / 8, member, length);
+            std::memmove(data + offset / 8, member, length);
             offset += 8 * length;
             return;
         }

@@ -1,8 +1,7 @@
 #include "ConvertCommand.h"
 
 #include "CopySink.h"
-
-#include <unistd.h>
+#include "OutputFile.h"
 
 void ConvertCommand::declare(CLI::App& program)
 {
@@ -31,11 +30,7 @@ void ConvertCommand::declare(CLI::App& program)
 ExitStatus ConvertCommand::run(Host& host)
 {
     const InputForm to = *inputFormOf(form);
-    if (!isText(to) && reading.output.empty() && ::isatty(STDOUT_FILENO) == 1) {
-        throw UsageError{"the form '" + form +
-                         "' is binary and not for a terminal; name a file with --output, or "
-                         "redirect the output"};
-    }
+    requireNoBinaryOnTerminal(form, reading.output);
     const bool hasFilter = !reading.filter.kinds.empty() || !reading.filter.stations.empty() ||
                            !reading.filter.where.empty();
     if (hasFilter && keepsUndecodable) {

@@ -50,18 +50,14 @@ void EncodeCommand::declare(CLI::App& program)
 ExitStatus EncodeCommand::run(Host&)
 {
     const InputForm to = *inputFormOf(form);
-    const bool onTerminal = outputName.empty() && ::isatty(STDOUT_FILENO) == 1;
-    if (onTerminal && !isText(to)) {
-        throw UsageError{"the form '" + form +
-                         "' is binary and not for a terminal; name a file with --output, or "
-                         "redirect the output"};
-    }
+    requireNoBinaryOnTerminal(form, outputName);
     requireOtherOutput(inputs, outputName);
     Output output;
     if (!openOutput(output, outputName)) {
         return ExitStatus::unwritable;
     }
-    options.showsProgress = !options.quiet && !onTerminal && ::isatty(STDERR_FILENO) == 1;
+    options.showsProgress =
+        !options.quiet && !goesToTerminal(outputName) && ::isatty(STDERR_FILENO) == 1;
     const std::unique_ptr<PacketWriter> writer = makeWriter(to);
     std::vector<std::uint8_t> bytes;
     const auto write = [&](std::span<const std::uint8_t> packed) {

@@ -1,9 +1,12 @@
 #include "OutputFile.h"
 
 #include "Command.h"
+#include "PacketWriter.h"
 
 #include <cstdio>
 #include <filesystem>
+
+#include <unistd.h>
 
 void requireOtherOutput(const std::vector<std::string>& inputs, const std::string& outputName)
 {
@@ -13,6 +16,20 @@ void requireOtherOutput(const std::vector<std::string>& inputs, const std::strin
             std::filesystem::equivalent(input, outputName, missing)) {
             throw UsageError{"the output " + outputName + " is an input"};
         }
+    }
+}
+
+bool goesToTerminal(const std::string& outputName)
+{
+    return outputName.empty() && ::isatty(STDOUT_FILENO) == 1;
+}
+
+void requireNoBinaryOnTerminal(const std::string& form, const std::string& outputName)
+{
+    if (goesToTerminal(outputName) && !isText(*inputFormOf(form))) {
+        throw UsageError{"the form '" + form +
+                         "' is binary and not for a terminal; name a file with --output, or "
+                         "redirect the output"};
     }
 }
 

@@ -10,6 +10,12 @@
 // Throws UsageError when the output is one of the inputs: opening it would empty that.
 void requireOtherOutput(const std::vector<std::string>& inputs, const std::string& outputName);
 
+// Whether output of this name, empty for standard output, is read on a terminal.
+bool goesToTerminal(const std::string& outputName);
+
+// Throws UsageError when messages would be written to a terminal in a form that is not text.
+void requireNoBinaryOnTerminal(const std::string& form, const std::string& outputName);
+
 // Directs the output to the file of this name, if there is a name. False, and told on standard
 // error, when it cannot be written.
 bool openOutput(Output& output, const std::string& name);

@@ -67,7 +67,7 @@ void switchKinds(AbstractDecoder& decoder, const FormatModel& model, const Messa
 // A terminal that shows results as they come has no place for progress.
 bool showsProgress(const ReadingOptions& options, const Sink& sink)
 {
-    const bool resultsOnTerminal = options.output.empty() && ::isatty(STDOUT_FILENO) == 1;
+    const bool resultsOnTerminal = goesToTerminal(options.output);
     return !options.session.quiet && ::isatty(STDERR_FILENO) == 1 &&
            !(resultsOnTerminal && sink.writesAlong());
 }

@@ -11,7 +11,8 @@ JsonKey::JsonKey(std::string_view name)
 {
     rapidjson::StringBuffer quoted;
     Writer(quoted).String(name.data(), static_cast<rapidjson::SizeType>(name.size()));
-    text = "," + std::string(quoted.GetString(), quoted.GetSize()) + ":";
+    text.push_back(',');
+    text.append(quoted.GetString(), quoted.GetSize()).append(":");
     size = text.size();
     text.resize(std::max(size, block), ' ');
 }

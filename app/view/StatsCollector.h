@@ -32,6 +32,7 @@ public:
     void trouble(const Place& place, Trouble trouble, const std::string& text) override;
     void endOfInput(const std::string& name, const ReaderCounters& counters) override;
     void finish() override;
+    bool writesAlong() const override { return false; }    // but at the end of each input
 
 private:
     // Where a kind keeps what is counted; null where it has no such field.

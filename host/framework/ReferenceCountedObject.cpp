@@ -19,6 +19,7 @@ void ReferenceCountedObject::removeReference() const
         qFatal("ReferenceCountedObject::removeReference() on an object without references.");
     }
     if (before == 1) {
+        referenceCount.store(0, std::memory_order_relaxed);    // tells who drops it once more
         delete this;
     }
 }

@@ -1,0 +1,133 @@
+#!/usr/bin/env python3
+"""Prints the table of scripts/bench: what the benchmarks measured, as ratios inside one run.
+
+    report.py RESULT.json BUILD_DIRECTORY BUILD_SECONDS
+"""
+
+import json
+import os
+import platform
+import re
+import sys
+from collections import defaultdict
+from pathlib import Path
+
+# Which benchmark is measured against which reference, and what the ratio must reach: at most so
+# many times the reference's time, or so many times faster.
+CHECKS = [
+    ("decode", "straight_line", "at most", 1.25),
+    ("decode", "bit_by_bit", "faster", 8),
+    ("encode", "bit_by_bit", "faster", 6),
+    ("object", "decode", "at most", 3),
+    ("framing", "bit_by_bit", "faster", 15),
+    ("stats", "framing", "at most", 3),
+    ("export", "json_writer", "at most", 2),
+]
+
+
+def load(path):
+    """The middle repetition of every benchmark, by group, subject and way, in nanoseconds."""
+    units = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
+    runs = defaultdict(list)
+    failed = []
+    for run in json.loads(Path(path).read_text())["benchmarks"]:
+        if run.get("run_type") != "iteration":
+            continue
+        if run.get("error_occurred"):
+            failed.append(f"{run['name']}: {run['error_message']}")
+            continue
+        group, subject, way = run["name"].removesuffix("/real_time").split("/")
+        clock = "real_time" if run["name"].endswith("/real_time") else "cpu_time"
+        # All times per item: a message, or the whole stream.
+        items = run.get("items_per_second")
+        run["ns"] = 1e9 / items if items else run[clock] * units[run["time_unit"]]
+        runs[group, subject, way].append(run)
+    if failed:
+        sys.exit("\n".join(sorted(set(failed))))
+    middle = {key: sorted(each, key=lambda run: run["ns"])[len(each) // 2]
+              for key, each in runs.items()}
+    # The repetitions are mixed; the order here is that of the checks.
+    groups = list(dict.fromkeys(group for group, *_ in CHECKS))
+    return dict(sorted(middle.items(),
+                       key=lambda item: (groups.index(item[0][0]), in_numbers(item[0][1]))))
+
+
+def in_numbers(text):
+    """A key by which `type 9` stands before `type 16`."""
+    return [int(part) if part.isdigit() else part for part in re.split(r"(\d+)", text)]
+
+
+def processor():
+    try:
+        found = re.search(r"^model name\s*:\s*(.*)$", Path("/proc/cpuinfo").read_text(), re.M)
+        return found.group(1) if found else platform.machine()
+    except OSError:
+        return platform.machine()
+
+
+def print_ratios(results):
+    """Returns whether all ratios are as they must be."""
+    rows = []
+    for group, reference, sense, wanted in CHECKS:
+        for (g, subject, way), run in results.items():
+            # What a decoder object is measured against is the codec itself.
+            other = ((reference, subject, "rtcm2") if reference == "decode"
+                     else (group, subject, reference))
+            if g != group or way != "rtcm2" or other not in results:
+                continue
+            rows.append((group, subject, reference, run["ns"],
+                         results[other]["ns"], sense, wanted))
+
+    print("| What | Against | Ratio | Must be |")
+    print("|---|---|---|---|")
+    good = True
+    for group, subject, reference, ns, against, sense, wanted in rows:
+        reached = ns / against if sense == "at most" else against / ns
+        fits = reached <= wanted if sense == "at most" else reached >= wanted
+        good &= fits
+        text = f"{reached:.2f} x its time" if sense == "at most" else f"{reached:.1f} x faster"
+        limit = f"at most {wanted}" if sense == "at most" else f"at least {wanted}"
+        print(f"| {group}, {subject} | {reference.replace('_', ' ')} | {text} "
+              f"| {limit}{'' if fits else ' (missed)'} |")
+    return good
+
+
+def print_messages(results):
+    print("\n| One message | ns | ns per word | allocations |")
+    print("|---|---|---|---|")
+    for (group, subject, way), run in results.items():
+        if way == "rtcm2" and group in ("decode", "encode", "object"):
+            print(f"| {group}, {subject} | {run['ns']:.1f} | {run['ns'] / run['words']:.2f} "
+                  f"| {run['allocations']:.0f} |")
+
+
+def print_streams(results):
+    print("\n| Stream | MB/s |")
+    print("|---|---|")
+    for (group, subject, way), run in results.items():
+        if way == "rtcm2" and "bytes_per_second" in run:
+            print(f"| {group}, {subject} | {run['bytes_per_second'] / 1e6:.0f} |")
+
+
+def print_sizes(build, seconds):
+    print("\n| Built | |")
+    print("|---|---|")
+    for library in ("librtcm2_codec.so", "libvorlo_rtcm2.so"):
+        print(f"| size of {library} | {os.stat(Path(build) / 'src' / library).st_size // 1024} KB |")
+    print(f"| time to build everything but the tests, {os.cpu_count()} processors | {seconds} s |")
+
+
+def main():
+    result, build, seconds = sys.argv[1:]
+    results = load(result)
+    print(f"{processor()}, {os.cpu_count()} processors, "
+          f"{platform.system()} {platform.release()}\n")
+    good = print_ratios(results)
+    print_messages(results)
+    print_streams(results)
+    print_sizes(build, seconds)
+    return 0 if good else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
