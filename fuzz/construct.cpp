@@ -64,15 +64,6 @@ void construct(Record& record, Taker& input)
     }
 }
 
-void demandDecodable(const Bytes& encoded)
-{
-    Record again;
-    const std::int32_t bits = again.decode(nullptr, encoded);
-    if (bits > 0) {
-        demandSameBits(again, bits, encoded.data());
-    }
-}
-
 }    // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -90,7 +81,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
             promise(1, sameBitsFrom(static_cast<std::size_t>(bits), target, 0x5A),
                     "written behind the message");
             demandSameBits(record, bits, Bytes(target).data());
-            demandDecodable(target);
+            demandSameBitsIfDecodable(target);
         }
     }
     promise(6, heapInUse() == before, "memory is not returned");

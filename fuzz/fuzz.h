@@ -144,6 +144,16 @@ inline void demandSameBits(Record& record, std::int32_t result, const std::uint8
     }
 }
 
+// What was encoded decodes to what encodes to the same bits, unless decoding rejects it.
+inline void demandSameBitsIfDecodable(std::span<const std::uint8_t> encoded)
+{
+    Record record;
+    const std::int32_t bits = record.decode(nullptr, encoded);
+    if (bits > 0) {
+        demandSameBits(record, bits, encoded.data());
+    }
+}
+
 // A message that is always good: type 1, one correction.
 inline constexpr std::uint8_t goodMessage[] = {0x66, 0x04, 0x05, 0x8C, 0xA3, 0x10,
                                                0x2C, 0xFF, 0x9C, 0x05, 0x2A, 0x00};

@@ -41,11 +41,7 @@ void demandGood(std::span<const std::uint8_t> packed)
             packed.size() >= framing::headerWords * framing::bytesPerWord &&
                 packed.size() == framing::declaredWords(packed) * framing::bytesPerWord,
             "encoded, but no whole message");
-    Record record;
-    const std::int32_t bits = record.decode(nullptr, packed);
-    if (bits > 0) {
-        demandSameBits(record, bits, packed.data());
-    }
+    demandSameBitsIfDecodable(packed);
 }
 
 }    // namespace

@@ -210,7 +210,7 @@ class Kind:
 
     @property
     def only_run(self):
-        """The Run that is all that such a record has on the wire, or None."""
+        """The Run that is all that the record has on the wire, or None."""
         parts = self.segments
         return parts[0] if len(parts) == 1 and isinstance(parts[0], Run) and not parts[0].when else None
 

@@ -202,10 +202,13 @@ public:
         if (failed()) {
             return;
         }
-        if (Element::bits % 8 == 0 && offset % 8 == 0 &&
-            fits(std::uint64_t{Element::bits} * count)) {
-            fixedRecords<Element>(array, count, parent);
-            return;
+        // Elements without optional members have a fixed width.
+        if constexpr (requires { Element::bits; }) {
+            if (Element::bits % 8 == 0 && offset % 8 == 0 &&
+                fits(std::uint64_t{Element::bits} * count)) {
+                fixedRecords<Element>(array, count, parent);
+                return;
+            }
         }
         std::uint32_t end = offset;
         for (unsigned i = 0; !failed() && i < count; ++i) {
