@@ -125,6 +125,10 @@ void Session::decode(PacketReader& reader, const Place& place)
 {
     ++found;
     const std::span<const std::uint8_t> recorded = reader.recorded();
+    if (recorded.empty() && !filter.looksInside() && sink->takePacked(place)) {
+        ++handedOn;
+        return;
+    }
     const Outcome outcome = recorded.empty() ? decoderDriver.decode(place.frame.bytes())
                                              : decoderDriver.extract(recorded, options.mode);
     switch (outcome.kind) {

@@ -46,6 +46,10 @@ class Sink {
 public:
     virtual ~Sink() = default;
 
+    // A message as it was found, where no filter has to look into it and nothing changes it on the
+    // way to the decoder. True when the sink knows all that it needs; false to have it decoded.
+    virtual bool takePacked(const Place&) { return false; }
+
     // A message that passed the filter.
     virtual void message(const Place& place, const Decoded& decoded) = 0;
 

@@ -38,6 +38,8 @@ public:
     // the decoder. Kinds whose messages can never fulfil the expression are not among them.
     const std::vector<const KindModel*>& kinds() const { return passingKinds; }
 
+    // Whether more than the kind of a message decides.
+    bool looksInside() const { return !stations.empty() || expression != nullptr; }
     bool takesKind(const KindModel& kind) const;
     bool takes(const Message& message, const KindModel& kind) const;
 

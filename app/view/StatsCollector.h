@@ -1,7 +1,8 @@
-// Counts what is in each input and hands the counts on when the input ends.
+// Counts what is in each input and hands the counts on when the input ends. What is counted is read
+// from packed messages: millions of them need no message object.
 #pragma once
 
-#include "CodedTexts.h"
+#include "MessageFacts.h"
 #include "Plugin.h"
 #include "Session.h"
 #include "Stats.h"
@@ -27,6 +28,7 @@ public:
     StatsCollector(std::unique_ptr<StatsView> statsView, const FieldParts& fieldParts,
                    TypeNumberOf numberOf, const std::vector<const KindModel*>& kinds);
 
+    bool takePacked(const Place& place) override;
     void message(const Place& place, const Decoded& decoded) override;
     void unreported(const Place& place) override;
     void trouble(const Place& place, Trouble trouble, const std::string& text) override;
@@ -35,28 +37,13 @@ public:
     bool writesAlong() const override { return false; }    // but at the end of each input
 
 private:
-    // Where a kind keeps what is counted; null where it has no such field.
-    struct Parts {
-        const FieldModel* station = nullptr;
-        const FieldModel* time = nullptr;
-        const FieldModel* text = nullptr;
-        const FieldModel* elements = nullptr;     // sub-messages that name satellites
-        const FieldModel* satellite = nullptr;    // in the elements
-        const FieldModel* system = nullptr;       // in the elements
-        KindStats* stats = nullptr;               // in the counts of this input
-    };
-
-    Parts partsOf(const KindModel& kind) const;
-    void countStation(const Parts& parts, const Message& message);
-    void countSatellites(const Parts& parts, const Message& message);
-    void countText(const Parts& parts, const Message& message);
+    void count(const MessageFacts& facts);
 
     std::unique_ptr<StatsView> view;
     const FieldParts& names;
     TypeNumberOf typeNumberOf;
-    std::map<const KindModel*, Parts> kindParts;
+    std::unique_ptr<MessageFactsReader> factsReader;
     Stats current;
     Stats all;
     std::size_t inputs = 0;
-    std::string characters;
 };

@@ -3,6 +3,9 @@
 #include "CodedTexts.h"
 #include "FieldInfo.h"
 
+namespace {
+
+// The field of the elements whose value names the system; null when there is none.
 const FieldModel* systemField(const KindModel& element, const FieldParts& parts)
 {
     for (const std::string& name : parts.system) {
@@ -12,6 +15,8 @@ const FieldModel* systemField(const KindModel& element, const FieldParts& parts)
     }
     return nullptr;
 }
+
+}    // namespace
 
 std::string systemName(const KindModel& kind, std::uint64_t system, const FieldParts& parts)
 {
