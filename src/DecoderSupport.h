@@ -63,8 +63,8 @@ void deliverRecord(MessageSource& source, const typename Traits::Record& decoded
     };
     std::unique_ptr<Record, Release> record(new Record(decoded));
     if constexpr (requires { typename Traits::Element; }) {
-        for (unsigned i = 0; i < Traits::count(*record); ++i) {
-            Traits::array(*record)[i].parent = record.get();
+        for (auto& element : std::span(Traits::array(*record), Traits::count(*record))) {
+            element.parent = record.get();
         }
     }
     const auto* message = new MessageClass(record.get(), true);

@@ -7,6 +7,6 @@
 #include <cstdint>
 #include <string>
 
-// The system's name for a value of that field, or what the kind of the message says; empty when
-// nothing is known.
+// The system's name for a value of the elements' field that tells it, or what the kind of the
+// message says; empty when nothing is known.
 std::string systemName(const KindModel& kind, std::uint64_t system, const FieldParts& parts);

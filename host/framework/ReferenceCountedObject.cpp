@@ -6,7 +6,12 @@ ReferenceCountedObject::~ReferenceCountedObject() = default;
 
 void ReferenceCountedObject::addReference() const
 {
-    referenceCount.fetch_add(1, std::memory_order_relaxed);
+    // Of an object without references nobody else knows: the first one need not exchange the count.
+    if (referenceCount.load(std::memory_order_relaxed) == 0) {
+        referenceCount.store(1, std::memory_order_relaxed);
+    } else {
+        referenceCount.fetch_add(1, std::memory_order_relaxed);
+    }
 }
 
 void ReferenceCountedObject::removeReference() const

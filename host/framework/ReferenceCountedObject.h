@@ -5,8 +5,9 @@
 
 #include <atomic>
 
-// A new object starts unreferenced; dropping the last reference destroys it. The count may be
-// changed from any thread; what the object holds is protected only as far as its class says.
+// A new object starts unreferenced; dropping the last reference destroys it. Once an object has a
+// reference, the count may be changed from any thread; what the object holds is protected only as
+// far as its class says.
 class HOST_FRAMEWORK_EXPORT ReferenceCountedObject {
 public:
     ReferenceCountedObject(const ReferenceCountedObject&) = delete;

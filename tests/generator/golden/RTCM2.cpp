@@ -296,46 +296,47 @@ int32_t RTCM2_encode_Tide(uint8_t* data, uint16_t data_size, RTCM2_Tide_s* recor
     return encode_Tide(record, data, data_size, &offset);
 }
 
+// What follows takes what RTCM2_decode takes, which goes on there once it has seen the type.
+
+static std::uint8_t typeOf(const std::uint8_t* data)
+{
+    return quarn::read<std::uint8_t, 8, 6>(data);
+}
+
+static std::int32_t decodeUnknown(RTCM2_context_s* context, const std::uint8_t* data, std::uint16_t,
+                                  RTCM2_message_s* message)
+{
+    message->header.Message_Type = typeOf(data);
+    if (context != nullptr) {
+        context->unknown_type = typeOf(data);
+    }
+    return RTCM2_ERR_INVALID_MESSAGE;
+}
+
 // Decodes a message from its first bit, of no parent and no declared length; the kind's decoder is
 // made anew for that.
-template <auto decodeKind, auto member>
-[[gnu::flatten]] static std::int32_t decodeWhole(const std::uint8_t* __restrict data, std::uint16_t data_size,
-                                                 RTCM2_message_s* message)
+template <auto decodeKind, auto member, RTCM2_message_enum kind, std::int32_t disabledError>
+[[gnu::flatten]] static std::int32_t decodeKnown(RTCM2_context_s* context, const std::uint8_t* __restrict data,
+                                                 std::uint16_t data_size, RTCM2_message_s* message)
 {
+    if (context != nullptr && !EnableFlag(kind).test(*context)) {
+        message->header.Message_Type = typeOf(data);
+        return disabledError;
+    }
     std::uint32_t offset = 0;
     return decodeKind(&(message->*member), &offset, data, data_size, nullptr, 0);
 }
 
-struct MainKind {
-    std::int32_t (*decode)(const std::uint8_t*, std::uint16_t, RTCM2_message_s*);    // null for no kind
-    RTCM2_message_enum kind;
-    std::int32_t disabled;
-};
-
-// All values of the field Message Type.
-static constexpr auto mainKinds = [] {
-    std::array<MainKind, 64> kinds{};
-    kinds[5] = {decodeWhole<decode_Harbour, &RTCM2_message_s::Harbour>, RTCM2_HARBOUR, RTCM2_ERR_HARBOUR_DISABLED};
-    kinds[6] = {decodeWhole<decode_Tide, &RTCM2_message_s::Tide>, RTCM2_TIDE, RTCM2_ERR_TIDE_DISABLED};
-    return kinds;
+// For all values of the field Message Type.
+static constexpr auto decoders = [] {
+    std::array<decltype(&RTCM2_decode), 64> byType{};
+    byType.fill(decodeUnknown);
+    byType[5] = decodeKnown<decode_Harbour, &RTCM2_message_s::Harbour, RTCM2_HARBOUR, RTCM2_ERR_HARBOUR_DISABLED>;
+    byType[6] = decodeKnown<decode_Tide, &RTCM2_message_s::Tide, RTCM2_TIDE, RTCM2_ERR_TIDE_DISABLED>;
+    return byType;
 }();
 
 int32_t RTCM2_decode(RTCM2_context_s* context, const uint8_t* data, uint16_t data_size, RTCM2_message_s* message)
 {
-    if (data_size < 2) {
-        return RTCM2_ERR_INVALID_MESSAGE;
-    }
-    const auto type = quarn::read<std::uint8_t, 8, 6>(data);
-    message->header.Message_Type = type;
-    const MainKind& known = mainKinds[type];
-    if (known.decode == nullptr) {
-        if (context != nullptr) {
-            context->unknown_type = type;
-        }
-        return RTCM2_ERR_INVALID_MESSAGE;
-    }
-    if (context != nullptr && !EnableFlag(known.kind).test(*context)) {
-        return known.disabled;
-    }
-    return known.decode(data, data_size, message);
+    return data_size < 2 ? RTCM2_ERR_INVALID_MESSAGE : decoders[typeOf(data)](context, data, data_size, message);
 }
