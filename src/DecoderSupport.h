@@ -15,7 +15,7 @@ struct DecoderKind {
     // Descriptor, for the kinds that the host knows; null for the others.
     const MessageInfo* (*descriptor)() = nullptr;
     // Wraps a decoded record and hands it to the receivers; null for kinds reported to nobody.
-    void (*deliver)(MessageSource& source, const RTCM2_message_s& decoded) = nullptr;
+    void (*deliver)(MessageSource& source, RTCM2_message_s& decoded) = nullptr;
     // Releases the arrays of a decoded record; null for kinds that RTCM2_decode never yields.
     void (*release)(RTCM2_message_s& decoded) = nullptr;
 };
@@ -48,26 +48,14 @@ private:
 // Emits a message to early, ordinary and late receivers.
 void emitMessage(MessageSource& source, const Message* message);
 
-// Moves a decoded record to the heap, makes its elements point at their new parent, and emits it as
-// an object of its message class, which owns record and array from then on.
+// Emits a decoded record as an object of its message class, which owns the record's arrays from
+// then on. They are released if there is no memory for the object.
 template <class MessageClass, class Traits>
-void deliverRecord(MessageSource& source, const typename Traits::Record& decoded)
+void deliverRecord(MessageSource& source, typename Traits::Record& decoded)
 {
-    using Record = typename Traits::Record;
-    struct Release {
-        void operator()(Record* record) const
-        {
-            Traits::freeChildren(record);
-            delete record;
-        }
-    };
-    std::unique_ptr<Record, Release> record(new Record(decoded));
-    if constexpr (requires { typename Traits::Element; }) {
-        for (auto& element : std::span(Traits::array(*record), Traits::count(*record))) {
-            element.parent = record.get();
-        }
-    }
-    const auto* message = new MessageClass(record.get(), true);
-    record.release();
+    std::unique_ptr<typename Traits::Record, decltype(&Traits::freeChildren)> arrays(
+        &decoded, Traits::freeChildren);
+    const auto* message = new MessageClass(decoded);
+    static_cast<void>(arrays.release());
     emitMessage(source, message);
 }

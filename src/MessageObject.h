@@ -9,8 +9,15 @@
 
 #include <QVector>
 
-// `Traits` names the record type, the class and the codec's free function of the kind. An object
-// that owns its record releases the record's arrays and then the record, which came from new.
+#include <type_traits>
+
+// Stands where an object has no room for a record.
+struct NoRecord {};
+
+// `Traits` names the record type, the class, the codec's free function of the kind, and whether it
+// is a main kind. An object that owns its record releases the record's arrays and then the record,
+// which came from new. What the decoder hands out holds a copy of the decoded record in itself, so
+// that a message takes one block of memory instead of two.
 template <class Traits>
 class MessageObject : public Message {
 public:
@@ -24,6 +31,12 @@ protected:
     {
         MemLeakTracer::allocateObject(Traits::className());
         setRepresentation(record);
+    }
+
+    // Takes over the arrays of a decoded record.
+    MessageObject(const MessageInfo* info, const Record& decoded) : MessageObject(info, &copy, true)
+    {
+        copy = decoded;
     }
 
     // The destructor of the class itself begins with this.
@@ -97,8 +110,20 @@ private:
     {
         if (hasRepresentation() && ownsRepresentation) {
             Traits::freeChildren(representation);
-            delete representation;
+            deleteRecord();
         }
         representation = nullptr;
     }
+
+    void deleteRecord()
+    {
+        if constexpr (Traits::isMain) {
+            if (representation == &copy) {
+                return;
+            }
+        }
+        delete representation;
+    }
+
+    [[no_unique_address]] std::conditional_t<Traits::isMain, Record, NoRecord> copy;
 };

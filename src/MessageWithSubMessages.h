@@ -6,66 +6,48 @@
 
 #include <QVector>
 
-#include <utility>
+#include <deque>
+#include <memory>
+#include <span>
 
-// Keeps the objects of one array in step with it. `Element` is the message class of the elements.
+// The objects of one array. `Element` is the message class of the elements.
 template <class Element>
 class SubMessageObjects {
 public:
-    SubMessageObjects() = default;
-    SubMessageObjects(const SubMessageObjects&) = delete;
-    SubMessageObjects& operator=(const SubMessageObjects&) = delete;
-    ~SubMessageObjects() { dispose(); }
-
-    // Makes the objects match the array. An object whose element is still at its address stays.
-    // `identify` gives the record behind an object.
-    template <class Record, class Identify>
-    void ensure(Record* array, unsigned count, Message* parent, Identify identify)
+    // Makes the objects unless that has been done.
+    template <class Record>
+    void ensure(Record* array, unsigned count, Message* parent)
     {
-        if (valid) {
+        if (made != nullptr) {
             return;
         }
-        QVector<Message*> old = std::exchange(untyped, {});
-        typed.clear();
-        untyped.reserve(static_cast<int>(count));
-        typed.reserve(static_cast<int>(count));
+        auto objects = std::make_unique<Objects>();
+        objects->typed.reserve(static_cast<int>(count));
+        objects->untyped.reserve(static_cast<int>(count));
         for (unsigned i = 0; i < count; ++i) {
-            Element* object = takeFor(array + i, old, identify);
-            if (object == nullptr) {
-                object = new Element(array + i, parent, false);
-            }
-            untyped.append(object);
-            typed.append(object);
+            Element* object = &objects->owned.emplace_back(array + i, parent, false);
+            objects->typed.append(object);
+            objects->untyped.append(object);
         }
-        qDeleteAll(old);
-        valid = true;
+        made = std::move(objects);
     }
 
-    void dispose()
-    {
-        qDeleteAll(untyped);
-        untyped.clear();
-        valid = false;
-    }
+    void dispose() { made.reset(); }
 
-    const QVector<Element*>& elements() const { return typed; }
-    const QVector<Message*>& messages() const { return untyped; }
+    // To be asked for when the objects have been made.
+    const QVector<Element*>& elements() const { return made->typed; }
+    // Empty as long as they have not.
+    QVector<Message*> messages() const { return made ? made->untyped : QVector<Message*>(); }
 
 private:
-    template <class Identify>
-    static Element* takeFor(const void* element, QVector<Message*>& old, Identify identify)
-    {
-        for (int i = 0; i < old.size(); ++i) {
-            if (identify(old[i]) == element) {
-                return static_cast<Element*>(old.takeAt(i));
-            }
-        }
-        return nullptr;
-    }
+    // Most messages are never asked for their elements and need none of this.
+    struct Objects {
+        std::deque<Element> owned;
+        QVector<Element*> typed;
+        QVector<Message*> untyped;
+    };
 
-    bool valid = false;
-    QVector<Element*> typed;
-    QVector<Message*> untyped;
+    std::unique_ptr<Objects> made;
 };
 
 // `Traits` additionally names the element class and where the record keeps array and count.
@@ -82,12 +64,21 @@ public:
 
     QVector<const Message*> getSubMessages() const override
     {
-        const QVector<Message*>& objects = subMessages.messages();
+        const QVector<Message*> objects = subMessages.messages();
         return QVector<const Message*>(objects.cbegin(), objects.cend());
     }
 
 protected:
     using Base::Base;
+
+    // The elements are told their new parent.
+    MessageWithSubMessages(const MessageInfo* info, const typename Base::Record& decoded)
+        : Base(info, decoded)
+    {
+        for (auto& element : std::span(Traits::array(decoded), Traits::count(decoded))) {
+            element.parent = this->representation;
+        }
+    }
 
     unsigned count() const { return Traits::count(this->record()); }
 
@@ -102,9 +93,7 @@ protected:
     const QVector<Element*>& allSubMessages() const
     {
         auto* self = const_cast<MessageWithSubMessages*>(this);
-        subMessages.ensure(Traits::array(this->record()), count(), self, [](const Message* object) {
-            return Message::getRawRepresentationOf(object);
-        });
+        subMessages.ensure(Traits::array(this->record()), count(), self);
         return subMessages.elements();
     }
 

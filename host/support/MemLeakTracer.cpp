@@ -86,10 +86,12 @@ private:
     Places places{};
 };
 
+// There from the beginning, without a constructor that a call might have to wait for.
+constinit Shortcuts shortcuts;
+
 struct Ledger {
     std::mutex mutex;    // for counters
     QHash<QString, Counter*> counters;
-    Shortcuts shortcuts;
 };
 
 // Never destroyed: descriptors and messages report their destructors until the last library has
@@ -102,24 +104,24 @@ Ledger& ledger()
 
 // The slow way, for a name that has not been seen where it stands; apart, so that the other way
 // needs no room for it.
-[[gnu::noinline]] Counter* lookUp(Ledger& book, const QString& className)
+[[gnu::noinline]] Counter* lookUp(const QString& className)
 {
+    Ledger& book = ledger();
     const std::lock_guard<std::mutex> lock(book.mutex);
     auto entry = book.counters.find(className);
     if (entry == book.counters.end()) {
         auto* counter = new Counter(className);
         entry = book.counters.insert(counter->className, counter);
     }
-    book.shortcuts.remember(className, *entry);
+    shortcuts.remember(className, *entry);
     return *entry;
 }
 
 void change(const QString& className, int difference)
 {
-    Ledger& book = ledger();
-    Counter* counter = book.shortcuts.find(className);
+    Counter* counter = shortcuts.find(className);
     if (counter == nullptr) {
-        counter = lookUp(book, className);
+        counter = lookUp(className);
     }
     counter->add(difference);
 }

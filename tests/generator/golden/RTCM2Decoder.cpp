@@ -16,7 +16,7 @@ static const DecoderKind decoderKinds[] = {
     {.descriptor = descriptorOf<RTCM2_Buoy_Message>},
     // RTCM2_HARBOUR
     {.descriptor = descriptorOf<RTCM2_Harbour_Message>,
-     .deliver = [](MessageSource& source, const RTCM2_message_s& decoded) { deliverRecord<RTCM2_Harbour_Message, RTCM2_Harbour_Traits>(source, decoded.Harbour); },
+     .deliver = [](MessageSource& source, RTCM2_message_s& decoded) { deliverRecord<RTCM2_Harbour_Message, RTCM2_Harbour_Traits>(source, decoded.Harbour); },
 .release = [](RTCM2_message_s& decoded) { RTCM2_free_Harbour_children(&decoded.Harbour); }},
     // RTCM2_TIDE
     {.release = [](RTCM2_message_s& decoded) { RTCM2_free_Tide_children(&decoded.Tide); }},

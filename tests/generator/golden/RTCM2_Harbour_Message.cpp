@@ -12,6 +12,12 @@ RTCM2_Harbour_Message::RTCM2_Harbour_Message(RTCM2_Harbour_s* record, bool owns)
     traceOf_RTCM2_Harbour_Message.pass();
 }
 
+RTCM2_Harbour_Message::RTCM2_Harbour_Message(const RTCM2_Harbour_s& decoded)
+    : MessageWithSubMessages(descriptorOf<RTCM2_Harbour_Message>(), decoded)
+{
+    traceOf_RTCM2_Harbour_Message.pass();
+}
+
 RTCM2_Harbour_Message::~RTCM2_Harbour_Message()
 {
     traceOf_RTCM2_Harbour_Message.pass();

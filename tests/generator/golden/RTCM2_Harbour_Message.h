@@ -14,6 +14,7 @@ VORLO_RTCM2_INTERNAL const MessageInfo* descriptorOf<RTCM2_Harbour_Message>();
 struct RTCM2_Harbour_Traits {
     using Record = RTCM2_Harbour_s;
     static QString className() { return QStringLiteral("RTCM2_Harbour_Message"); }
+    static constexpr bool isMain = true;
     static void freeChildren(Record* record) { RTCM2_free_Harbour_children(record); }
     using Element = RTCM2_Buoy_Message;
     static auto array(const Record& record) { return record.Buoys; }
@@ -24,6 +25,7 @@ struct RTCM2_Harbour_Traits {
 class VORLO_RTCM2_EXPORT RTCM2_Harbour_Message final : public MessageWithSubMessages<RTCM2_Harbour_Traits> {
 public:
     RTCM2_Harbour_Message(RTCM2_Harbour_s* record, bool ownsRepresentation);
+    explicit RTCM2_Harbour_Message(const RTCM2_Harbour_s& decoded);
     ~RTCM2_Harbour_Message() override;
 
     uint8_t getPreamble() const { return record().Preamble; }
