@@ -51,6 +51,12 @@ expect 2 "" "$rtcm2" no-such-command
 expect 0 "" "$rtcm2" --help
 expect 0 "" "$rtcm2" --version
 
+# All types but some: what is of an unknown one (14) stays.
+{ "$rtcm2" convert --to hex "$all" && echo 663805000000; } > "$work/all"
+"$rtcm2" convert --form hex --to hex --except 1,16 "$work/all" > "$work/rest"
+grep -vE '^66(0[4-7]|4[0-3])' "$work/all" | cmp -s - "$work/rest" ||
+    fail "--except leaves out other types than it says"
+
 # Standard input, and what is cut off is told with its place.
 "$rtcm2" list "$sample" > "$work/file"
 "$rtcm2" list - < "$sample" > "$work/pipe"

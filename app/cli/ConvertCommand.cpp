@@ -14,10 +14,10 @@ void ConvertCommand::declare(CLI::App& program)
         ->check(CLI::IsMember({"stream", "packed", "hex", "words"}));
     app->add_flag("--known-only", knownOnly,
                   "Leave out messages of unknown types and of types that are decoded but not "
-                  "shown. Without a filter they are copied, with one they never are");
+                  "shown. They are copied unless --type, --station or --where is given");
     app->add_flag("--keep-undecodable", keepsUndecodable,
-                  "Also copy messages of known types whose content does not fit, unless there is "
-                  "a filter");
+                  "Also copy messages of known types whose content does not fit. Not together "
+                  "with --type, --station or --where");
     app->footer("Every message that passes the filter is written bit by bit as it was; only parity "
                 "is made anew.\nDamaged and truncated messages and what stands between messages "
                 "are left out.\n\n"
@@ -31,11 +31,12 @@ ExitStatus ConvertCommand::run(Host& host)
 {
     const InputForm to = *inputFormOf(form);
     requireNoBinaryOnTerminal(form, reading.output);
+    // With --except, what is of no known type is not of the types that are left out.
     const bool hasFilter = !reading.filter.kinds.empty() || !reading.filter.stations.empty() ||
                            !reading.filter.where.empty();
     if (hasFilter && keepsUndecodable) {
-        throw UsageError{"--keep-undecodable goes with no filter: what cannot be decoded passes "
-                         "none"};
+        throw UsageError{"--keep-undecodable does not go with --type, --station or --where: what "
+                         "cannot be decoded passes none of them"};
     }
     const CopyOptions options{.form = to,
                               .copiesUnknown = !hasFilter && !knownOnly,

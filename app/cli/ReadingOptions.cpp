@@ -28,6 +28,12 @@ void ReadingOptions::declare(CLI::App& command)
         ->delimiter(',')
         ->allow_extra_args(false)
         ->type_name("TYPE");
+    command
+        .add_option("--except", filter.excludedKinds,
+                    "No messages of these types, by number or name")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("TYPE");
     command.add_option("--station", filter.stations, "Only messages of these stations")
         ->delimiter(',')
         ->allow_extra_args(false)
