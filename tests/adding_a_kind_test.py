@@ -23,12 +23,12 @@ CHEAP = ["-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0", "-DBUILD_TES
          "-DCMAKE_UNITY_BUILD=ON", "-DCMAKE_UNITY_BUILD_BATCH_SIZE=16"]
 HEADER = {"Preamble": 0x66, "Message_Type": 17, "Reference_Station_Id": 321, "Modified_Z_Count": 5999,
           "Sequence_No": 6, "No_Of_Data_Words": 3, "Station_Health": 2}
-BODY = {"Version": 9, "Reserved": 5, "Spare": 51234, "Ns": 2,
-        "Weeks": [{"Satellite_Id": 31, "Health": 0, "Week": 2345}, {"Satellite_Id": 7, "Health": 6, "Week": 1}]}
-# The same message, bit by bit.
+BODY = {"Version": 9, "Ns": 2, "Spare": 51234,
+        "Weeks": [{"Satellite_Id": 7, "Health": 6}, {"Satellite_Id": 31, "Health": 0, "Week": 2345}]}
+# The same message, bit by bit, with what fills the last word.
 PACKED = "".join(f"{value:0{bits}b}" for value, bits in [
-    (0x66, 8), (17, 6), (321, 10), (5999, 13), (6, 3), (3, 5), (2, 3), (9, 4), (5, 4), (51234, 16),
-    (31, 5), (0, 3), (2345, 16), (7, 5), (6, 3), (1, 16)])
+    (0x66, 8), (17, 6), (321, 10), (5999, 13), (6, 3), (3, 5), (2, 3), (9, 4), (2, 4), (51234, 16),
+    (7, 5), (6, 3), (31, 5), (0, 3), (2345, 16), (0xAAAA, 16)])
 PACKED = bytes(int(PACKED[i:i + 8], 2) for i in range(0, len(PACKED), 8)).hex()
 
 
@@ -107,7 +107,7 @@ def use(build, tree):
     listed = rtcm2("list", "--where", "Weeks.Week == 2345", text=PACKED + "\n")
     demand("17;321;5999;6;3;" in listed, "list shows it and filters by a field")
     described = run([build / "app" / "rtcm2", "describe", "17"], tree)
-    demand("Satellite Weeks" in described and "Reserved" in described, "describe knows it")
+    demand("Satellite Weeks" in described and "Spare" in described, "describe knows it")
 
 
 def bring_up_to_date(tree):
