@@ -34,9 +34,11 @@ protected:
     }
 
     // Takes over the arrays of a decoded record.
-    MessageObject(const MessageInfo* info, const Record& decoded) : MessageObject(info, &copy, true)
+    MessageObject(const MessageInfo* info, const Record& decoded)
+        : Message(info), ownsRepresentation(true), copy(decoded)
     {
-        copy = decoded;
+        MemLeakTracer::allocateObject(Traits::className());
+        setRepresentation(&copy);
     }
 
     // The destructor of the class itself begins with this.
@@ -125,5 +127,5 @@ private:
         delete representation;
     }
 
-    [[no_unique_address]] std::conditional_t<Traits::isMain, Record, NoRecord> copy;
+    [[no_unique_address]] std::conditional_t<Traits::isMain, Record, NoRecord> copy{};
 };
