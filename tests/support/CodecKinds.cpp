@@ -1,156 +1,125 @@
 #include "support/CodecKinds.h"
 
 #include "RTCM2_layouts.h"
+#include "support/ExactBuffer.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cctype>
 #include <stdexcept>
-#include <type_traits>
+
+using namespace rtcm2;
+using namespace rtcm2::layouts;
 
 namespace {
 
-// Members of main records, and those that only sub-records have.
-// clang-format off
-#define FOR_EACH_MAIN_MEMBER(APPLY)                                                                \
-    APPLY(Preamble) APPLY(Message_Type) APPLY(Reference_Station_Id) APPLY(Modified_Z_Count)        \
-    APPLY(Sequence_No_) APPLY(No_Of_Data_Words) APPLY(Station_Health) APPLY(Station_Health_Flag)   \
-    APPLY(Ns) APPLY(Version) APPLY(Source) APPLY(Spare) APPLY(Slot_Bitmap) APPLY(PRN_Bitmap)       \
-    APPLY(Frequency) APPLY(Smoothing_Interval) APPLY(GNSS_Time_Of_Measurement)                     \
-    APPLY(Message_Length) APPLY(Data_Length) APPLY(Serial_Flag) APPLY(NAD) APPLY(Setup_Id)         \
-    APPLY(NAS) APPLY(ECEF_X) APPLY(ECEF_Y) APPLY(ECEF_Z) APPLY(L1_ECEF_Delta_X)                    \
-    APPLY(L1_ECEF_Delta_Y) APPLY(L1_ECEF_Delta_Z) APPLY(L2_ECEF_Delta_X) APPLY(L2_ECEF_Delta_Y)    \
-    APPLY(L2_ECEF_Delta_Z) APPLY(Reserved) APPLY(Reserved2) APPLY(Reserved3) APPLY(AT_Indicator)   \
-    APPLY(ARP_Indicator) APPLY(Height_Indicator) APPLY(Phase_Center_Height) APPLY(Antenna_Height)  \
-    APPLY(Constellation)
-
-#define FOR_EACH_OTHER_MEMBER(APPLY)                                                               \
-    APPLY(R) APPLY(G) APPLY(Satellite_Id) APPLY(Delay) APPLY(Rate_Of_Change) APPLY(Scale_Factor)   \
-    APPLY(UDRE) APPLY(PRC) APPLY(RRC) APPLY(Issue_Of_Data) APPLY(Change_Bit) APPLY(Time_Of_Day)    \
-    APPLY(Multiple_Message) APPLY(Code) APPLY(PRN) APPLY(Data_Quality)                             \
-    APPLY(Cumulative_Loss_Of_Continuity) APPLY(Carrier_Phase) APPLY(Multipath_Error)               \
-    APPLY(Pseudorange) APPLY(Issue_Of_Data_Time_Of_Day) APPLY(Carrier_Phase_Correction)            \
-    APPLY(Range_Rate_Correction_Factor) APPLY(Pseudorange_Correction_Factor)                       \
-    APPLY(Pseudorange_Correction) APPLY(Range_Rate_Correction) APPLY(PSF) APPLY(IODE) APPLY(SFO)   \
-    APPLY(SFC) APPLY(SF) APPLY(Delta_X) APPLY(Delta_Y) APPLY(Delta_Z) APPLY(Delta_T) APPLY(RoC_X)  \
-    APPLY(RoC_Y) APPLY(RoC_Z) APPLY(Tb) APPLY(Clock) APPLY(WL_Bias)
-// clang-format on
-
-#define LIST_MEMBER(NAME)                                                                          \
-    if constexpr (requires { record.NAME; }) {                                                     \
-        fields[prefix + #NAME] = static_cast<double>(record.NAME);                                 \
-    }
-
-template <class Record>
-void listOtherMembers(const Record& record, const std::string& prefix, Fields& fields)
+template <class Record, auto decodeKind, auto encodeKind>
+MainKind mainKindOf(int type, RTCM2_message_enum kind)
 {
-    FOR_EACH_OTHER_MEMBER(LIST_MEMBER)
-}
-
-template <class Record>
-void listMembers(const Record& record, const std::string& prefix, Fields& fields)
-{
-    fields[prefix + "kind"] = record.kind;
-    fields[prefix + "bit_count"] = record.bit_count;
-    FOR_EACH_MAIN_MEMBER(LIST_MEMBER)
-    listOtherMembers(record, prefix, fields);
-}
-
-template <class T>
-void listCharacters(const T* characters, unsigned count, const std::string& name, Fields& fields)
-{
-    for (unsigned i = 0; i < count; ++i) {
-        fields[name + "." + std::to_string(i)] = static_cast<std::uint8_t>(characters[i]);
-    }
-}
-
-// The array of sub-records, whatever its name.
-template <class Record>
-auto arrayOf(const Record& record)
-{
-    if constexpr (requires { record.Corrections->kind; }) {
-        return record.Corrections;
-    } else if constexpr (requires { record.Data->kind; }) {
-        return record.Data;
-    } else {
-        return nullptr;
-    }
-}
-
-template <class Record>
-Fields fieldsOf(const Record& record, unsigned elements)
-{
-    Fields fields;
-    listMembers(record, "", fields);
-    if constexpr (requires { record.Message; }) {
-        listCharacters(record.Message, std::min(record.Message_Length + 0U, 90U), "Message",
-                       fields);
-    }
-    if constexpr (requires { record.Data_Length; }) {
-        listCharacters(record.Data, std::min(record.Data_Length + 0U, 93U), "Data", fields);
-    }
-    if constexpr (requires { record.Antenna_Descriptor; }) {
-        listCharacters(record.Antenna_Descriptor, std::min(record.NAD + 0U, 31U),
-                       "Antenna_Descriptor", fields);
-        listCharacters(record.Antenna_Serial_Number,
-                       record.Serial_Flag == 1 ? std::min(record.NAS + 0U, 31U) : 0,
-                       "Antenna_Serial_Number", fields);
-    }
-    if constexpr (requires { record.Ns; }) {
-        const std::string name = requires
-        {
-            record.Corrections;
-        }
-        ? "Corrections." : "Data.";
-        for (unsigned i = 0; i < std::min(record.Ns + 0U, elements); ++i) {
-            const std::string prefix = name + std::to_string(i) + ".";
-            listMembers(arrayOf(record)[i], prefix, fields);
-            fields[prefix + "has_parent"] = arrayOf(record)[i].parent == &record;
-        }
-    }
-    return fields;
-}
-
-template <class Record>
-unsigned countOf(const Record& record)
-{
-    if constexpr (requires { record.Ns; }) {
-        return record.Ns;
-    } else {
-        return 0;
-    }
+    return {type, kind,
+            [](RTCM2_message_s& message, std::uint32_t& offset, const std::uint8_t* data,
+               std::uint16_t size, std::uint32_t declaredLength) {
+                return decodeKind(reinterpret_cast<Record*>(&message), &offset, data, size, nullptr,
+                                  declaredLength);
+            },
+            [](RTCM2_message_s& message, std::uint8_t* data, std::uint16_t size,
+               std::uint32_t& offset) {
+                return encodeKind(reinterpret_cast<Record*>(&message), data, size, &offset);
+            }};
 }
 
 #define MAIN_KIND(N)                                                                               \
-    MainKind                                                                                       \
-    {                                                                                              \
-        N, RTCM2_MESSAGE_TYPE_##N,                                                                 \
-            [](RTCM2_message_s& m) { return RTCM2_init_Message_Type_##N(&m.Message_Type_##N); },   \
-            [](RTCM2_message_s& m, std::uint32_t& offset, const std::uint8_t* data,                \
-               std::uint16_t size, void* parent, std::uint32_t declaredLength) {                   \
-                return rtcm2::layouts::decode_Message_Type_##N(&m.Message_Type_##N, &offset, data, \
-                                                               size, parent, declaredLength);      \
-            },                                                                                     \
-            [](RTCM2_message_s& m, std::uint8_t* data, std::uint16_t size,                         \
-               std::uint32_t& offset) {                                                            \
-                return rtcm2::layouts::encode_Message_Type_##N(&m.Message_Type_##N, data, size,    \
-                                                               &offset);                           \
-            },                                                                                     \
-            [](RTCM2_message_s& m, std::uint8_t* data, std::uint16_t size) {                       \
-                return RTCM2_encode_Message_Type_##N(data, size, &m.Message_Type_##N);             \
-            },                                                                                     \
-            [](RTCM2_message_s& m) {                                                               \
-                RTCM2_free_Message_Type_##N##_children(&m.Message_Type_##N);                       \
-            },                                                                                     \
-            [](const RTCM2_message_s& m, unsigned elements) {                                      \
-                return fieldsOf(m.Message_Type_##N, elements);                                     \
-            },                                                                                     \
-            [](const RTCM2_message_s& m) {                                                         \
-                return static_cast<const void*>(arrayOf(m.Message_Type_##N));                      \
-            },                                                                                     \
-            [](const RTCM2_message_s& m) { return countOf(m.Message_Type_##N); }                   \
+    mainKindOf<RTCM2_Message_Type_##N##_s, decode_Message_Type_##N, encode_Message_Type_##N>(      \
+        N, RTCM2_MESSAGE_TYPE_##N)
+
+// A row's name is for people; in code, what is neither a letter nor a digit is an underscore.
+std::string nameInCode(const char* name)
+{
+    std::string result;
+    for (; *name != '\0'; ++name) {
+        if (std::isalnum(static_cast<unsigned char>(*name))) {
+            result += *name;
+        } else if (!result.ends_with('_')) {
+            result += '_';
+        }
     }
+    return result;
+}
+
+double numberAt(const char* place, const MemberRow& row)
+{
+    const auto as = [place](auto value) {
+        std::memcpy(&value, place, sizeof value);
+        return static_cast<double>(value);
+    };
+    const bool isSigned = row.type == MemberType::signedInteger;
+    switch (row.size) {
+    case 1:
+        return isSigned ? as(std::int8_t{}) : as(std::uint8_t{});
+    case 2:
+        return isSigned ? as(std::int16_t{}) : as(std::uint16_t{});
+    case 4:
+        return isSigned ? as(std::int32_t{}) : as(std::uint32_t{});
+    default:
+        return row.type == MemberType::real ? as(double{}) : as(std::int64_t{});
+    }
+}
+
+unsigned lengthOf(const MemberRow& row, const KindRow& kind, const void* record)
+{
+    const MemberRow& length = kind.members[static_cast<std::size_t>(row.length)];
+    return static_cast<unsigned>(
+        numberAt(static_cast<const char*>(record) + length.offset, length));
+}
+
+const char* elementsOf(const MemberRow& row, const void* record)
+{
+    const char* elements = nullptr;
+    std::memcpy(&elements, static_cast<const char*>(record) + row.offset, sizeof elements);
+    return elements;
+}
+
+void listMembers(const KindRow& kind, const void* record, const void* parent,
+                 const std::string& prefix, unsigned mostElements, Fields& fields)
+{
+    const RecordStart start(record);
+    fields[prefix + "kind"] = start.kind;
+    fields[prefix + "bit_count"] = start.bitCount;
+    fields[prefix + "has_parent"] = start.parent == parent;
+    for (const MemberRow& row : kind.members) {
+        const std::string name = prefix + nameInCode(row.name);
+        const char* const place = static_cast<const char*>(record) + row.offset;
+        if (row.role == MemberRole::records) {
+            const KindRow& elementKind = kindRows()[row.element];
+            const char* element = elementsOf(row, record);
+            const unsigned count = std::min(lengthOf(row, kind, record), mostElements);
+            for (unsigned i = 0; i < count; ++i, element += elementKind.size) {
+                listMembers(elementKind, element, record, name + "." + std::to_string(i) + ".", 0,
+                            fields);
+            }
+        } else if (row.role != MemberRole::run) {
+            fields[name] = numberAt(place, row);
+        } else if (row.isPresent == nullptr || row.isPresent(record)) {
+            for (unsigned i = 0; i < std::min(lengthOf(row, kind, record), row.limit); ++i) {
+                fields[name + "." + std::to_string(i)] = numberAt(place + i, row);
+            }
+        }
+    }
+}
 
 }    // namespace
+
+const MemberRow* MainKind::array() const
+{
+    const auto found =
+        std::find_if(row().members.begin(), row().members.end(),
+                     [](const MemberRow& member) { return member.role == MemberRole::records; });
+    return found != row().members.end() ? &*found : nullptr;
+}
+
+const MemberRow* MainKind::count() const
+{
+    return array() ? &row().members[static_cast<std::size_t>(array()->length)] : nullptr;
+}
 
 std::string MainKind::name() const
 {
@@ -178,19 +147,54 @@ const MainKind& mainKind(int type)
     throw std::out_of_range("no main kind of type " + std::to_string(type));
 }
 
-TestMessage::TestMessage(const MainKind& kind) : m_kind(kind)
+std::vector<std::uint8_t> packedMessage(int type, unsigned words, std::size_t size,
+                                        std::uint8_t fill)
 {
-    std::memset(static_cast<void*>(&message), 0x2A, sizeof message);
-    kind.init(message);
+    std::vector<std::uint8_t> bytes{0x66, static_cast<std::uint8_t>(type << 2), 0x05, 0x8C,
+                                    0xA3, static_cast<std::uint8_t>(words << 3)};
+    bytes.resize(size, fill);
+    return bytes;
 }
 
-TestMessage::~TestMessage()
+void TestMessage::reset()
 {
     m_kind.release(message);
+    std::memset(static_cast<void*>(&message), 0x2A, sizeof message);
+    m_kind.row().init(&message);
 }
 
-std::int32_t TestMessage::decode(std::uint32_t& offset, const std::uint8_t* data,
-                                 std::uint16_t size, std::uint32_t declaredLength)
+std::int32_t TestMessage::decode(const std::vector<std::uint8_t>& bytes)
 {
-    return m_kind.decode(message, offset, data, size, nullptr, declaredLength);
+    reset();
+    ExactBuffer buffer(bytes);
+    return RTCM2_decode(nullptr, buffer.data(), buffer.size(), &message);
+}
+
+Fields TestMessage::fields(unsigned elements) const
+{
+    Fields fields;
+    listMembers(m_kind.row(), &message, nullptr, "", elements, fields);
+    return fields;
+}
+
+const char* TestMessage::array() const
+{
+    const MemberRow* const row = m_kind.array();
+    return row ? elementsOf(*row, &message) : nullptr;
+}
+
+unsigned TestMessage::count() const
+{
+    return m_kind.array() ? lengthOf(*m_kind.array(), m_kind.row(), &message) : 0;
+}
+
+void TestMessage::setCount(unsigned count)
+{
+    char* const place = reinterpret_cast<char*>(&message) + m_kind.count()->offset;
+    if (m_kind.count()->size == 1) {
+        *place = static_cast<char>(count);
+    } else {
+        const auto value = static_cast<std::uint16_t>(count);
+        std::memcpy(place, &value, sizeof value);
+    }
 }

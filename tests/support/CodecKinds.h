@@ -1,7 +1,7 @@
 // The main kinds of the codec behind one interface, for tests that treat all of them alike.
 #pragma once
 
-#include "RTCM2.h"
+#include "RTCM2_members.h"
 
 #include <cstdint>
 #include <cstring>
@@ -9,29 +9,42 @@
 #include <string>
 #include <vector>
 
-// The value of every member of a record by name. Elements of arrays have names like "Corrections.0"
-// with their members as in "Corrections.0.PRC"; characters count as unsigned bytes.
+// The value of every member of a record by its name in code, and of what it starts with. Elements
+// of arrays have names like "Corrections.0" with their members as in "Corrections.0.PRC";
+// characters count as unsigned bytes.
 using Fields = std::map<std::string, double>;
 
 struct MainKind {
     int type;
     RTCM2_message_enum kind;
-    std::int32_t (*init)(RTCM2_message_s&);
-    // The decoder and encoder that start at any bit, and the entries that start at bit 0.
+    // The decoder and encoder that start at any bit.
     std::int32_t (*decode)(RTCM2_message_s&, std::uint32_t& offset, const std::uint8_t* data,
-                           std::uint16_t size, void* parent, std::uint32_t declaredLength);
+                           std::uint16_t size, std::uint32_t declaredLength);
     std::int32_t (*encode)(RTCM2_message_s&, std::uint8_t* data, std::uint16_t size,
                            std::uint32_t& offset);
-    std::int32_t (*encodeMessage)(RTCM2_message_s&, std::uint8_t* data, std::uint16_t size);
-    void (*release)(RTCM2_message_s&);
-    // Lists at most `elements` elements of an array of sub-records.
-    Fields (*fields)(const RTCM2_message_s&, unsigned elements);
-    // Null and 0 for kinds without sub-records.
-    const void* (*array)(const RTCM2_message_s&);
-    unsigned (*count)(const RTCM2_message_s&);
 
+    const rtcm2::KindRow& row() const { return rtcm2::kindRows()[kind]; }
+    // The array of sub-records and its count; null for kinds without.
+    const rtcm2::MemberRow* array() const;
+    const rtcm2::MemberRow* count() const;
     // "MESSAGE_TYPE_1"
     std::string name() const;
+
+    std::int32_t encodeMessage(RTCM2_message_s& message, std::uint8_t* data,
+                               std::uint16_t size) const
+    {
+        return row().encode(data, size, &message);
+    }
+    void release(RTCM2_message_s& message) const { row().release(&message); }
+};
+
+// What every record, main or sub-record, starts with.
+struct RecordStart {
+    explicit RecordStart(const void* record) { std::memcpy(this, record, sizeof *this); }
+
+    RTCM2_message_enum kind;
+    std::uint32_t bitCount;
+    void* parent;
 };
 
 // All bytes of a record, to tell whether one has changed.
@@ -46,18 +59,29 @@ std::vector<std::uint8_t> bytesOf(const Record& record)
 const std::vector<MainKind>& mainKinds();
 const MainKind& mainKind(int type);
 
+// A message whose header declares so many words, of `size` bytes, those after the header being
+// `fill`.
+std::vector<std::uint8_t> packedMessage(int type, unsigned words, std::size_t size,
+                                        std::uint8_t fill = 0xA5);
+
 // A record in storage that holds a pattern, so that what was not written can be told, with the
 // release of its array.
 class TestMessage {
 public:
-    explicit TestMessage(const MainKind& kind);
-    ~TestMessage();
+    explicit TestMessage(const MainKind& kind) : message(), m_kind(kind) { reset(); }
+    ~TestMessage() { m_kind.release(message); }
     TestMessage(const TestMessage&) = delete;
     TestMessage& operator=(const TestMessage&) = delete;
 
-    std::int32_t decode(std::uint32_t& offset, const std::uint8_t* data, std::uint16_t size,
-                        std::uint32_t declaredLength = 0);
-    Fields fields(unsigned elements = ~0U) const { return m_kind.fields(message, elements); }
+    void reset();
+    // By RTCM2_decode without a context.
+    std::int32_t decode(const std::vector<std::uint8_t>& bytes);
+    // Lists at most `elements` elements of an array of sub-records.
+    Fields fields(unsigned elements = ~0U) const;
+    // The array of sub-records and its count; null and 0 for kinds without.
+    const char* array() const;
+    unsigned count() const;
+    void setCount(unsigned count);
 
     RTCM2_message_s message;
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cctype>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -25,16 +26,9 @@ std::string errorName(const std::string& kind, std::string member)
 
 class VectorReader {
 public:
-    explicit VectorReader(const std::string& path) : m_input(path)
+    explicit VectorReader(std::istream& input)
     {
-        if (!m_input) {
-            throw std::runtime_error("cannot read " + path);
-        }
-    }
-
-    std::vector<CodecVector> read()
-    {
-        for (std::string line; std::getline(m_input, line);) {
+        for (std::string line; std::getline(input, line);) {
             std::istringstream words(line);
             std::string key;
             words >> key;
@@ -43,19 +37,17 @@ public:
             }
         }
         finish();
-        return std::move(m_vectors);
     }
+
+    std::vector<CodecVector> vectors;
 
 private:
     void readLine(const std::string& key, std::istringstream& words, const std::string& line)
     {
         if (key == "message") {
             finish();
-            m_vectors.emplace_back();
-            m_vectors.back().title = line.substr(key.size() + 1);
-        } else if (key == "type") {
-            words >> m_vectors.back().type;
-            m_kind = "MESSAGE_TYPE_" + std::to_string(m_vectors.back().type);
+            vectors.emplace_back().title = line.substr(key.size() + 1);
+        } else if (key == "header") {
             readHeader(words);
         } else if (key == "wire") {
             readMembers(words, "", m_kind);
@@ -65,7 +57,7 @@ private:
             readText(words);
         } else if (key == "bytes") {
             for (std::string byte; words >> byte;) {
-                m_vectors.back().bytes.push_back(
+                vectors.back().bytes.push_back(
                     static_cast<std::uint8_t>(std::stoul(byte, nullptr, 16)));
             }
         } else {
@@ -75,27 +67,27 @@ private:
 
     void add(const std::string& path, const std::string& error, unsigned width, double value)
     {
-        CodecVector& vector = m_vectors.back();
-        (width == 0 ? vector.derived : vector.wire)
-            .push_back({path, error, width, value, vector.elements});
+        CodecVector& vector = vectors.back();
         vector.bits += width;
+        (width == 0 ? vector.derived : vector.wire)
+            .push_back({path, error, width, vector.bits, value, vector.elements});
     }
 
-    // Preamble, station, Z-count, sequence, words, health.
     void readHeader(std::istringstream& words)
     {
-        const std::pair<const char*, unsigned> members[] = {{"Reference_Station_Id", 10},
-                                                            {"Modified_Z_Count", 13},
-                                                            {"Sequence_No_", 3},
-                                                            {"No_Of_Data_Words", 5},
-                                                            {"Station_Health", 3}};
-        unsigned value = 0;
-        words >> std::hex >> value >> std::dec;
-        add("Preamble", errorName(m_kind, "Preamble"), 8, value);
-        add("Message_Type", errorName(m_kind, "Message_Type"), 6, m_vectors.back().type);
-        for (const auto& [member, width] : members) {
+        const std::pair<const char*, unsigned> members[] = {
+            {"Preamble", 8},          {"Message_Type", 6}, {"Reference_Station_Id", 10},
+            {"Modified_Z_Count", 13}, {"Sequence_No_", 3}, {"No_Of_Data_Words", 5},
+            {"Station_Health", 3}};
+        int values[std::size(members)] = {};
+        for (int& value : values) {
             words >> value;
-            add(member, errorName(m_kind, member), width, value);
+        }
+        vectors.back().type = values[1];
+        m_kind = "MESSAGE_TYPE_" + std::to_string(values[1]);
+        for (std::size_t i = 0; i < std::size(members); ++i) {
+            const auto& [member, width] = members[i];
+            add(member, errorName(m_kind, member), width, values[i]);
         }
     }
 
@@ -135,35 +127,35 @@ private:
             throw std::runtime_error("unknown line " + key);
         }
         const std::string prefix =
-            key.substr(0, colon) + "." + std::to_string(m_vectors.back().elements) + ".";
+            key.substr(0, colon) + "." + std::to_string(vectors.back().elements) + ".";
         readMembers(words, prefix, key.substr(colon + 1));
-        ++m_vectors.back().elements;
+        ++vectors.back().elements;
     }
 
     // The bytes follow from the members where the file does not give them.
     void finish()
     {
-        if (m_vectors.empty() || !m_vectors.back().bytes.empty()) {
+        if (vectors.empty() || !vectors.back().bytes.empty()) {
             return;
         }
-        CodecVector& vector = m_vectors.back();
+        CodecVector& vector = vectors.back();
         vector.bytes.resize((std::size_t{vector.bits} + 23) / 24 * 3);
-        unsigned offset = 0;
         for (const WireMember& member : vector.wire) {
-            slow::write(vector.bytes, offset, member.width,
+            slow::write(vector.bytes, member.end - member.width, member.width,
                         static_cast<std::uint64_t>(static_cast<std::int64_t>(member.value)));
-            offset += member.width;
         }
     }
 
-    std::ifstream m_input;
     std::string m_kind;
-    std::vector<CodecVector> m_vectors;
 };
 
 }    // namespace
 
-std::vector<CodecVector> readCodecVectors(const std::string& name)
+std::vector<CodecVector> readCodecVectors()
 {
-    return VectorReader(std::string(RTCM2_TEST_VECTORS) + "/" + name).read();
+    std::ifstream input(RTCM2_TEST_VECTORS);
+    if (!input) {
+        throw std::runtime_error("cannot read " RTCM2_TEST_VECTORS);
+    }
+    return VectorReader(input).vectors;
 }

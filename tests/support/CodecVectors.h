@@ -9,7 +9,8 @@
 struct WireMember {
     std::string path;     // "PRC" of element 0 is "Corrections.0.PRC"
     std::string error;    // name of the code for a buffer that ends before it
-    unsigned width;       // bits
+    unsigned width;       // bits; 0 for members that follow from others
+    unsigned end;         // the bit of the message after it
     double value;
     unsigned element;    // elements of the array before it
 };
@@ -18,7 +19,7 @@ struct CodecVector {
     std::string title;
     int type = 0;
     std::vector<WireMember> wire;
-    std::vector<WireMember> derived;    // members that are not on the wire; width 0
+    std::vector<WireMember> derived;    // members that are not on the wire
     std::vector<std::uint8_t> bytes;    // the message, filled up to whole words
     unsigned bits = 0;                  // of all wire members
     unsigned elements = 0;
@@ -30,5 +31,5 @@ struct CodecVector {
     }
 };
 
-// Reads tests/vectors/<name>, whose head tells the format. Throws std::runtime_error.
-std::vector<CodecVector> readCodecVectors(const std::string& name);
+// Reads tests/vectors/codec.txt, whose head tells the format. Throws std::runtime_error.
+std::vector<CodecVector> readCodecVectors();
