@@ -25,33 +25,7 @@ Bytes randomMessage(const MainKind& kind, std::mt19937& random)
     return bytes;
 }
 
-void expectSameAtEveryBit(const MainKind& kind, const Bytes& bytes, const TestMessage& message,
-                          std::int32_t result)
-{
-    // Elements after the one that failed are not written.
-    const unsigned elements = result > 0 ? ~0U : 0;
-    const std::uint32_t bits = message.message.header.bit_count;
-    for (unsigned shift = 1; shift <= 8; ++shift) {
-        SCOPED_TRACE(shift);
-        ExactBuffer shifted(
-            slow::overlay(Bytes((shift + 7) / 8 + bytes.size()), shift, bytes, bytes.size() * 8));
-        TestMessage again(kind);
-        std::uint32_t offset = shift;
-        const std::int32_t code =
-            kind.decode(again.message, offset, shifted.data(), shifted.size(), 0);
-        if (result > 0 || shift == 8) {
-            ASSERT_EQ(code, result);
-            ASSERT_EQ(again.fields(elements), message.fields(elements));
-            ASSERT_EQ(offset, shift + bits);
-        } else {
-            // The last byte has room for some more bits, so a later member may be the first that
-            // does not fit.
-            ASSERT_GE(again.message.header.bit_count, bits);
-        }
-    }
-}
-
-TEST(RandomMessages, DecodeAlikeAtEveryBitAndEncodeToTheBitsTheyCameFrom)
+TEST(RandomMessages, EncodeToTheBitsTheyCameFrom)
 {
     for (const MainKind& kind : mainKinds()) {
         SCOPED_TRACE(kind.type);
@@ -62,7 +36,6 @@ TEST(RandomMessages, DecodeAlikeAtEveryBitAndEncodeToTheBitsTheyCameFrom)
             TestMessage message(kind);
             const std::int32_t result = message.decode(bytes);
             ASSERT_LE(result, static_cast<std::int32_t>(bytes.size() * 8));
-            expectSameAtEveryBit(kind, bytes, message, result);
             if (result < 0) {
                 continue;
             }

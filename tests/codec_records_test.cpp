@@ -1,6 +1,4 @@
 // Records built by hand, their arrays and texts, and the limits of both.
-#include "RTCM2_layouts.h"
-
 #include "support/CodecKinds.h"
 #include "support/ExactBuffer.h"
 
@@ -257,29 +255,6 @@ TEST(CodecArrays, CountWithoutArrayIsNotEncoded)
                           kind.encodeMessage(message.message, target.data(), target.size())),
                       "RTCM2_ERR_" + kind.name() + "_INTERNAL");
         }
-    }
-}
-
-// A sub-record by itself, which starts at a byte or not.
-TEST(CodecArrays, DeclaredLengthOfASubRecordSkipsPaddingAndRefusesLongerOnes)
-{
-    for (const std::uint32_t start : {0U, 8U, 3U}) {
-        ExactBuffer buffer(start + 5);
-        int parent = 0;
-        const auto expect = [&](std::uint32_t declared, std::int32_t result, std::uint32_t end) {
-            RTCM2_DGNSS_s record;
-            std::uint32_t offset = start;
-            EXPECT_EQ(rtcm2::layouts::decode_DGNSS(&record, &offset, buffer.data(), buffer.size(),
-                                                   &parent, declared),
-                      result);
-            EXPECT_EQ(offset, end);
-            EXPECT_EQ(record.bit_count, 40U);
-            EXPECT_EQ(record.parent, &parent);
-        };
-        expect(0, 40, start + 40);
-        expect(40, 40, start + 40);
-        expect(70, 70, start + 70);
-        expect(39, RTCM2_ERR_DGNSS_ISSUE_OF_DATA_SIZE_UNDERFLOW, start + 40);
     }
 }
 

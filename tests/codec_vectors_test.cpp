@@ -88,7 +88,7 @@ TEST_P(CodecVectors, DecodesToTheListedMembers)
     }
 }
 
-TEST_P(CodecVectors, EncodesToTheSameBitsAndNoOther)
+TEST_P(CodecVectors, DecodesAndEncodesTheSameBitsAndNoOtherAtEveryBit)
 {
     for (const std::uint8_t fill : {std::uint8_t{0x00}, std::uint8_t{0xFF}}) {
         for (unsigned shift = 0; shift < 8; ++shift) {
@@ -100,6 +100,12 @@ TEST_P(CodecVectors, EncodesToTheSameBitsAndNoOther)
             EXPECT_EQ(offset, shift + m_vector.bits);
             EXPECT_EQ(m_message.message.header.bit_count, m_vector.bits);
             EXPECT_EQ(target.bytes(), expected) << "fill " << +fill << " shift " << shift;
+
+            offset = shift;
+            EXPECT_EQ(decodeAt(offset, m_vector.bits + 7),
+                      static_cast<std::int32_t>(m_vector.bits));
+            EXPECT_EQ(offset, shift + m_vector.bits);
+            expectMembers(m_vector.bits);
         }
     }
 }
@@ -135,10 +141,8 @@ TEST_P(CodecVectors, DeclaredLengthSkipsPaddingAndRefusesLongerRecords)
     const unsigned bits = m_vector.bits;
     const Case cases[] = {
         {3, bits, "", 3 + bits},
-        {8, bits + 1, "", 9 + bits},
-        {5, bits + 100, "", 105 + bits},
+        {8, bits + 100, "", 108 + bits},
         {8, bits - 1, "_SIZE_UNDERFLOW", 8 + bits},
-        {3, 1, "_SIZE_UNDERFLOW", 3 + bits},
         // The end wraps to one below the start.
         {8, 0xFFFFFFF9, "_INTERNAL", 1},
     };

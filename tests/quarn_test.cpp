@@ -9,7 +9,6 @@
 #include <limits>
 #include <random>
 #include <string>
-#include <sys/wait.h>
 #include <type_traits>
 #include <unistd.h>
 #include <utility>
@@ -91,45 +90,6 @@ TEST(Quarn, EveryTypeReadsAndWritesEveryWidthAtEveryBit)
     checkEveryPlace(ACCESS(INT64, std::int64_t, 33, 64));
 }
 
-TEST(Quarn, ReadsExamples)
-{
-    const std::uint8_t fiveOnes[] = {0x1F, 0x00};
-    std::uint8_t u8 = 0;
-    std::int8_t i8 = 0;
-    quarn_read_UINT8(fiveOnes, 2, 3, 5, &u8);
-    quarn_read_INT8(fiveOnes, 2, 3, 5, &i8);
-    EXPECT_EQ(u8, 31);
-    EXPECT_EQ(i8, -1);
-
-    const std::uint8_t tenOnes[] = {0x03, 0xFF, 0xC0};
-    std::uint16_t u16 = 0;
-    quarn_read_UINT16(tenOnes, 3, 6, 10, &u16);
-    EXPECT_EQ(u16, 1023);
-
-    const std::uint8_t lowest[] = {0x80, 0, 0, 0, 0};
-    std::int16_t i16 = 0;
-    std::int64_t i64 = 0;
-    quarn_read_INT16(lowest, 5, 0, 16, &i16);
-    EXPECT_EQ(i16, -32768);
-    quarn_read_INT16(lowest, 5, 0, 14, &i16);
-    EXPECT_EQ(i16, -8192);
-    quarn_read_INT64(lowest, 5, 0, 38, &i64);
-    EXPECT_EQ(i64, -137438953472);
-}
-
-TEST(Quarn, WritesExamples)
-{
-    ExactBuffer zeros(2);
-    ExactBuffer ones(2, 0xFF);
-    quarn_write_UINT8(zeros.data(), 2, 6, 3, 5);
-    quarn_write_UINT8(ones.data(), 2, 6, 3, 0);
-    EXPECT_EQ(zeros.bytes(), (std::vector<std::uint8_t>{0x02, 0x80}));
-    EXPECT_EQ(ones.bytes(), (std::vector<std::uint8_t>{0xFC, 0x7F}));
-    ExactBuffer nibble(1);
-    quarn_write_INT8(nibble.data(), 1, 0, 4, -3);
-    EXPECT_EQ(nibble.bytes(), (std::vector<std::uint8_t>{0xD0}));
-}
-
 // The form with constant position and width, and the one without assertions.
 template <class T, unsigned Offset, unsigned Width>
 void checkConstantForm(std::mt19937& random)
@@ -162,44 +122,8 @@ TEST(Quarn, ConstantFormAgreesWithTheRunTimeForm)
     checkConstantWidths(std::make_integer_sequence<unsigned, 64>());
 }
 
-struct Death {
-    std::string output;
-    int status = -1;
-};
-
-// Runs `action` in a process of its own and returns what it printed on standard output. A process
-// that survives the action has the exit status 99.
-template <class Action>
-Death outputOfDyingProcess(Action action)
-{
-    int ends[2];
-    if (pipe(ends) != 0) {
-        return {};
-    }
-    std::fflush(stdout);
-    const pid_t child = fork();
-    if (child == 0) {
-        dup2(ends[1], STDOUT_FILENO);
-        close(ends[0]);
-        close(ends[1]);
-        action();
-        _exit(99);
-    }
-    close(ends[1]);
-    Death death;
-    char text[256];
-    for (ssize_t got; (got = read(ends[0], text, sizeof text)) > 0;) {
-        death.output.append(text, static_cast<std::size_t>(got));
-    }
-    close(ends[0]);
-    int status = 0;
-    waitpid(child, &status, 0);
-    death.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return death;
-}
-
 struct Breach {
-    const char* expression;
+    const char* expression;                // a pattern
     void (*action)(std::uint8_t* data);    // data has 10 bytes
 };
 
@@ -216,7 +140,7 @@ void writing(std::uint8_t* data)
     write(data, 10, Offset, Width, 0);
 }
 
-const char* const BOUNDS = "(offset + bit_len) <= (UINT32) (data_size * 8)";
+const char* const BOUNDS = "\\(offset \\+ bit_len\\) <= \\(UINT32\\) \\(data_size \\* 8\\)";
 
 const Breach BREACHES[] = {
     {BOUNDS, reading<std::uint8_t, quarn_read_BYTE, 73, 8>},
@@ -227,12 +151,9 @@ const Breach BREACHES[] = {
     // The bounds are tested before the width.
     {BOUNDS, reading<std::uint16_t, quarn_read_UINT16, 80, 3>},
     {"bit_len > 0", reading<char, quarn_read_CHAR, 0, 0>},
-    {"bit_len > 0", reading<std::int8_t, quarn_read_INT8, 0, 0>},
-    {"bit_len <= 8", reading<char, quarn_read_CHAR, 0, 9>},
     {"bit_len <= 8", reading<std::int8_t, quarn_read_INT8, 0, 9>},
     {"bit_len > 8", reading<std::uint16_t, quarn_read_UINT16, 0, 8>},
     {"bit_len > 8", writing<quarn_write_UINT16, 0, 8>},
-    {"bit_len > 8", writing<quarn_write_INT16, 0, 8>},
     {"bit_len <= 16", reading<std::int16_t, quarn_read_INT16, 0, 17>},
     {"bit_len <= 16", writing<quarn_write_UINT16, 0, 17>},
     {"bit_len > 16", reading<std::int32_t, quarn_read_INT32, 0, 16>},
@@ -245,27 +166,33 @@ const Breach BREACHES[] = {
     {"bit_len <= 64", writing<quarn_write_UINT64, 0, 65>},
 };
 
+// Runs `action` in a process of its own, of whose outputs only the standard one is kept.
+template <class Action>
+void expectAssertion(Action action, const std::string& output)
+{
+    const auto run = [&] {
+        dup2(STDERR_FILENO, STDOUT_FILENO);
+        close(STDERR_FILENO);
+        action();
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(1), output);
+}
+
 TEST(Quarn, BrokenPreconditionEndsTheProcess)
 {
     ExactBuffer buffer(10);
-    for (std::size_t i = 0; i < std::size(BREACHES); ++i) {
-        SCOPED_TRACE(i);
-        const Death death = outputOfDyingProcess([&] { BREACHES[i].action(buffer.data()); });
-        EXPECT_EQ(death.status, 1);
-        const std::string end =
-            std::string(": Assertion failed '") + BREACHES[i].expression + "'\n";
-        EXPECT_TRUE(death.output.ends_with(end)) << death.output;
-        const std::string place = death.output.substr(0, death.output.size() - end.size());
-        EXPECT_NE(place.rfind(':'), std::string::npos) << death.output;
-        EXPECT_GT(std::atoi(place.substr(place.rfind(':') + 1).c_str()), 0) << death.output;
+    for (const Breach& breach : BREACHES) {
+        SCOPED_TRACE(&breach - BREACHES);
+        expectAssertion([&] { breach.action(buffer.data()); },
+                        std::string(":[1-9][0-9]*: Assertion failed '") + breach.expression +
+                            "'\n$");
     }
 }
 
 TEST(Quarn, FailedAssertionNamesFileLineAndExpression)
 {
-    const Death death = outputOfDyingProcess([] { quarn_assert_failed("a.c", 70000, "x > %d"); });
-    EXPECT_EQ(death.status, 1);
-    EXPECT_EQ(death.output, "a.c:70000: Assertion failed 'x > %d'\n");
+    expectAssertion([] { quarn_assert_failed("a.c", 70000, "x > %d"); },
+                    "^a.c:70000: Assertion failed 'x > %d'\n$");
 }
 
 TEST(Quarn, ReachesTheLastBitOfTheLargestBuffer)

@@ -33,44 +33,41 @@ public:
             std::string key;
             words >> key;
             if (!key.empty() && key[0] != '#') {
-                readLine(key, words, line);
+                readLine(key, words);
             }
         }
-        finish();
     }
 
     std::vector<CodecVector> vectors;
 
 private:
-    void readLine(const std::string& key, std::istringstream& words, const std::string& line)
+    void readLine(const std::string& key, std::istringstream& words)
     {
+        const std::size_t colon = key.find(':');
         if (key == "message") {
-            finish();
-            vectors.emplace_back().title = line.substr(key.size() + 1);
-        } else if (key == "header") {
             readHeader(words);
         } else if (key == "wire") {
             readMembers(words, "", m_kind);
-        } else if (key == "also") {
-            readMembers(words, "", "");
         } else if (key == "text") {
             readText(words);
-        } else if (key == "bytes") {
-            for (std::string byte; words >> byte;) {
-                vectors.back().bytes.push_back(
-                    static_cast<std::uint8_t>(std::stoul(byte, nullptr, 16)));
-            }
+        } else if (colon != std::string::npos) {
+            const std::string element = std::to_string(vectors.back().elements);
+            readMembers(words, key.substr(0, colon) + "." + element + ".", key.substr(colon + 1));
+            ++vectors.back().elements;
         } else {
-            readElement(key, words);
+            throw std::runtime_error("unknown line " + key);
         }
     }
 
     void add(const std::string& path, const std::string& error, unsigned width, double value)
     {
         CodecVector& vector = vectors.back();
-        vector.bits += width;
         (width == 0 ? vector.derived : vector.wire)
-            .push_back({path, error, width, vector.bits, value, vector.elements});
+            .push_back({path, error, width, vector.bits + width, value, vector.elements});
+        vector.bytes.resize((std::size_t{vector.bits} + width + 23) / 24 * 3);
+        slow::write(vector.bytes, vector.bits, width,
+                    static_cast<std::uint64_t>(static_cast<std::int64_t>(value)));
+        vector.bits += width;
     }
 
     void readHeader(std::istringstream& words)
@@ -83,7 +80,9 @@ private:
         for (int& value : values) {
             words >> value;
         }
-        vectors.back().type = values[1];
+        CodecVector& vector = vectors.emplace_back();
+        vector.type = values[1];
+        std::getline(words >> std::ws, vector.title);
         m_kind = "MESSAGE_TYPE_" + std::to_string(values[1]);
         for (std::size_t i = 0; i < std::size(members); ++i) {
             const auto& [member, width] = members[i];
@@ -116,33 +115,6 @@ private:
         for (std::string byte; words >> byte; ++i) {
             add(member + "." + std::to_string(i), errorName(m_kind, member), 8,
                 static_cast<double>(std::stoul(byte, nullptr, 16)));
-        }
-    }
-
-    // "Corrections:DGNSS" and the members of the next element.
-    void readElement(const std::string& key, std::istringstream& words)
-    {
-        const std::size_t colon = key.find(':');
-        if (colon == std::string::npos) {
-            throw std::runtime_error("unknown line " + key);
-        }
-        const std::string prefix =
-            key.substr(0, colon) + "." + std::to_string(vectors.back().elements) + ".";
-        readMembers(words, prefix, key.substr(colon + 1));
-        ++vectors.back().elements;
-    }
-
-    // The bytes follow from the members where the file does not give them.
-    void finish()
-    {
-        if (vectors.empty() || !vectors.back().bytes.empty()) {
-            return;
-        }
-        CodecVector& vector = vectors.back();
-        vector.bytes.resize((std::size_t{vector.bits} + 23) / 24 * 3);
-        for (const WireMember& member : vector.wire) {
-            slow::write(vector.bytes, member.end - member.width, member.width,
-                        static_cast<std::uint64_t>(static_cast<std::int64_t>(member.value)));
         }
     }
 

@@ -3,6 +3,7 @@
 
 #include "InputForm.h"
 
+#include <algorithm>
 #include <functional>
 #include <ostream>
 #include <random>
@@ -15,10 +16,10 @@ struct FoundFrame {
     framing::Frame::Kind kind;
     std::uint64_t begin;
     std::uint64_t end;
-    std::string damage;    // of damaged frames
+    std::string damage{};    // of damaged frames
     Bytes bytes;
     std::uint64_t number;
-    Bytes recorded;
+    Bytes recorded{};
 
     bool operator==(const FoundFrame&) const = default;
 };
@@ -44,6 +45,13 @@ struct FoundInput {
         }
         return messages;
     }
+
+    std::ptrdiff_t damaged() const
+    {
+        return std::count_if(frames.begin(), frames.end(), [](const FoundFrame& frame) {
+            return frame.kind == framing::Frame::Kind::damaged;
+        });
+    }
 };
 
 inline void collectFrames(PacketReader& reader, std::vector<FoundFrame>& frames)
@@ -62,9 +70,14 @@ inline void collectFrames(PacketReader& reader, std::vector<FoundFrame>& frames)
     }
 }
 
+inline std::size_t wholeInput()
+{
+    return std::size_t{1} << 30;
+}
+
 // `pieceSize` gives the size of the next piece each time.
 inline FoundInput readInput(InputForm form, const Bytes& input,
-                            const std::function<std::size_t()>& pieceSize)
+                            const std::function<std::size_t()>& pieceSize = wholeInput)
 {
     const std::unique_ptr<PacketReader> reader = makeReader(form);
     FoundInput found;
@@ -87,6 +100,6 @@ inline FoundInput readInput(InputForm form, const Bytes& input,
 inline std::vector<std::function<std::size_t()>> waysToCut()
 {
     const auto random = std::make_shared<std::mt19937>(7U);
-    return {[] { return std::size_t{1} << 30; }, [] { return std::size_t{1}; },
+    return {wholeInput, [] { return std::size_t{1}; },
             [random] { return std::size_t{1} + (*random)() % 40; }};
 }

@@ -70,6 +70,13 @@ void StreamBuilder::addMessage(std::span<const std::uint8_t> packed)
     }
 }
 
+Bytes StreamBuilder::addRandom(std::size_t dataWords, std::mt19937& random, unsigned station)
+{
+    Bytes message = makeMessage(dataWords, random, station);
+    addMessage(message);
+    return message;
+}
+
 void StreamBuilder::addWord(std::uint32_t data)
 {
     const bool d29 = bits_.size() >= 2 && bits_[bits_.size() - 2];

@@ -22,7 +22,8 @@ public:
 
     // Continues the parity from the two bits that now end the stream (zeros at its start).
     void addMessage(std::span<const std::uint8_t> packed);
-    void addWord(std::uint32_t data);
+    // Makes a message, adds and returns it.
+    Bytes addRandom(std::size_t dataWords, std::mt19937& random, unsigned station = 268);
 
     std::size_t bitCount() const { return bits_.size(); }
     void flip(std::size_t bit) { bits_[bit] = !bits_[bit]; }
@@ -32,5 +33,7 @@ public:
     Bytes bytes() const;
 
 private:
+    void addWord(std::uint32_t data);
+
     std::vector<bool> bits_;
 };
