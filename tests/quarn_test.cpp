@@ -36,58 +36,46 @@ T expectedValue(std::uint64_t bits, unsigned width)
     return static_cast<T>(bits);
 }
 
-template <class T>
-struct Access {
-    const char* name;
-    unsigned narrowest;
-    unsigned widest;
-    void (*read)(const std::uint8_t*, std::uint16_t, std::uint32_t, std::uint8_t, T*);
-    void (*write)(std::uint8_t*, std::uint16_t, std::uint32_t, std::uint8_t, T);
-};
-
 // Every width at every bit of a byte, the field's last byte being the last byte of its block.
-template <class T>
-void checkEveryPlace(const Access<T>& access)
+template <class T, auto readField, auto writeField>
+void checkEveryPlace(unsigned narrowest, unsigned widest)
 {
     std::mt19937 random(17);
-    for (unsigned width = access.narrowest; width <= access.widest; ++width) {
+    for (unsigned width = narrowest; width <= widest; ++width) {
         for (unsigned offset = 0; offset < 16; ++offset) {
-            SCOPED_TRACE(std::string(access.name) + " width " + std::to_string(width) + " offset " +
-                         std::to_string(offset));
+            SCOPED_TRACE("width " + std::to_string(width) + " offset " + std::to_string(offset));
             ExactBuffer buffer(randomBytes(random, (offset + width + 7) / 8));
             const auto before = buffer.bytes();
             const auto bitLength = static_cast<std::uint8_t>(width);
             T value{};
-            access.read(buffer.data(), buffer.size(), offset, bitLength, &value);
+            readField(buffer.data(), buffer.size(), offset, bitLength, &value);
             ASSERT_EQ(value, expectedValue<T>(slow::read(before, offset, width), width));
 
             const T written = static_cast<T>(std::uint64_t{random()} << 32 | random());
             auto expected = before;
             slow::write(expected, offset, width, static_cast<std::make_unsigned_t<T>>(written));
-            access.write(buffer.data(), buffer.size(), offset, bitLength, written);
+            writeField(buffer.data(), buffer.size(), offset, bitLength, written);
             ASSERT_EQ(buffer.bytes(), expected);
         }
     }
 }
 
-#define ACCESS(TYPE, STORAGE, FROM, TO)                                                            \
-    Access<STORAGE>                                                                                \
-    {                                                                                              \
-#TYPE, FROM, TO, quarn_read_##TYPE, quarn_write_##TYPE                                     \
-    }
+#define CHECK_TYPE(TYPE, STORAGE, FROM, TO)                                                        \
+    SCOPED_TRACE(#TYPE);                                                                           \
+    checkEveryPlace<STORAGE, quarn_read_##TYPE, quarn_write_##TYPE>(FROM, TO)
 
 TEST(Quarn, EveryTypeReadsAndWritesEveryWidthAtEveryBit)
 {
-    checkEveryPlace(ACCESS(BYTE, std::uint8_t, 1, 200));
-    checkEveryPlace(ACCESS(UINT8, std::uint8_t, 1, 200));
-    checkEveryPlace(ACCESS(CHAR, char, 1, 8));
-    checkEveryPlace(ACCESS(INT8, std::int8_t, 1, 8));
-    checkEveryPlace(ACCESS(UINT16, std::uint16_t, 9, 16));
-    checkEveryPlace(ACCESS(INT16, std::int16_t, 9, 16));
-    checkEveryPlace(ACCESS(UINT32, std::uint32_t, 17, 32));
-    checkEveryPlace(ACCESS(INT32, std::int32_t, 17, 32));
-    checkEveryPlace(ACCESS(UINT64, std::uint64_t, 33, 64));
-    checkEveryPlace(ACCESS(INT64, std::int64_t, 33, 64));
+    CHECK_TYPE(BYTE, std::uint8_t, 1, 200);
+    CHECK_TYPE(UINT8, std::uint8_t, 1, 200);
+    CHECK_TYPE(CHAR, char, 1, 8);
+    CHECK_TYPE(INT8, std::int8_t, 1, 8);
+    CHECK_TYPE(UINT16, std::uint16_t, 9, 16);
+    CHECK_TYPE(INT16, std::int16_t, 9, 16);
+    CHECK_TYPE(UINT32, std::uint32_t, 17, 32);
+    CHECK_TYPE(INT32, std::int32_t, 17, 32);
+    CHECK_TYPE(UINT64, std::uint64_t, 33, 64);
+    CHECK_TYPE(INT64, std::int64_t, 33, 64);
 }
 
 // The form with constant position and width, and the one without assertions.
