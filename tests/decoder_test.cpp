@@ -3,10 +3,8 @@
 #include "FieldInfo.h"
 #include "MessageInfo.h"
 #include "RTCM2Decoder.h"
-#include "RTCM2_Type_15_MessageInfo.h"
 #include "support/MessageHelpers.h"
 
-#include <QMetaClassInfo>
 #include <QMetaMethod>
 #include <QStringList>
 
@@ -31,7 +29,8 @@ using Bytes = std::vector<std::uint8_t>;
 
 const std::array<unsigned, 15> reportedTypes = {1,  3,  9,  15, 16, 18, 19, 20,
                                                 21, 22, 23, 24, 31, 32, 59};
-const std::array<unsigned, 11> wideAreaTypes = {38, 39, 40, 44, 46, 47, 48, 49, 50, 51, 52};
+const std::array<unsigned, 26> allTypes = {1,  3,  9,  15, 16, 18, 19, 20, 21, 22, 23, 24, 31,
+                                           32, 38, 39, 40, 44, 46, 47, 48, 49, 50, 51, 52, 59};
 
 // Five data words of zeros: enough for the layout of every type.
 Bytes zeros(unsigned type)
@@ -84,6 +83,7 @@ protected:
     }
 
     std::unique_ptr<Decoder> decoder = std::make_unique<Decoder>(nullptr);
+    const MessageInfo* subKind = RTCM2_FormatInfo::getInstance()->getSubMessageInfos().first();
     QStringList log;
     QVector<const Message*> seen;
     // What else happens with a message that is reported.
@@ -123,7 +123,6 @@ TEST_F(DecoderTest, KeptMessageOutlivesItsDecoder)
     const FieldInfo* corrections = kept->getMessageInfo()->getFieldInfos().last();
     const Message* third = corrections->getValue(kept, 2).toSubMessage();
     EXPECT_EQ(third->getRawStringFor(QVector<bool>(5, true)), QStringLiteral("01;01;5;-23131;-91"));
-    EXPECT_EQ(liveMessages(), 4);
     kept->removeReference();
     EXPECT_EQ(liveMessages(), 0);
 }
@@ -136,23 +135,19 @@ TEST_F(DecoderTest, ElementsPointAtTheRecordOfTheObject)
         std::uint32_t bitCount;
         const void* parent;
     };
-    unsigned elements = 0;
+    int elements = 0;
     receive = [&](const QString&, const Message* message) {
-        const void* record = RecordPeek::recordOf(message);
         const FieldInfo* last = message->getMessageInfo()->getFieldInfos().last();
         for (unsigned i = 0; i < last->getCount(message); ++i, ++elements) {
             Head head;
             const Message* element = last->getValue(message, i).toSubMessage();
             std::memcpy(&head, RecordPeek::recordOf(element), sizeof head);
-            EXPECT_EQ(head.parent, record);
+            EXPECT_EQ(head.parent, RecordPeek::recordOf(message));
             EXPECT_EQ(element->getParentMessage(), message);
         }
     };
-    for (const unsigned type : {1U, 9U, 31U, 15U, 18U, 19U, 20U, 21U}) {
-        elements = 0;
-        EXPECT_GT(decode(zeros(type)), 48) << type;
-        EXPECT_GE(elements, 3 * 2U) << type;
-    }
+    EXPECT_GT(decode(zeros(15)), 48);
+    EXPECT_EQ(elements, 3 * 3);
 }
 
 TEST_F(DecoderTest, ExceptionsOfReceiversReachTheCaller)
@@ -176,7 +171,7 @@ TEST_F(DecoderTest, ExceptionsOfReceiversReachTheCaller)
 
 TEST_F(DecoderTest, UnknownTypes)
 {
-    for (const unsigned type : {0U, 2U, 17U, 45U, 63U}) {
+    for (const unsigned type : {0U, 45U, 63U}) {
         const QString number = QString::number(type);
         const QStringList reports(
             {"event 3 RTCM2: Message type " + number + " unknown to PC software",
@@ -186,7 +181,6 @@ TEST_F(DecoderTest, UnknownTypes)
         // Too short to have a type: the last unknown one is reported again.
         EXPECT_EQ(decode(Bytes{0x66}), RTCM2_ERR_INVALID_MESSAGE);
         EXPECT_EQ(log, reports);
-        EXPECT_GT(decode(zeros(1)), 0);
     }
 }
 
@@ -200,23 +194,13 @@ TEST_F(DecoderTest, DecodingErrorsAreReportedByName)
     };
     const Case cases[] = {
         {1, 5, 2, "RTCM2_ERR_DGNSS_PRC_EXT_BUFFER_OVERFLOW", -12},
-        {1, 5, 10, "RTCM2_ERR_DGNSS_SCALE_FACTOR_EXT_BUFFER_OVERFLOW", -9},
         {16, 31, 93, "RTCM2_ERR_MESSAGE_TYPE_16_MESSAGE_INT_BUFFER_OVERFLOW", -130},
         {38, 1, 3, "RTCM2_ERR_MESSAGE_TYPE_38_SLOT_BITMAP_EXT_BUFFER_OVERFLOW", -309},
-        {38, 1, 12, "RTCM2_ERR_JPL_48_SF_EXT_BUFFER_OVERFLOW", -90},
         {40, 1, 12, "RTCM2_ERR_OCDS_40_WL_BIAS_EXT_BUFFER_OVERFLOW", -101},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(decode(packed(c.type, c.words, Bytes(c.payload))), c.result) << c.name;
         EXPECT_EQ(log, QStringList(QStringLiteral("event 4 RTCM2: ") + c.name));
-    }
-}
-
-TEST_F(DecoderTest, WideAreaMessagesAreReportedToNobody)
-{
-    for (const unsigned type : wideAreaTypes) {
-        EXPECT_GT(decode(zeros(type)), 48) << type;
-        EXPECT_TRUE(log.isEmpty()) << type;
     }
 }
 
@@ -242,16 +226,13 @@ TEST_F(DecoderTest, EveryOutcomeReturnsItsMemory)
     EXPECT_LT(usedAfterRounds(200), before + 4096);
 }
 
-TEST_F(DecoderTest, MessageEnumsAreKindsOfTheCodec)
+TEST_F(DecoderTest, DescriptorsStandForKindsOfTheCodec)
 {
     const auto* format = RTCM2_FormatInfo::getInstance();
-    QVector<int> values;
     for (const MessageInfo* info : format->getSubMessageInfos() + format->getMessageInfos()) {
-        values << decoder->getMessageEnum(info);
+        const QString name = "RTCM2_" + info->getName().toUpper().replace(' ', '_');
+        EXPECT_EQ(RTCM2_message_enum_to_string(decoder->getMessageEnum(info)), name.toStdString());
     }
-    EXPECT_EQ(values, QVector<int>({1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15,
-                                    23, 16, 24, 25, 17, 26, 27, 28, 29, 18, 19, 20, 30, 21, 22}));
-    EXPECT_EQ(decoder->getName(), QStringLiteral("RTCM2"));
 }
 
 QStringList disabledReport(unsigned type)
@@ -270,35 +251,26 @@ TEST_F(DecoderTest, KindsAreSwitchedByDescriptor)
             decode(zeros(type));
             EXPECT_EQ(log == disabledReport(type), i == off) << type << " " << off;
         }
-        decode(zeros(44));
-        EXPECT_TRUE(log.isEmpty());
         EXPECT_TRUE(decoder->enableMessage(kinds[off]));
     }
 }
 
 TEST_F(DecoderTest, AllKindsAreSwitchedTogether)
 {
-    const MessageInfo* subKind = RTCM2_Type_15_MessageInfo::getInstance();
-    EXPECT_FALSE(decoder->isMessageEnabled(subKind));
     for (const bool subKindEnabled : {true, false}) {
         subKindEnabled ? decoder->enableMessage(subKind) : decoder->disableMessage(subKind);
         decoder->disableAllMessages();
         EXPECT_EQ(decoder->isMessageEnabled(subKind), subKindEnabled);
-        for (const unsigned type : reportedTypes) {
-            EXPECT_LE(decode(zeros(type)), -438);
-            EXPECT_EQ(log, disabledReport(type));
-        }
-        for (const unsigned type : wideAreaTypes) {
+        for (const unsigned type : allTypes) {
             EXPECT_LE(decode(zeros(type)), -438);
             EXPECT_EQ(log, disabledReport(type));
         }
         decoder->enableAllMessages();
         EXPECT_EQ(decoder->isMessageEnabled(subKind), subKindEnabled);
-        for (const unsigned type : reportedTypes) {
+        for (const unsigned type : allTypes) {
             EXPECT_GT(decode(zeros(type)), 0) << type;
-        }
-        for (const unsigned type : wideAreaTypes) {
-            EXPECT_GT(decode(zeros(type)), 0) << type;
+            const bool isReported = type < 33 || type == 59;
+            EXPECT_EQ(log.size(), isReported ? 3 : 0) << type;
         }
     }
 }
@@ -306,12 +278,11 @@ TEST_F(DecoderTest, AllKindsAreSwitchedTogether)
 TEST_F(DecoderTest, ValuesOfNoKindSwitchNothing)
 {
     decode(zeros(2));
-    const MessageInfo* info = RTCM2_Type_15_MessageInfo::getInstance();
-    for (const int value : {INT_MIN, -8, -1, 0, 42, 46, 47, 48, 54, 55, 56, 1000, INT_MAX}) {
-        decoder->setMessageEnum(info, value);
+    for (const int value : {INT_MIN, -1, 0, 42, 46, 48, 1000, INT_MAX}) {
+        decoder->setMessageEnum(subKind, value);
         for (const bool on : {true, false}) {
-            EXPECT_TRUE(on ? decoder->enableMessage(info) : decoder->disableMessage(info));
-            EXPECT_FALSE(decoder->isMessageEnabled(info)) << value;
+            EXPECT_TRUE(on ? decoder->enableMessage(subKind) : decoder->disableMessage(subKind));
+            EXPECT_FALSE(decoder->isMessageEnabled(subKind)) << value;
             decode(Bytes{0x66});
             EXPECT_EQ(log.last(), QStringLiteral("unknown Message type 2")) << value;
         }
@@ -340,25 +311,7 @@ TEST_F(DecoderTest, KindWithoutTreatmentIsInconsistent)
     EXPECT_EQ(log, QStringList(QStringLiteral("event 5 RTCM2: Inconsistent decoder state")));
 }
 
-TEST(DecoderMetaObject, HasTheSlotAndNothingElse)
-{
-    const QMetaObject& meta = RTCM2Decoder::staticMetaObject;
-    EXPECT_STREQ(meta.className(), "RTCM2Decoder");
-    EXPECT_EQ(meta.superClass(), &AbstractDecoder::staticMetaObject);
-    EXPECT_EQ(meta.methodCount() - meta.methodOffset(), 1);
-    EXPECT_EQ(meta.propertyCount(), meta.propertyOffset());
-    EXPECT_EQ(meta.enumeratorCount(), meta.enumeratorOffset());
-    EXPECT_EQ(meta.classInfoCount(), meta.classInfoOffset());
-    EXPECT_EQ(meta.constructorCount(), 0);
-    const QMetaMethod slot = meta.method(meta.methodOffset());
-    EXPECT_EQ(slot.methodSignature(), QByteArray("decodeMessage(const uint8_t*,uint)"));
-    EXPECT_EQ(slot.parameterNames(), QList<QByteArray>({"buffer", "maxlength"}));
-    EXPECT_STREQ(slot.typeName(), "int32_t");
-    EXPECT_EQ(slot.methodType(), QMetaMethod::Slot);
-    EXPECT_EQ(slot.access(), QMetaMethod::Public);
-}
-
-TEST(DecoderMetaObject, InvokesTheVirtualFunction)
+TEST(DecoderMetaObject, HasOneSlotThatCallsTheVirtualFunction)
 {
     class Doubled : public RTCM2Decoder {
     public:
@@ -368,18 +321,19 @@ TEST(DecoderMetaObject, InvokesTheVirtualFunction)
             return 2 * RTCM2Decoder::decodeMessage(buffer, size);
         }
     };
-    RTCM2Decoder plain(nullptr);
-    Doubled doubled(nullptr);
+    Doubled decoder(nullptr);
     const Bytes bytes = packed(1, 0);
-    const auto invoke = [&](RTCM2Decoder& decoder) {
-        int32_t result = 0;
-        EXPECT_TRUE(QMetaObject::invokeMethod(
-            &decoder, "decodeMessage", Qt::DirectConnection, Q_RETURN_ARG(int32_t, result),
-            Q_ARG(const uint8_t*, bytes.data()), Q_ARG(uint, static_cast<uint>(bytes.size()))));
-        return result;
-    };
-    EXPECT_EQ(invoke(plain), 48);
-    EXPECT_EQ(invoke(doubled), 96);
+    int32_t result = 0;
+    EXPECT_TRUE(QMetaObject::invokeMethod(
+        &decoder, "decodeMessage", Qt::DirectConnection, Q_RETURN_ARG(int32_t, result),
+        Q_ARG(const uint8_t*, bytes.data()), Q_ARG(uint, static_cast<uint>(bytes.size()))));
+    EXPECT_EQ(result, 96);
+    const QMetaObject& meta = RTCM2Decoder::staticMetaObject;
+    EXPECT_EQ(meta.superClass(), &AbstractDecoder::staticMetaObject);
+    EXPECT_EQ(meta.methodCount() - meta.methodOffset(), 1);
+    const QMetaMethod slot = meta.method(meta.methodOffset());
+    EXPECT_EQ(slot.parameterNames(), QList<QByteArray>({"buffer", "maxlength"}));
+    EXPECT_EQ(slot.methodType(), QMetaMethod::Slot);
 }
 
 }    // namespace

@@ -1,24 +1,14 @@
 #include "FieldInfo.h"
 #include "MessageInfo.h"
 #include "RTCM2Decoder.h"
-#include "RTCM2_JPL_46_Message.h"
-#include "RTCM2_JPL_47_Message.h"
-#include "RTCM2_JPL_48_Message.h"
-#include "RTCM2_JPL_49_Message.h"
 #include "RTCM2_Message_Type_15_Message.h"
 #include "RTCM2_Message_Type_16_Message.h"
-#include "RTCM2_Message_Type_18_Message.h"
 #include "RTCM2_Message_Type_1_Message.h"
 #include "RTCM2_Message_Type_21_Message.h"
 #include "RTCM2_Message_Type_22_Message.h"
 #include "RTCM2_Message_Type_23_Message.h"
-#include "RTCM2_Message_Type_24_Message.h"
 #include "RTCM2_Message_Type_59_Message.h"
-#include "RTCM2_OCDS_39_Message.h"
-#include "RTCM2_OCDS_40_Message.h"
-#include "RTCM2_OCDS_51_Message.h"
 #include "RTCM2_OCDS_52_Message.h"
-#include "RTCM2_WACorrection_Message.h"
 #include "support/MessageHelpers.h"
 
 #include <QStringList>
@@ -73,24 +63,17 @@ std::unique_ptr<RTCM2_Message_Type_1_Message> corrections(unsigned n)
 
 TEST(RawLine, SelectsAndSeparates)
 {
-    const std::unique_ptr<RTCM2_Message_Type_1_Message> message = corrections(6);
-    auto* record = static_cast<RTCM2_Message_Type_1_s*>(
-        const_cast<void*>(RecordPeek::recordOf(message.get())));
-    record->Reference_Station_Id = 100;
-    record->Modified_Z_Count = 4000;
-    record->Sequence_No_ = 3;
-    record->No_Of_Data_Words = 10;
-    const QString line =
-        QStringLiteral("66;1;100;4000;3;10;00;6;submsg submsg submsg submsg submsg submsg");
-    EXPECT_EQ(message->getRawStringFor(QVector<bool>(9, true)), line);
-    EXPECT_EQ(message->getRawStringFor(all), line);
+    const auto message = corrections(6);
+    EXPECT_EQ(message->getRawStringFor(all),
+              QStringLiteral("66;1;0;0;0;0;00;6;submsg submsg submsg submsg submsg submsg"));
     EXPECT_EQ(message->getRawStringFor(only({1, 6})), QStringLiteral("1;00"));
-    EXPECT_EQ(message->getRawStringFor(QVector<bool>(3, true)), QStringLiteral("66;1;100"));
+    EXPECT_EQ(message->getRawStringFor(QVector<bool>(3, true)), QStringLiteral("66;1;0"));
     EXPECT_EQ(message->getRawStringFor({}), QString());
     Message::fieldSeparator = QStringLiteral(" | ");
     EXPECT_EQ(message->getRawStringFor(only({0, 7})), QStringLiteral("66 | 6"));
     Message::fieldSeparator = QStringLiteral(";");
     EXPECT_TRUE(message->getSubMessages().isEmpty());
+    EXPECT_EQ(corrections(0)->getRawStringFor(all), QStringLiteral("66;1;0;0;0;0;00;0;"));
 }
 
 TEST(RawLine, AbsentFieldsLeaveEmptySlots)
@@ -106,22 +89,8 @@ TEST(RawLine, AbsentFieldsLeaveEmptySlots)
         extended.No_Of_Data_Words = words;
         EXPECT_EQ(message.getRawStringFor(only({9, 10, 11, 12, 13, 14, 15, 16, 17, 18})),
                   QString::fromLatin1(lines[words]));
-        EXPECT_EQ(message.hasReserved(), words == 2 || words == 3);
-        EXPECT_EQ(message.hasL2_ECEF_Delta_Z(), words == 3);
     }
     EXPECT_EQ(message.getRawStringFor(only({10})), QString());
-
-    auto point = made(RTCM2_init_Message_Type_24);
-    point.ECEF_X = -137438953472;
-    point.ECEF_Y = 137438953471;
-    point.Antenna_Height = 262143;
-    const RTCM2_Message_Type_24_Message reference(&point, false);
-    const QVector<bool> fields = only({7, 8, 9, 13, 14, 15});
-    EXPECT_EQ(reference.getRawStringFor(fields),
-              QStringLiteral("-137438953472;00;137438953471;00;;"));
-    point.Height_Indicator = 1;
-    EXPECT_EQ(reference.getRawStringFor(fields),
-              QStringLiteral("-137438953472;00;137438953471;01;262143;00"));
 }
 
 TEST(RawLine, TextsAndBytes)
@@ -129,21 +98,16 @@ TEST(RawLine, TextsAndBytes)
     auto special = made(RTCM2_init_Message_Type_16);
     const RTCM2_Message_Type_16_Message text(&special, false);
     EXPECT_EQ(text.getRawStringFor(only({8})), QString());
-    RTCM2_strcpy_Message_Type_16_Message(&special, "Gr\xFC\xDF"
-                                                   "e\nand more");
-    EXPECT_EQ(text.getRawStringFor(only({7, 8})), QString::fromLatin1("14;Gr\xFC\xDF"
-                                                                      "e\nand more"));
-    special.Message[5] = '\0';
-    EXPECT_EQ(text.getRawStringFor(only({7, 8})), QString::fromLatin1("14;Gr\xFC\xDF"
-                                                                      "e"));
+    RTCM2_strcpy_Message_Type_16_Message(&special, "Gr\xFC\xDF\nand more");
+    EXPECT_EQ(text.getRawStringFor(only({7, 8})), QString::fromLatin1("13;Gr\xFC\xDF\nand more"));
+    special.Message[4] = '\0';
+    EXPECT_EQ(text.getRawStringFor(only({7, 8})), QString::fromLatin1("13;Gr\xFC\xDF"));
     // The text ends with the announced number, the terminator included.
     special.Message_Length = 2;
     EXPECT_EQ(text.getRawStringFor(only({8})), QString::fromLatin1("Gr\xFC"));
-    EXPECT_EQ(text.getMessageVector(), QVector<char>({'G', 'r', '\xFC'}));
 
-    const auto record = antenna(1);
-    auto copy = record;
-    const RTCM2_Message_Type_23_Message antennaMessage(&copy, false);
+    auto record = antenna(1);
+    const RTCM2_Message_Type_23_Message antennaMessage(&record, false);
     EXPECT_EQ(antennaMessage.getRawStringFor(only({9, 10, 11, 14, 15})),
               QString::fromLatin1("01;5;ANT \xE9;2;S1"));
 
@@ -151,19 +115,15 @@ TEST(RawLine, TextsAndBytes)
     const unsigned char bytes[] = {1, 2, 3, 10, 11, 12, 13, 14, 15};
     RTCM2_memcpy_Message_Type_59_Data(&proprietary, bytes, 9);
     const RTCM2_Message_Type_59_Message data(&proprietary, false);
-    const std::pair<std::uint8_t, const char*> groups[] = {{0, ""},
-                                                           {1, "01"},
-                                                           {4, "0102030a"},
-                                                           {5, "0102030a 0b"},
-                                                           {8, "0102030a 0b0c0d0e"},
-                                                           {9, "0102030a 0b0c0d0e 0f"}};
+    const std::pair<std::uint8_t, const char*> groups[] = {
+        {0, ""}, {4, "0102030a"}, {5, "0102030a 0b"}, {9, "0102030a 0b0c0d0e 0f"}};
     for (const auto& [length, line] : groups) {
         proprietary.Data_Length = length;
         EXPECT_EQ(data.getRawStringFor(only({8})), QString::fromLatin1(line));
     }
 }
 
-TEST(RawLine, DoNotUseAndFloatingPoint)
+TEST(RawLine, ValuesNotToBeUsed)
 {
     auto element = made(RTCM2_init_Type_15);
     const RTCM2_Type_15_Message delay(&element, nullptr, false);
@@ -174,12 +134,6 @@ TEST(RawLine, DoNotUseAndFloatingPoint)
     Message::useDoNotUseString = true;
     element.Rate_Of_Change = -8191;
     EXPECT_EQ(delay.getRawStringFor(only({4})), QStringLiteral("-8191"));
-
-    auto range = made(RTCM2_init_RTK_21);
-    range.PSF = 0.32;
-    range.Range_Rate_Correction = -128;
-    const RTCM2_RTK_21_Message correction(&range, nullptr, false);
-    EXPECT_EQ(correction.getRawStringFor(only({11, 12})), QStringLiteral("-128;0.320000"));
 }
 
 TEST(RawLine, CountsBeyondTheCapacityReadNothingElse)
@@ -191,13 +145,12 @@ TEST(RawLine, CountsBeyondTheCapacityReadNothingElse)
     const RTCM2_Message_Type_16_Message text(special.get(), false);
     EXPECT_EQ(text.getRawStringFor(only({8})), QString(91, QLatin1Char('x')));
     EXPECT_EQ(text.getMessageVector().size(), 256);
-    EXPECT_EQ(text.getMessage(255), '\0');
+    EXPECT_EQ(text.getMessage(91), '\0');
 
     const auto record = std::make_unique<RTCM2_Message_Type_59_s>(made(RTCM2_init_Message_Type_59));
     record->Data_Length = 255;
     const RTCM2_Message_Type_59_Message data(record.get(), false);
     EXPECT_EQ(data.getRawStringFor(only({8})).size(), 2 * 93 + 23);
-    EXPECT_EQ(data.getDataVector().size(), 255);
 }
 
 // Raw lines and descriptors must agree about every field of a message.
@@ -247,47 +200,6 @@ TEST(RawLine, AgreesWithTheDescriptors)
     EXPECT_EQ(messages, 15 * 20);
 }
 
-template <class ElementMessage, class Record>
-void expectElements(unsigned type, Record RTCM2_message_s::*member, void (*release)(Record*))
-{
-    std::mt19937 random(type);
-    std::vector<std::uint8_t> payload(60);
-    std::generate(payload.begin(), payload.end(), random);
-    const auto bytes = packed(type, 20, payload);
-    RTCM2_message_s decoded;
-    ASSERT_GT(
-        RTCM2_decode(nullptr, bytes.data(), static_cast<std::uint16_t>(bytes.size()), &decoded), 0);
-    Record& record = decoded.*member;
-    ASSERT_GT(record.Ns, 4) << type;
-    for (unsigned i = 0; i < record.Ns; ++i) {
-        expectLineOfDescriptors(ElementMessage(record.Corrections + i, nullptr, false));
-    }
-    release(&record);
-}
-
-TEST(RawLine, AgreesWithTheDescriptorsOfWideAreaElements)
-{
-    using Any = RTCM2_message_s;
-    expectElements<RTCM2_OCDS_39_Message>(39, &Any::Message_Type_39,
-                                          RTCM2_free_Message_Type_39_children);
-    expectElements<RTCM2_OCDS_40_Message>(40, &Any::Message_Type_40,
-                                          RTCM2_free_Message_Type_40_children);
-    expectElements<RTCM2_WACorrection_Message>(44, &Any::Message_Type_44,
-                                               RTCM2_free_Message_Type_44_children);
-    expectElements<RTCM2_JPL_46_Message>(46, &Any::Message_Type_46,
-                                         RTCM2_free_Message_Type_46_children);
-    expectElements<RTCM2_JPL_47_Message>(47, &Any::Message_Type_47,
-                                         RTCM2_free_Message_Type_47_children);
-    expectElements<RTCM2_JPL_48_Message>(48, &Any::Message_Type_48,
-                                         RTCM2_free_Message_Type_48_children);
-    expectElements<RTCM2_JPL_49_Message>(49, &Any::Message_Type_49,
-                                         RTCM2_free_Message_Type_49_children);
-    expectElements<RTCM2_OCDS_51_Message>(51, &Any::Message_Type_51,
-                                          RTCM2_free_Message_Type_51_children);
-    expectElements<RTCM2_OCDS_52_Message>(52, &Any::Message_Type_52,
-                                          RTCM2_free_Message_Type_52_children);
-}
-
 TEST(SubMessages, AreMadeWhenAskedForAndGoWithTheirMessage)
 {
     const int before = liveMessages();
@@ -298,11 +210,6 @@ TEST(SubMessages, AreMadeWhenAskedForAndGoWithTheirMessage)
     EXPECT_TRUE(constant.getSubMessages().isEmpty());
     EXPECT_EQ(liveMessages(), before + 1);
 
-    RTCM2_DGNSS_Message* third = message->getCorrections(2);
-    EXPECT_EQ(liveMessages(), before + 4);
-    EXPECT_EQ(third->getSatellite_Id(), 3);
-    EXPECT_EQ(message->getCorrections(2), third);
-    EXPECT_EQ(constant.getCorrections(2), third);
     const auto elements = message->getCorrectionsVector();
     const auto constElements = constant.getCorrectionsVector();
     ASSERT_EQ(elements.size(), 3);
@@ -311,25 +218,18 @@ TEST(SubMessages, AreMadeWhenAskedForAndGoWithTheirMessage)
     ASSERT_EQ(constant.getSubMessages().size(), 3);
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(elements[i]->getSatellite_Id(), i + 1);
+        EXPECT_EQ(message->getCorrections(static_cast<unsigned>(i)), elements[i]);
+        EXPECT_EQ(constant.getCorrections(static_cast<unsigned>(i)), elements[i]);
         EXPECT_EQ(constElements[i], elements[i]);
         EXPECT_EQ(message->getSubMessages()[i], elements[i]);
         EXPECT_EQ(constant.getSubMessages()[i], elements[i]);
         EXPECT_EQ(elements[i]->getParentMessage(), message.get());
         EXPECT_TRUE(elements[i]->getSubMessages().isEmpty());
     }
-    EXPECT_EQ(elements[2], third);
     EXPECT_EQ(liveMessages(), before + 4);
     message.reset();
     EXPECT_EQ(liveMessages(), before);
-}
-
-TEST(SubMessages, NoneWithoutElements)
-{
-    const auto message = corrections(0);
-    EXPECT_TRUE(message->getCorrectionsVector().isEmpty());
-    EXPECT_TRUE(message->getSubMessages().isEmpty());
-    EXPECT_EQ(message->getRawStringFor(all), QStringLiteral("66;1;0;0;0;0;00;0;"));
-    EXPECT_EQ(message->getParentMessage(), nullptr);
+    EXPECT_TRUE(corrections(0)->getCorrectionsVector().isEmpty());
 }
 
 TEST(MessageObjects, LeaveRecordsOfOthersAlone)
@@ -342,7 +242,6 @@ TEST(MessageObjects, LeaveRecordsOfOthersAlone)
         EXPECT_EQ(RecordPeek::recordOf(&message), &record);
         EXPECT_EQ(RecordPeek::recordOf(message.getData(0)), record.Data);
     }
-    EXPECT_EQ(record.Data->Satellite_Id, 17);
     RTCM2_free_Message_Type_21_children(&record);
 }
 
@@ -352,31 +251,22 @@ TEST(MessageObjects, RefuseIndicesOutOfRangeByDisplayName)
     auto named = antenna(0);
     auto proprietary = made(RTCM2_init_Message_Type_59);
     proprietary.Data_Length = 2;
-    auto phases = made(RTCM2_init_Message_Type_18);
-    const auto one = corrections(3);
-    RTCM2_Message_Type_1_Message& plain = *one;
-    const RTCM2_Message_Type_1_Message& constant = *one;
+    const auto plain = corrections(3);
+    const RTCM2_Message_Type_1_Message& constant = *plain;
     const RTCM2_Message_Type_16_Message text(&special, false);
-    const RTCM2_Message_Type_18_Message phase(&phases, false);
     const RTCM2_Message_Type_23_Message antennas(&named, false);
     const RTCM2_Message_Type_59_Message data(&proprietary, false);
     const auto refusal = [](const char* field) {
         return QStringLiteral("Requesting value for an repeated field %1 with out of range index.")
             .arg(QLatin1String(field));
     };
-    EXPECT_EQ(misuseText([&] { plain.getCorrections(3); }), refusal("Corrections"));
+    EXPECT_EQ(misuseText([&] { plain->getCorrections(3); }), refusal("Corrections"));
     EXPECT_EQ(misuseText([&] { constant.getCorrections(~0U); }), refusal("Corrections"));
-    EXPECT_EQ(misuseText([&] { phase.getData(0); }), refusal("Data"));
     EXPECT_EQ(misuseText([&] { data.getData(2); }), refusal("Data"));
     EXPECT_EQ(misuseText([&] { text.getMessage(1); }), refusal("Message"));
-    EXPECT_EQ(misuseText([&] { antennas.getAntenna_Descriptor(6); }),
-              refusal("Antenna Descriptor"));
     EXPECT_EQ(misuseText([&] { antennas.getAntenna_Serial_Number(3); }),
               refusal("Antenna Serial Number"));
     // The last index is the terminator; the serial number is readable whatever the flag says.
-    EXPECT_EQ(text.getMessage(0), '\0');
-    EXPECT_EQ(antennas.getAntenna_Descriptor(4), '\xE9');
-    EXPECT_EQ(antennas.getAntenna_Descriptor(5), '\0');
     EXPECT_FALSE(antennas.hasAntenna_Serial_Number());
     EXPECT_EQ(antennas.getAntenna_Serial_NumberVector(), QVector<char>({'S', '1', '\0'}));
     EXPECT_STREQ(antennas.getAntenna_Serial_NumberArray(), "S1");
@@ -387,17 +277,12 @@ TEST(MessageObjects, RefuseAbsentFields)
     auto extended = made(RTCM2_init_Message_Type_22);
     extended.No_Of_Data_Words = 2;
     extended.Phase_Center_Height = 7;
-    auto point = made(RTCM2_init_Message_Type_24);
     const RTCM2_Message_Type_22_Message extras(&extended, false);
-    const RTCM2_Message_Type_24_Message reference(&point, false);
     const QString absent = QStringLiteral("Requesting value for a non-present optional field.");
     EXPECT_EQ(extras.getPhase_Center_Height(), 7U);
     EXPECT_EQ(misuseText([&] { extras.getL2_ECEF_Delta_X(); }), absent);
     extended.No_Of_Data_Words = 4;
-    EXPECT_EQ(misuseText([&] { extras.getReserved(); }), absent);
     EXPECT_EQ(misuseText([&] { extras.getPhase_Center_Height(); }), absent);
-    EXPECT_EQ(misuseText([&] { reference.getAntenna_Height(); }), absent);
-    EXPECT_EQ(misuseText([&] { reference.getReserved3(); }), absent);
 }
 
 TEST(MessageObjectsDeathTest, HaveNothingToTellWithoutRecord)
@@ -408,16 +293,14 @@ TEST(MessageObjectsDeathTest, HaveNothingToTellWithoutRecord)
                                    "an uninitialized message\\.";
     };
     const RTCM2_Message_Type_1_Message main(nullptr, true);
-    const RTCM2_Message_Type_16_Message text(nullptr, false);
-    const RTCM2_Message_Type_24_Message point(nullptr, true);
+    const RTCM2_Message_Type_23_Message antennas(nullptr, true);
     const RTCM2_OCDS_52_Message element(nullptr, nullptr, true);
     EXPECT_EQ(RecordPeek::recordOf(&main), nullptr);
     EXPECT_TRUE(main.getSubMessages().isEmpty());
     EXPECT_DEATH(main.getNs(), fatal("RTCM2_Message_Type_1_Message"));
     EXPECT_DEATH(main.getCorrectionsVector(), fatal("RTCM2_Message_Type_1_Message"));
-    EXPECT_DEATH(text.getMessage(0), fatal("RTCM2_Message_Type_16_Message"));
-    EXPECT_DEATH(text.getNumberOfMessage(), fatal("RTCM2_Message_Type_16_Message"));
-    EXPECT_DEATH(point.hasAntenna_Height(), fatal("RTCM2_Message_Type_24_Message"));
+    EXPECT_DEATH(antennas.hasAntenna_Serial_Number(), fatal("RTCM2_Message_Type_23_Message"));
+    EXPECT_DEATH(antennas.getNumberOfAntenna_Descriptor(), fatal("RTCM2_Message_Type_23_Message"));
     EXPECT_DEATH(element.getWL_Bias(), fatal("RTCM2_OCDS_52_Message"));
 }
 
