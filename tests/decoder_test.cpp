@@ -2,6 +2,7 @@
 #include "DescriptorLinks.h"
 #include "FieldInfo.h"
 #include "MessageInfo.h"
+#include "QLX_DiffCorrIn_MessageInfo.h"
 #include "RTCM2Decoder.h"
 #include "support/MessageHelpers.h"
 
@@ -290,6 +291,11 @@ TEST_F(DecoderTest, ValuesOfNoKindSwitchNothing)
     for (const unsigned type : reportedTypes) {
         EXPECT_GT(decode(zeros(type)), 0) << type;
     }
+    const MessageInfo* stranger = QLX_DiffCorrIn_MessageInfo::getInstance();
+    EXPECT_EQ(decoder->getMessageEnum(stranger), -1);
+    EXPECT_FALSE(decoder->enableMessage(stranger));
+    EXPECT_FALSE(decoder->disableMessage(stranger));
+    EXPECT_FALSE(decoder->isMessageEnabled(stranger));
 }
 
 TEST_F(DecoderTest, LongBuffersAreClampedNotWrapped)

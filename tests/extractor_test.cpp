@@ -5,12 +5,9 @@
 #include "DecoderDriver.h"
 #include "MessageInfo.h"
 #include "Plugin.h"
-#include "QLX_DiffCorrIn_Message.h"
 #include "support/MessageHelpers.h"
 
 #include <gtest/gtest.h>
-
-#include <optional>
 
 namespace {
 
@@ -39,12 +36,9 @@ std::uint32_t headerUnit(unsigned type, unsigned station)
 // A message of a type and station with two data words, as a receiver records it.
 Bytes recorded(unsigned type, unsigned station)
 {
-    Bytes bytes;
-    for (const std::uint32_t value :
-         {headerUnit(type, station), 0x123410U << 6, 0x400000U << 6, 0x00AAAAU << 6}) {
-        const Bytes next = unit(value);
-        bytes.insert(bytes.end(), next.begin(), next.end());
-    }
+    Bytes bytes = unit(headerUnit(type, station));
+    const Bytes rest = {0, 0x04, 0x8D, 0x04, 0, 0, 0, 0x10, 0x80, 0xAA, 0x2A, 0};
+    bytes.insert(bytes.end(), rest.begin(), rest.end());
     return bytes;
 }
 
@@ -66,20 +60,15 @@ public:
 
 TEST(Extractor, PacksWholeUnits)
 {
-    const Bytes first = unit(0x3FFFFFFFU);    // all data and parity bits
-    const Bytes second = unit(0x123456U << 6 | 0x15);
     const struct {
         Bytes payload;
         Bytes packed;
     } cases[] = {
         {{}, {}},
-        {{1}, {}},
-        {{1, 2, 3}, {}},
-        {first, {0xFF, 0xFF, 0xFF}},
-        {second, {0x12, 0x34, 0x56}},
-        {{0x3F, 0, 0, 0xC0}, {0, 0, 0}},    // only bits that do not belong to the data
-        {{0, 0, 0, 0x20, 0x40, 0, 0, 0}, {0x80, 0, 0, 0, 0, 1}},
-        {{0, 0, 0, 0x20, 0x40, 0, 0, 0, 0xFF, 0xFF, 0xFF}, {0x80, 0, 0, 0, 0, 1}},
+        {{0xBF, 0x11, 0x81}, {}},                   // all but the end of a unit to be relabelled
+        {unit(0x3FFFFFFFU), {0xFF, 0xFF, 0xFF}},    // all data and parity bits
+        {unit(0xC000003FU), {0, 0, 0}},             // only bits that do not belong to the data
+        {{0x95, 0x15, 0x8D, 0x04, 0x40, 0, 0, 0, 0xFF, 0xFF, 0xFF}, {0x12, 0x34, 0x56, 0, 0, 1}},
     };
     for (const unsigned char mode : {std::uint8_t{0}, std::uint8_t{3}}) {
         Peek extractor(mode);
@@ -98,77 +87,18 @@ TEST(Extractor, RelabelsInOneModeOnly)
         unsigned station;
         unsigned relabelled;
     } cases[] = {
-        {3, 1, 63, 1}, {3, 1, 64, 44}, {3, 1, 70, 44}, {3, 1, 73, 44},  {3, 1, 74, 1},
-        {3, 1, 0, 1},  {3, 2, 70, 2},  {3, 9, 70, 9},  {3, 33, 70, 33}, {3, 1, 70 + 128, 1},
-        {0, 1, 70, 1}, {2, 1, 70, 1},  {4, 1, 70, 1},  {131, 1, 70, 1}, {255, 1, 70, 1},
+        {3, 1, 63, 1},   {3, 1, 64, 44},      {3, 1, 73, 44}, {3, 1, 74, 1}, {3, 2, 70, 2},
+        {3, 33, 70, 33}, {3, 1, 70 + 128, 1}, {0, 1, 70, 1},  {2, 1, 70, 1}, {131, 1, 70, 1},
     };
     for (const auto& test : cases) {
         Peek extractor(test.mode);
         const unsigned station = test.station;
         const Bytes expected = {0x66,
                                 static_cast<std::uint8_t>(test.relabelled << 2 | station >> 8),
-                                static_cast<std::uint8_t>(station),
-                                0xFF,
-                                0xFF,
-                                0xFF};
-        Bytes payload = unit(headerUnit(test.type, station));
-        payload.insert(payload.end(), 4, 0xFF);
-        EXPECT_EQ(extractor.preprocess(payload), expected)
+                                static_cast<std::uint8_t>(station)};
+        EXPECT_EQ(extractor.preprocess(unit(headerUnit(test.type, station))), expected)
             << "mode " << int{test.mode} << ", type " << test.type << ", station " << station;
     }
-}
-
-TEST(Extractor, DoesNotRelabelAPartOfAUnit)
-{
-    Peek extractor(relabellingMode);
-    Bytes payload = unit(headerUnit(1, 70));
-    payload.pop_back();
-    EXPECT_TRUE(extractor.preprocess(payload).empty());
-}
-
-// What reaches a decoder from blocks with and without a mode byte of their own.
-class Listener : public AbstractDecoder {
-public:
-    Listener() : AbstractDecoder(QStringLiteral("listener"), nullptr) {}
-
-    int decodeMessage(const unsigned char* buffer, unsigned int maxlength) override
-    {
-        heard.emplace_back(buffer, buffer + maxlength);
-        return 1;
-    }
-    void enableAllMessages() override {}
-    void disableAllMessages() override {}
-
-    std::vector<Bytes> heard;
-
-private:
-    void enableMessageEnum(int) override {}
-    void disableMessageEnum(int) override {}
-    bool isEnabledMessageEnum(int) const override { return true; }
-};
-
-void emitBlock(MessageSource& source, const Bytes& payload, std::optional<unsigned char> mode)
-{
-    const auto* block = new QLX_DiffCorrIn_Message(array(payload), mode);
-    block->addReference();
-    Q_EMIT source.newMessage(block);
-    block->removeReference();
-}
-
-TEST(Extractor, HandsBlocksToTheDecoder)
-{
-    MessageSource source;
-    Listener listener;
-    const auto extractor = plugin::makeExtractor(&source, &listener, relabellingMode);
-    emitBlock(source, recorded(1, 70), std::nullopt);
-    emitBlock(source, recorded(1, 70), 0);
-    emitBlock(source, {}, std::nullopt);
-    emitBlock(source, {1, 2, 3}, std::nullopt);
-    ASSERT_EQ(listener.heard.size(), 2U);
-    EXPECT_EQ(listener.heard[0],
-              (Bytes{0x66, 44 << 2, 70, 0x12, 0x34, 0x10, 0x40, 0, 0, 0, 0xAA, 0xAA}));
-    EXPECT_EQ(listener.heard[1],
-              (Bytes{0x66, 1 << 2, 70, 0x12, 0x34, 0x10, 0x40, 0, 0, 0, 0xAA, 0xAA}));
 }
 
 // All the way: what the driver makes of recorded messages.

@@ -43,25 +43,19 @@ void demand(bool met, const char* what)
     }
 }
 
+// Whatever was touched first, every kind is registered once, with all its fields.
 void demandRegistry()
 {
     const RTCM2_FormatInfo* format = RTCM2_FormatInfo::getInstance();
-    QStringList subNames, mainNames;
-    int fields = 0;
+    qsizetype fields = 0;
     for (const MessageInfo* info : allKinds()) {
-        (info->isMain() ? mainNames : subNames) << info->getName();
-        fields += static_cast<int>(info->getFieldInfos().size());
+        fields += info->getFieldInfos().size();
         demand(info->getFormatInfo() == format, "every kind has the format");
     }
     demand(format->getName() == QLatin1String("RTCM2"), "name of the format");
-    demand(subNames.join(QLatin1Char(',')) ==
-               QLatin1String("Type 15,DGNSS,RTK 18,RTK 19,RTK 20,RTK 21,WACorrection,JPL 46,"
-                             "JPL 47,JPL 48,JPL 49,OCDS 39,OCDS 40,OCDS 51,OCDS 52"),
-           "sub-message kinds in order");
-    demand(mainNames.replaceInStrings(QStringLiteral("Message Type "), QString()).join(u',') ==
-               QLatin1String("1,3,9,15,16,18,19,20,21,22,23,24,31,32,59"),
-           "main kinds in order");
-    demand(format->getSubMessageInfos().size() == 15 && fields == 259, "numbers of descriptors");
+    demand(format->getSubMessageInfos().size() == 15, "number of sub-message kinds");
+    demand(format->getMessageInfos().size() == 15, "number of main kinds");
+    demand(fields == 259, "number of fields");
 }
 
 // Runs when every descriptor is gone.
@@ -69,13 +63,7 @@ void demandReverseDestruction()
 {
     std::reverse(completed.begin(), completed.end());
     demand(destroyed.size() == completed.size(), "each is destroyed once");
-    for (int i = 0; i < destroyed.size(); ++i) {
-        if (destroyed[i] != completed[i]) {
-            std::fprintf(stderr, "%s destroyed, %s expected; ", qPrintable(destroyed[i]),
-                         qPrintable(completed[i]));
-        }
-        demand(destroyed[i] == completed[i], "reverse order of completed constructions");
-    }
+    demand(destroyed == completed, "reverse order of completed constructions");
     std::fprintf(stderr, "all met\n");
 }
 
@@ -94,12 +82,10 @@ void PrintTo(const FirstTouch& touch, std::ostream* out)
 {
     demand(constructed.isEmpty(), "nothing exists before it is asked for");
     std::atexit(demandReverseDestruction);
-    first.touch();
-    demandRegistry();
-    const auto* format = RTCM2_FormatInfo::getInstance();
-    first.touch();
-    demand(RTCM2_FormatInfo::getInstance() == format, "one registry");
-    demandRegistry();
+    for (int round = 0; round < 2; ++round) {
+        first.touch();
+        demandRegistry();
+    }
     completed = completionOrder(first.late);
     demand(constructed.size() == 1 + 30 + 259, "number of objects");
     demand(!constructed.removeDuplicates(), "each constructed once");

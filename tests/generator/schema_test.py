@@ -25,52 +25,34 @@ LOOK = "{0: \"Dark \\\"D\\\"\", 1: Red}"
 WRONG = [
     # YAML itself
     (HARBOURS, "kinds:", "kinds: [", "expected ',' or ']', but got ':'"),
-    (HARBOURS, "*spare", "*spar", "@found undefined alias 'spar'"),
-    (HARBOURS, "*spare", "&a [*a]", "@found unconstructable recursive node"),
-    (HARBOURS, "family: Harbours", "---\nfamily: Harbours\n---", "expected a single document in the stream"),
     (HARBOURS, "family: Harbours", "family: 2001-99-99", "harbours.yaml: month must be in 1..12"),
     (HARBOURS, "Harbours", "!!python/name:os.system Harbours", "@could not determine a constructor"),
-    (HARBOURS, "Harbours", "H\udcff", "harbours.yaml: 'utf-8' codec can't decode"),
-    (HARBOURS, None, "", "harbours.yaml: holds no mapping"),
     (HARBOURS, None, "- a list", "harbours.yaml: holds no mapping"),
     (FORMAT, None, None, "schema: no format.yaml"),
     # keys, and the forms of their values
     (FORMAT, "format:", "formats:", "@the file lacks 'format'"),
-    (FORMAT, "  preamble: 0x66\n", "", "format lacks 'preamble'"),
     (FORMAT, "preamble: 0x66", "preamble: 0x166", "@format: 358 does not fit Preamble"),
     (FORMAT, "[Buoy, Harbour, Tide]", "Buoy", "@format: 'order' is 'Buoy', not a list"),
-    (HARBOURS, "family: Harbours\n", "", "a family lacks 'family'"),
     (HARBOURS, "shared:", "sharde:", "@a family does not know 'sharde'"),
-    (HARBOURS, "    type: 6\n", "    type: 6\n    typ: 6\n", "kind Tide does not know 'typ'"),
     (HARBOURS, "    type: 6\n", "    type: 6\n    type: 7\n", "'type' stands twice"),
-    (HARBOURS, "  Tide:\n", "  Buoy:\n", "@'Buoy' stands twice"),
     (HARBOURS, "  Tide:\n", "  No:\n", "@False cannot be a key"),
-    (HARBOURS, "  Tide:\n", "  [a]:\n", "@['a'] cannot be a key"),
     (HARBOURS, "  Tide:\n", "  7:\n", "@kind 7 is not an identifier"),
     (HARBOURS, "    type: 6\n    members:\n", "", "kind Tide is [["),
     (HARBOURS, "    type: 6\n", "    type: six\n", "@kind Tide: 'type' is 'six', not an integer of 0 or more"),
-    (HARBOURS, LEVEL, "{membre: Level}", "a row of members needs 'member'"),
     (HARBOURS, LEVEL, "Level", "a row of members needs 'member'"),
     (HARBOURS, LEVEL, "{member: Le-vel, type: i, bits: 4}", "'member' is 'Le-vel', not an identifier"),
     (HARBOURS, LEVEL, "{member: Level, bits: 40}", "@wire member Level lacks 'type'"),
-    (HARBOURS, LEVEL, "{member: Level, type: i}", "@constant member Level lacks 'initial'"),
-    (HARBOURS, "bits: 40", "bits: 40, width: 8", "@wire member Level does not know 'width'"),
-    (HARBOURS, "bits: 40", "bits: 40, bits: 8", "@'bits' stands twice"),
-    (HARBOURS, "bits: 40", "bits: forty", "@wire member Level: 'bits' is 'forty', not an integer"),
     (HARBOURS, "bits: 40", "bits: yes", "'bits' is True, not an integer above 0"),
     (HARBOURS, "bits: 40", "bits: 0", "'bits' is 0, not an integer above 0"),
     (HARBOURS, "bits: 40", "bits: 40, unit: ''", "'unit' is '', not a text of one line"),
     (HARBOURS, "bits: 40", "bits: 40, texts: [a]", "'texts' is ['a'], not a mapping"),
     (HARBOURS, "{of: Look, low: 0, bits: 4}", "4", "@slice member Colour: 'slice' is 4, not a mapping"),
     (HARBOURS, "low: 0, ", "", "@slice of Colour lacks 'low'"),
-    (HARBOURS, "low: 0, ", "low: -1, ", "@slice of Colour: 'low' is -1"),
-    (HARBOURS, "minus: 3", "mius: 3", "@count of Nb does not know 'mius'"),
-    (HARBOURS, "over: 16", "over: 0", "@count of Nb: 'over' is 0, not an integer above 0"),
     (HARBOURS, "{Pilot: [1, 2]}", "{Pilot: 1}", "'when' is {'Pilot': 1}, not one member with a list"),
     (HARBOURS, "{Pilot: [1, 2]}", "{Pilot: []}", "'when' is {'Pilot': []}, not one member with a list"),
     (HARBOURS, "{Pilot: [1, 2]}", "{Pilot: [1], Reach: [1]}", "not one member with a list of its values"),
     # names
-    (HARBOURS, LEVEL, "{member: spare_, type: i, bits: 40}", "@Tide.spare_: stands twice in the kind"),
+    (HARBOURS, "member: Level", "member: station", "@Tide.station: stands twice in the kind"),
     (HARBOURS, "member: Level", "member: parent", "Tide.parent: every record has a member of this name"),
     (HARBOURS, "name: Height", "name: Look", "Buoy.Height: the name 'Look' stands twice"),
     (HARBOURS, "Chart, name: Chart", "Chart", "@Buoy.Chart: needs a name"),
@@ -80,29 +62,22 @@ WRONG = [
     (HARBOURS, "    name: Harbour\n", "    name: Buoy\n", "kind Harbour: the name 'Buoy' is taken by Buoy"),
     # types, widths and values
     (HARBOURS, "Level, type: i", "Level, type: int", "@Tide.Level: type 'int' is not one of byte, i, u"),
-    (HARBOURS, "Level, type: i", "Level, type: ch", "type 'ch' is not one of byte, i, u"),
     (HARBOURS, "bits: 40", "bits: 65", "Tide.Level: type i has at most 64 bits, not 65"),
-    (HARBOURS, "Spare, type: byte, bits: 4", "Spare, type: byte, bits: 9", "@Tide.Spare: type byte has at most 8 bits"),
+    (HARBOURS, "Look, type: byte, bits: 7", "Look, type: byte, bits: 9", "@Buoy.Look: type byte has at most 8 bits"),
     (HARBOURS, "type: ch, bits: 8", "type: ch, bits: 7", "Harbour.Title: an element has 8 bits, not 7"),
     (HARBOURS, "width: 16", "width: 12", "Harbour.Nb: a count is stored in 8, 16 or 32 bits, not 12"),
     (HARBOURS, LOOK, "{128: Red}", "@Buoy.Look: 128 does not fit Look with 7 bits of type byte"),
     (HARBOURS, LOOK, "{a: Red}", "Buoy.Look: 'a' does not fit"),
     (HARBOURS, LOOK, "{1: No}", "Buoy.Look: the text of 1 is False, not a text of one line; put it in quotes"),
-    (HARBOURS, LOOK, "{1: }", "Buoy.Look: the text of 1 is None"),
-    (HARBOURS, LOOK, "{1: A, 1: B}", "@'1' stands twice"),
-    (HARBOURS, "texts: {-256: Unknown}", "texts: {256: Unknown}", "Buoy.Height: 256 does not fit"),
     (HARBOURS, "do_not_use: -256", "do_not_use: -257", "Buoy.Height: -257 does not fit"),
     (HARBOURS, "width: 8, initial: 0", "width: 8, initial: -1", "Buoy.Chart: -1 does not fit"),
-    (HARBOURS, "bits: 4}\n\n", "bits: 4, do_not_use: 1}\n\n", "Tide.Spare: a value not to use is for numbers"),
+    (HARBOURS, "bits: 3}", "bits: 3, do_not_use: 1}", "Harbour.Pilot: a value not to use is for numbers"),
     (HARBOURS, "unit: MHz", "do_not_use: 1", "Harbour.Channel: a value not to use is for numbers"),
     (HARBOURS, "limit: 31", "limit: 31, texts: {1: a}", "Harbour.Title: characters have no texts"),
     # references
     (HARBOURS, "of: Look", "of: Height", "@Buoy.Colour: 'of' names Height, which does not stand before"),
-    (HARBOURS, "length: Length", "length: Lenght", "@Harbour.Title: 'length' names Lenght"),
-    (HARBOURS, "{Pilot: [1, 2]}", "{Pilto: [1, 2]}", "@Harbour.Channel: 'when' names Pilto"),
     (HARBOURS, "{Pilot: [1, 2]}", "{Reach: [1, 2]}", "'when' names Reach, a lookup member"),
     (HARBOURS, "{Pilot: [1, 2]}", "{Pilot: [8]}", "Harbour.Channel: 8 does not fit Pilot with 3 bits"),
-    (HARBOURS, "length: Nb", "length: Reach", "'length' names Reach, a lookup member"),
     (HARBOURS, "length: Nb", "length: Channel", "'length' names Channel, which is not always present"),
     (HARBOURS, "elements: Buoy", "elements: Boy", "@Harbour.Buoys: no sub-record kind 'Boy'"),
     (HARBOURS, "elements: Buoy", "elements: Tide", "Harbour.Buoys: no sub-record kind 'Tide'"),
@@ -110,7 +85,6 @@ WRONG = [
     (HARBOURS, "bits: 4}}\n", "bits: 4}}\n      - {member: C2, name: C2, type: u, slice: {of: Look, low: 3, bits: 1}}\n", "Buoy.C2: the slice overlaps Colour"),
     (HARBOURS, "Look, type: byte, bits: 7", "Look, type: u, bits: 9", "Buoy.Colour: 'of' names Look, which has more than 8 bits"),
     (HARBOURS, "{0: 0.5, 1: 2}", "{8: 0.5}", "@Harbour.Reach: 8 does not fit Pilot"),
-    (HARBOURS, "{0: 0.5, 1: 2}", "{0: a}", "Harbour.Reach: the value for 0 is 'a', not a number"),
     (HARBOURS, "{0: 0.5, 1: 2}", "{0: .nan}", "Harbour.Reach: the value for 0 is nan, not a number"),
     # arrays
     (HARBOURS, "limit: 31", "limit: 32", "@Harbour.Title: a limit of 32 is more than Length of 5 bits"),
@@ -126,15 +100,12 @@ WRONG = [
     (FORMAT, ", Tide]", "]", "kind Tide is not in 'order'"),
     (FORMAT, ", Tide]", ", Tide, Tide]", "@order: names Tide twice"),
     (FORMAT, ", Tide]", ", Tide, Ebb]", "@order: names 'Ebb', which is no kind"),
-    (FORMAT, ", Tide]", ", Tide, {a: 1}]", "@order: names {'a': 1}, which is no kind"),
     (FORMAT, "[Buoy, Harbour, Tide]", "[Harbour, Buoy, Tide]", "@order: sub-records stand before main kinds"),
     # the header
-    (FORMAT, "Station, type: u, bits: 29", "Station, type: u, bits: 30", "header: has 49 bits, not 48"),
+    (FORMAT, "bits: 34", "bits: 35", "header: has 49 bits, not 48"),
+    (FORMAT, "bits: 34", "bits: 34, when: {Message_Type: [5]}", "header: Station_ is not always on the wire"),
     (FORMAT, "Message_Type", "Type", "header: starts with Preamble of 8 bits and Message_Type of 6 bits"),
-    (FORMAT, "type: u, bits: 6", "type: u, bits: 7", "header: starts with Preamble of 8 bits and Message_Type of 6 bits"),
-    (FORMAT, "bits: 5", "bits: 5, when: {Message_Type: [5]}", "header: Word_Count is not always on the wire"),
     (FORMAT, "name: Station, ", "", "header: Station_ needs a name"),
-    (FORMAT, "    - {member: Station_", "    - 5 # ", "a row of members needs 'member'"),
 ]
 
 
@@ -188,7 +159,7 @@ class Schema(unittest.TestCase):
         rows = "".join(f"  {n}: {{type: {i + 10}, members: []}}\n" for i, n in enumerate(names))
         (self.folder / "many.yaml").write_text("family: Many\nkinds:\n" + rows)
         self.replace(FORMAT, ", Tide]", f", Tide, {', '.join(names)}]")
-        self.assertEqual(self.complaint(), "format.yaml:10: order: has 47 kinds; there are flags for 46")
+        self.assertEqual(self.complaint(), "format.yaml:9: order: has 47 kinds; there are flags for 46")
 
     def test_example_of_the_documentation(self):
         text = (ROOT / "docs" / "adding-a-kind.md").read_text(encoding="utf-8")
@@ -199,10 +170,6 @@ class Schema(unittest.TestCase):
         self.replace(FORMAT, "OCDS_52]", "OCDS_52, Week_17]")
         self.replace(FORMAT, "Message_Type_52]", "Message_Type_52, Message_Type_17]")
         self.assertEqual(schema.load(self.folder).kinds[-1].type, 17)
-
-    def test_no_schema(self):
-        self.folder = self.folder / "nowhere"
-        self.assertEqual(self.complaint(), "nowhere: no format.yaml")
 
 
 if __name__ == "__main__":

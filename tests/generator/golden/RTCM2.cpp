@@ -28,7 +28,6 @@ const char* RTCM2_error_to_string(int32_t code)
         "RTCM2_ERR_BUOY_INTERNAL",
         "RTCM2_ERR_HARBOUR_PREAMBLE_EXT_BUFFER_OVERFLOW",
         "RTCM2_ERR_HARBOUR_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW",
-        "RTCM2_ERR_HARBOUR_WORD_COUNT_EXT_BUFFER_OVERFLOW",
         "RTCM2_ERR_HARBOUR_STATION_EXT_BUFFER_OVERFLOW",
         "RTCM2_ERR_HARBOUR_PILOT_EXT_BUFFER_OVERFLOW",
         "RTCM2_ERR_HARBOUR_CHANNEL_EXT_BUFFER_OVERFLOW",
@@ -41,9 +40,7 @@ const char* RTCM2_error_to_string(int32_t code)
         "RTCM2_ERR_HARBOUR_INTERNAL",
         "RTCM2_ERR_TIDE_PREAMBLE_EXT_BUFFER_OVERFLOW",
         "RTCM2_ERR_TIDE_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW",
-        "RTCM2_ERR_TIDE_WORD_COUNT_EXT_BUFFER_OVERFLOW",
         "RTCM2_ERR_TIDE_STATION_EXT_BUFFER_OVERFLOW",
-        "RTCM2_ERR_TIDE_SPARE_EXT_BUFFER_OVERFLOW",
         "RTCM2_ERR_TIDE_LEVEL_EXT_BUFFER_OVERFLOW",
         "RTCM2_ERR_TIDE_LEVEL_SIZE_UNDERFLOW",
         "RTCM2_ERR_TIDE_INTERNAL",
@@ -140,7 +137,6 @@ int32_t RTCM2_init_Harbour(RTCM2_Harbour_s* record)
     record->Reach = 0;
     record->Length = 0;
     record->Title[0] = record->Title[31] = '\0';
-    record->Note_Length = 0;
     record->Nb = 0;
     record->Buoys = nullptr;
     return 0;
@@ -164,10 +160,7 @@ std::int32_t layouts::decode_Harbour(RTCM2_Harbour_s* record, std::uint32_t* off
         RTCM2_init_Harbour(&r);
         if (!run.template get<0, 8>(r.Preamble, RTCM2_ERR_HARBOUR_PREAMBLE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template get<8, 6>(r.Message_Type, RTCM2_ERR_HARBOUR_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW)) return;
-        if (!run.template get<14, 5>(r.Word_Count, RTCM2_ERR_HARBOUR_WORD_COUNT_EXT_BUFFER_OVERFLOW)) return;
-        r.Note_Length = countOf<uint8_t, 3, 0, 1>(r.Word_Count);
-        r.Nb = countOf<uint16_t, 24, 3, 16>(r.Word_Count);
-        if (!run.template get<19, 29>(r.Station_, RTCM2_ERR_HARBOUR_STATION_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template get<14, 34>(r.Station_, RTCM2_ERR_HARBOUR_STATION_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template get<48, 3>(r.Pilot, RTCM2_ERR_HARBOUR_PILOT_EXT_BUFFER_OVERFLOW)) return;
         r.Reach = r.Pilot == 0 ? 0.5 : r.Pilot == 1 ? 2 : r.Reach;
     });
@@ -179,12 +172,13 @@ std::int32_t layouts::decode_Harbour(RTCM2_Harbour_s* record, std::uint32_t* off
     }
     in.run<5>(*record, [](auto& run, auto& r) {
         if (!run.template get<0, 5>(r.Length, RTCM2_ERR_HARBOUR_LENGTH_EXT_BUFFER_OVERFLOW)) return;
+        r.Nb = countOf<uint16_t, 24, 3, 16>(r.Length);
     });
     if (!in.failed() && (record->Pilot == 1 || record->Pilot == 2)) {
         in.elements(record->Title, record->Length, 31, RTCM2_ERR_HARBOUR_TITLE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_TITLE_INT_BUFFER_OVERFLOW);
         if (!in.failed()) record->Title[record->Length] = '\0';
     }
-    in.elements(record->Note, record->Note_Length, 9, RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW);
+    in.elements(record->Note, record->Length, 9, RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW);
     in.records<Buoy_Element>(record->Buoys, record->Nb, record, RTCM2_ERR_HARBOUR_INTERNAL);
     return in.finish(record->bit_count, offset, declared_length, RTCM2_ERR_HARBOUR_BUOYS_SIZE_UNDERFLOW, RTCM2_ERR_HARBOUR_INTERNAL);
 }
@@ -196,8 +190,7 @@ std::int32_t layouts::encode_Harbour(RTCM2_Harbour_s* record, std::uint8_t* data
     out.run<51>(*record, [](auto& run, auto& r) {
         if (!run.template put<0, 8>(r.Preamble, RTCM2_ERR_HARBOUR_PREAMBLE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template put<8, 6>(r.Message_Type, RTCM2_ERR_HARBOUR_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW)) return;
-        if (!run.template put<14, 5>(r.Word_Count, RTCM2_ERR_HARBOUR_WORD_COUNT_EXT_BUFFER_OVERFLOW)) return;
-        if (!run.template put<19, 29>(r.Station_, RTCM2_ERR_HARBOUR_STATION_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template put<14, 34>(r.Station_, RTCM2_ERR_HARBOUR_STATION_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template put<48, 3>(r.Pilot, RTCM2_ERR_HARBOUR_PILOT_EXT_BUFFER_OVERFLOW)) return;
     });
     if (record->Pilot == 1 || record->Pilot == 2) {
@@ -209,7 +202,7 @@ std::int32_t layouts::encode_Harbour(RTCM2_Harbour_s* record, std::uint8_t* data
         if (!run.template put<0, 5>(r.Length, RTCM2_ERR_HARBOUR_LENGTH_EXT_BUFFER_OVERFLOW)) return;
     });
     if (record->Pilot == 1 || record->Pilot == 2) out.elements(record->Title, record->Length, 31, RTCM2_ERR_HARBOUR_TITLE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_TITLE_INT_BUFFER_OVERFLOW);
-    out.elements(record->Note, record->Note_Length, 9, RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW);
+    out.elements(record->Note, record->Length, 9, RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW, RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW);
     out.records<encode_Buoy>(record->Buoys, record->Nb, RTCM2_ERR_HARBOUR_INTERNAL);
     return out.finish(record->bit_count, offset);
 }
@@ -262,14 +255,12 @@ std::int32_t layouts::decode_Tide(RTCM2_Tide_s* record, std::uint32_t* offset, c
     std::uint16_t data_size, void* parent, std::uint32_t declared_length)
 {
     Decoding in(data, data_size, *offset);
-    in.run<92>(*record, [](auto& run, auto& r) {
+    in.run<88>(*record, [](auto& run, auto& r) {
         RTCM2_init_Tide(&r);
         if (!run.template get<0, 8>(r.Preamble, RTCM2_ERR_TIDE_PREAMBLE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template get<8, 6>(r.Message_Type, RTCM2_ERR_TIDE_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW)) return;
-        if (!run.template get<14, 5>(r.Word_Count, RTCM2_ERR_TIDE_WORD_COUNT_EXT_BUFFER_OVERFLOW)) return;
-        if (!run.template get<19, 29>(r.Station_, RTCM2_ERR_TIDE_STATION_EXT_BUFFER_OVERFLOW)) return;
-        if (!run.template get<48, 4>(r.Spare, RTCM2_ERR_TIDE_SPARE_EXT_BUFFER_OVERFLOW)) return;
-        if (!run.template get<52, 40>(r.Level, RTCM2_ERR_TIDE_LEVEL_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template get<14, 34>(r.Station_, RTCM2_ERR_TIDE_STATION_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template get<48, 40>(r.Level, RTCM2_ERR_TIDE_LEVEL_EXT_BUFFER_OVERFLOW)) return;
     });
     record->parent = parent;
     return in.finish(record->bit_count, offset, declared_length, RTCM2_ERR_TIDE_LEVEL_SIZE_UNDERFLOW, RTCM2_ERR_TIDE_INTERNAL);
@@ -279,13 +270,11 @@ std::int32_t layouts::encode_Tide(RTCM2_Tide_s* record, std::uint8_t* data, std:
     std::uint32_t* offset)
 {
     Encoding out(data, data_size, *offset);
-    out.run<92>(*record, [](auto& run, auto& r) {
+    out.run<88>(*record, [](auto& run, auto& r) {
         if (!run.template put<0, 8>(r.Preamble, RTCM2_ERR_TIDE_PREAMBLE_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template put<8, 6>(r.Message_Type, RTCM2_ERR_TIDE_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW)) return;
-        if (!run.template put<14, 5>(r.Word_Count, RTCM2_ERR_TIDE_WORD_COUNT_EXT_BUFFER_OVERFLOW)) return;
-        if (!run.template put<19, 29>(r.Station_, RTCM2_ERR_TIDE_STATION_EXT_BUFFER_OVERFLOW)) return;
-        if (!run.template put<48, 4>(r.Spare, RTCM2_ERR_TIDE_SPARE_EXT_BUFFER_OVERFLOW)) return;
-        if (!run.template put<52, 40>(r.Level, RTCM2_ERR_TIDE_LEVEL_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template put<14, 34>(r.Station_, RTCM2_ERR_TIDE_STATION_EXT_BUFFER_OVERFLOW)) return;
+        if (!run.template put<48, 40>(r.Level, RTCM2_ERR_TIDE_LEVEL_EXT_BUFFER_OVERFLOW)) return;
     });
     return out.finish(record->bit_count, offset);
 }

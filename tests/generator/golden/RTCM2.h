@@ -49,29 +49,26 @@ typedef enum RTCM2_error_enum {
     RTCM2_ERR_BUOY_INTERNAL = -5,
     RTCM2_ERR_HARBOUR_PREAMBLE_EXT_BUFFER_OVERFLOW = -6,
     RTCM2_ERR_HARBOUR_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW = -7,
-    RTCM2_ERR_HARBOUR_WORD_COUNT_EXT_BUFFER_OVERFLOW = -8,
-    RTCM2_ERR_HARBOUR_STATION_EXT_BUFFER_OVERFLOW = -9,
-    RTCM2_ERR_HARBOUR_PILOT_EXT_BUFFER_OVERFLOW = -10,
-    RTCM2_ERR_HARBOUR_CHANNEL_EXT_BUFFER_OVERFLOW = -11,
-    RTCM2_ERR_HARBOUR_LENGTH_EXT_BUFFER_OVERFLOW = -12,
-    RTCM2_ERR_HARBOUR_TITLE_EXT_BUFFER_OVERFLOW = -13,
-    RTCM2_ERR_HARBOUR_TITLE_INT_BUFFER_OVERFLOW = -14,
-    RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW = -15,
-    RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW = -16,
-    RTCM2_ERR_HARBOUR_BUOYS_SIZE_UNDERFLOW = -17,
-    RTCM2_ERR_HARBOUR_INTERNAL = -18,
-    RTCM2_ERR_TIDE_PREAMBLE_EXT_BUFFER_OVERFLOW = -19,
-    RTCM2_ERR_TIDE_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW = -20,
-    RTCM2_ERR_TIDE_WORD_COUNT_EXT_BUFFER_OVERFLOW = -21,
-    RTCM2_ERR_TIDE_STATION_EXT_BUFFER_OVERFLOW = -22,
-    RTCM2_ERR_TIDE_SPARE_EXT_BUFFER_OVERFLOW = -23,
-    RTCM2_ERR_TIDE_LEVEL_EXT_BUFFER_OVERFLOW = -24,
-    RTCM2_ERR_TIDE_LEVEL_SIZE_UNDERFLOW = -25,
-    RTCM2_ERR_TIDE_INTERNAL = -26,
-    RTCM2_ERR_HARBOUR_DISABLED = -27,
-    RTCM2_ERR_TIDE_DISABLED = -28,
-    RTCM2_ERR_INVALID_MESSAGE = -29,
-    RTCM2_ERR_EOF = -30
+    RTCM2_ERR_HARBOUR_STATION_EXT_BUFFER_OVERFLOW = -8,
+    RTCM2_ERR_HARBOUR_PILOT_EXT_BUFFER_OVERFLOW = -9,
+    RTCM2_ERR_HARBOUR_CHANNEL_EXT_BUFFER_OVERFLOW = -10,
+    RTCM2_ERR_HARBOUR_LENGTH_EXT_BUFFER_OVERFLOW = -11,
+    RTCM2_ERR_HARBOUR_TITLE_EXT_BUFFER_OVERFLOW = -12,
+    RTCM2_ERR_HARBOUR_TITLE_INT_BUFFER_OVERFLOW = -13,
+    RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW = -14,
+    RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW = -15,
+    RTCM2_ERR_HARBOUR_BUOYS_SIZE_UNDERFLOW = -16,
+    RTCM2_ERR_HARBOUR_INTERNAL = -17,
+    RTCM2_ERR_TIDE_PREAMBLE_EXT_BUFFER_OVERFLOW = -18,
+    RTCM2_ERR_TIDE_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW = -19,
+    RTCM2_ERR_TIDE_STATION_EXT_BUFFER_OVERFLOW = -20,
+    RTCM2_ERR_TIDE_LEVEL_EXT_BUFFER_OVERFLOW = -21,
+    RTCM2_ERR_TIDE_LEVEL_SIZE_UNDERFLOW = -22,
+    RTCM2_ERR_TIDE_INTERNAL = -23,
+    RTCM2_ERR_HARBOUR_DISABLED = -24,
+    RTCM2_ERR_TIDE_DISABLED = -25,
+    RTCM2_ERR_INVALID_MESSAGE = -26,
+    RTCM2_ERR_EOF = -27
 } RTCM2_error_enum;
 
 /* Decode context: enable flags of the main kinds, and the type of the last message of no kind. */
@@ -90,8 +87,7 @@ typedef struct RTCM2_header_s {
     void* parent;
     uint8_t Preamble; /* 8 bits */
     uint8_t Message_Type; /* 6 bits */
-    uint8_t Word_Count; /* 5 bits */
-    uint32_t Station_; /* 29 bits */
+    uint64_t Station_; /* 34 bits */
 } RTCM2_header_s;
 
 /* Sub-record Buoy. */
@@ -112,16 +108,14 @@ typedef struct RTCM2_Harbour_s {
     void* parent;
     uint8_t Preamble; /* 8 bits */
     uint8_t Message_Type; /* 6 bits */
-    uint8_t Word_Count; /* 5 bits */
-    uint32_t Station_; /* 29 bits */
+    uint64_t Station_; /* 34 bits */
     uint8_t Pilot; /* 3 bits */
     double Reach; /* follows from Pilot */
     uint8_t Channel; /* 8 bits, present when Pilot is 1 or 2 */
     uint8_t Length; /* 5 bits */
     char Title[32]; /* Length characters, at most 31, present when Pilot is 1 or 2 */
-    uint8_t Note_Length; /* follows from Word_Count */
-    uint8_t Note[9]; /* Note_Length bytes, at most 9 */
-    uint16_t Nb; /* follows from Word_Count */
+    uint8_t Note[9]; /* Length bytes, at most 9 */
+    uint16_t Nb; /* follows from Length */
     RTCM2_Buoy_s* Buoys; /* Nb elements */
 } RTCM2_Harbour_s;
 
@@ -132,9 +126,7 @@ typedef struct RTCM2_Tide_s {
     void* parent;
     uint8_t Preamble; /* 8 bits */
     uint8_t Message_Type; /* 6 bits */
-    uint8_t Word_Count; /* 5 bits */
-    uint32_t Station_; /* 29 bits */
-    uint8_t Spare; /* 4 bits */
+    uint64_t Station_; /* 34 bits */
     int64_t Level; /* 40 bits */
 } RTCM2_Tide_s;
 

@@ -30,14 +30,12 @@ QString RTCM2_Harbour_Message::getRawStringFor(const QVector<bool>& selection) c
     RawLine line(selection);
     line.byte(r.Preamble);
     line.number(r.Message_Type);
-    line.number(r.Word_Count);
     line.number(r.Station_);
     line.byte(r.Pilot);
     line.real(r.Reach);
     line.number(r.Channel, hasChannel());
     line.number(r.Length);
     line.text(r.Title, getNumberOfTitle(), 32, hasTitle());
-    line.number(r.Note_Length);
     line.bytes(r.Note, getNumberOfNote(), 9);
     line.number(r.Nb);
     line.subMessages(count());

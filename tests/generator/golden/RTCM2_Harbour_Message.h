@@ -30,8 +30,7 @@ public:
 
     uint8_t getPreamble() const { return record().Preamble; }
     uint8_t getMessage_Type() const { return record().Message_Type; }
-    uint8_t getWord_Count() const { return record().Word_Count; }
-    uint32_t getStation_() const { return record().Station_; }
+    uint64_t getStation_() const { return record().Station_; }
     uint8_t getPilot() const { return record().Pilot; }
     double getReach() const { return record().Reach; }
     bool hasChannel() const { const auto& r = record(); return r.Pilot == 1 || r.Pilot == 2; }
@@ -46,8 +45,7 @@ public:
     QVector<char> getTitleVector() const { return elementVector(record().Title, getNumberOfTitle()); }
     const char* getTitleArray() const { return representation->Title; }
     char* getTitleArray() { return representation->Title; }
-    uint8_t getNote_Length() const { return record().Note_Length; }
-    unsigned int getNumberOfNote() const { return record().Note_Length; }
+    unsigned int getNumberOfNote() const { return record().Length; }
     uint8_t getNote(unsigned int index) const
     {
         return checkedElement(record().Note, getNumberOfNote(), index, "Requesting value for an repeated field Note with out of range index.");

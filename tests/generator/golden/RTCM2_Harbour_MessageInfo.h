@@ -51,23 +51,8 @@ private:
     VORLO_RTCM2_INTERNAL static RTCM2_Harbour_Message_Type_FieldInfo* getInstance_nonconst();
 };
 
-class VORLO_RTCM2_EXPORT RTCM2_Harbour_Word_Count_FieldInfo final
-    : public FieldDescriptor<PlainAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getWord_Count>, UnsignedType<5>, false> {
-public:
-    static const RTCM2_Harbour_Word_Count_FieldInfo* getInstance();
-
-private:
-    friend class Singleton<RTCM2_Harbour_Word_Count_FieldInfo>;
-    friend class RTCM2_Harbour_MessageInfo;
-
-    VORLO_RTCM2_INTERNAL RTCM2_Harbour_Word_Count_FieldInfo();
-    VORLO_RTCM2_INTERNAL ~RTCM2_Harbour_Word_Count_FieldInfo() override;
-
-    VORLO_RTCM2_INTERNAL static RTCM2_Harbour_Word_Count_FieldInfo* getInstance_nonconst();
-};
-
 class VORLO_RTCM2_EXPORT RTCM2_Harbour_Station_FieldInfo final
-    : public FieldDescriptor<PlainAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getStation_>, UnsignedType<29>, false> {
+    : public FieldDescriptor<PlainAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getStation_>, UnsignedType<34>, false> {
 public:
     static const RTCM2_Harbour_Station_FieldInfo* getInstance();
 
@@ -154,21 +139,6 @@ private:
     VORLO_RTCM2_INTERNAL ~RTCM2_Harbour_Title_FieldInfo() override;
 
     VORLO_RTCM2_INTERNAL static RTCM2_Harbour_Title_FieldInfo* getInstance_nonconst();
-};
-
-class VORLO_RTCM2_EXPORT RTCM2_Harbour_Note_Length_FieldInfo final
-    : public FieldDescriptor<PlainAccess<RTCM2_Harbour_Message, &RTCM2_Harbour_Message::getNote_Length>, UnsignedType<8>, false> {
-public:
-    static const RTCM2_Harbour_Note_Length_FieldInfo* getInstance();
-
-private:
-    friend class Singleton<RTCM2_Harbour_Note_Length_FieldInfo>;
-    friend class RTCM2_Harbour_MessageInfo;
-
-    VORLO_RTCM2_INTERNAL RTCM2_Harbour_Note_Length_FieldInfo();
-    VORLO_RTCM2_INTERNAL ~RTCM2_Harbour_Note_Length_FieldInfo() override;
-
-    VORLO_RTCM2_INTERNAL static RTCM2_Harbour_Note_Length_FieldInfo* getInstance_nonconst();
 };
 
 class VORLO_RTCM2_EXPORT RTCM2_Harbour_Note_FieldInfo final
