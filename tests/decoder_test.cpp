@@ -207,19 +207,13 @@ TEST_F(DecoderTest, DecodingErrorsAreReportedByName)
 
 TEST_F(DecoderTest, EveryOutcomeReturnsItsMemory)
 {
-    const Bytes messages[] = {zeros(1),
-                              packed(1, 30, Bytes(80)),
-                              packed(38, 1, Bytes(200)),
-                              packed(40, 1, Bytes(20)),
-                              zeros(44),
-                              zeros(2)};
+    const Bytes messages[] = {zeros(1), packed(1, 30, Bytes(80)), packed(38, 1, Bytes(200)),
+                              packed(40, 1, Bytes(20)), zeros(44)};
     const auto usedAfterRounds = [&](int rounds) {
         for (int round = 0; round < rounds; ++round) {
             for (const Bytes& message : messages) {
-                decoder->decodeMessage(message.data(), static_cast<unsigned>(message.size()));
+                decode(message);
             }
-            log.clear();
-            seen.clear();
         }
         return mallinfo2().uordblks;
     };
@@ -229,8 +223,7 @@ TEST_F(DecoderTest, EveryOutcomeReturnsItsMemory)
 
 TEST_F(DecoderTest, DescriptorsStandForKindsOfTheCodec)
 {
-    const auto* format = RTCM2_FormatInfo::getInstance();
-    for (const MessageInfo* info : format->getSubMessageInfos() + format->getMessageInfos()) {
+    for (const MessageInfo* info : allKinds()) {
         const QString name = "RTCM2_" + info->getName().toUpper().replace(' ', '_');
         EXPECT_EQ(RTCM2_message_enum_to_string(decoder->getMessageEnum(info)), name.toStdString());
     }
@@ -337,9 +330,7 @@ TEST(DecoderMetaObject, HasOneSlotThatCallsTheVirtualFunction)
     const QMetaObject& meta = RTCM2Decoder::staticMetaObject;
     EXPECT_EQ(meta.superClass(), &AbstractDecoder::staticMetaObject);
     EXPECT_EQ(meta.methodCount() - meta.methodOffset(), 1);
-    const QMetaMethod slot = meta.method(meta.methodOffset());
-    EXPECT_EQ(slot.parameterNames(), QList<QByteArray>({"buffer", "maxlength"}));
-    EXPECT_EQ(slot.methodType(), QMetaMethod::Slot);
+    EXPECT_EQ(meta.method(meta.methodOffset()).methodType(), QMetaMethod::Slot);
 }
 
 }    // namespace

@@ -19,12 +19,6 @@
 
 namespace {
 
-QVector<const MessageInfo*> allKinds()
-{
-    const FormatInfo* format = RTCM2_FormatInfo::getInstance();
-    return format->getSubMessageInfos() + format->getMessageInfos();
-}
-
 const FieldInfo* fieldOf(const QString& kind, const QString& name)
 {
     for (const MessageInfo* info : allKinds()) {
@@ -198,9 +192,8 @@ TEST_F(FieldTest, TextsForPeople)
     best->PRC = -32767;
     best->RRC = -1;
     best->UDRE = 4;
-    Sample<RTCM2_Type_15_Message> delay;
-    delay->Delay = 16383;
     Sample<RTCM2_Message_Type_1_Message> corrections;
+    corrections->Modified_Z_Count = 4500;
     RTCM2_DGNSS_s elements[1] = {};
     corrections->Corrections = elements;
     corrections->Ns = 1;
@@ -238,7 +231,7 @@ TEST_F(FieldTest, TextsForPeople)
         {worst, "RRC", "error"},
         {best, "RRC", "-1"},
         {worst, "Time Of Day", "5"},
-        {delay, "Delay", "16.383"},
+        {corrections, "Modified Z-Count", "4.500"},
         {corrections, "Corrections", "submsg"},
         {phases, "GNSS Time Of Measurement", "599.999 microsecond"},
         {phases, "GNSS Time Of Measurement", "599.999", 0, false},

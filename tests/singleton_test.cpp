@@ -1,15 +1,18 @@
 // The singletons of the format, whichever of them a process touches first: each case runs in a
 // process of its own. This program stands in for the host's tracer and records its reports.
-#include "MemLeakTracer.h"
+#include "FieldInfo.h"
+#include "MessageInfo.h"
 #include "RTCM2Decoder.h"
 #include "RTCM2_DGNSS_MessageInfo.h"
 #include "RTCM2_Message_Type_1_MessageInfo.h"
 #include "RTCM2_Type_15_MessageInfo.h"
-#include "support/CompletionOrder.h"
+#include "support/MessageHelpers.h"
+
+#include <QSet>
+#include <QStringList>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <unistd.h>
@@ -19,7 +22,7 @@ namespace {
 // Never destroyed: the descriptors report until the end of the process.
 QStringList& constructed = *new QStringList;
 QStringList& destroyed = *new QStringList;
-QStringList& completed = *new QStringList;
+QString& completedLast = *new QString;
 
 }    // namespace
 
@@ -58,19 +61,29 @@ void demandRegistry()
     demand(fields == 259, "number of fields");
 }
 
-// Runs when every descriptor is gone.
+// Runs when every descriptor is gone: what was completed last goes first.
 void demandReverseDestruction()
 {
-    std::reverse(completed.begin(), completed.end());
-    demand(destroyed.size() == completed.size(), "each is destroyed once");
-    demand(destroyed == completed, "reverse order of completed constructions");
+    demand(QSet<QString>(destroyed.begin(), destroyed.end()) ==
+                   QSet<QString>(constructed.begin(), constructed.end()) &&
+               destroyed.size() == constructed.size(),
+           "each is destroyed once");
+    demand(destroyed.first() == completedLast, "what was touched first is completed last");
+    demand(destroyed.last() == QLatin1String("RTCM2_FormatInfo"), "the format is completed first");
+    for (const QString& kind : destroyed.filter(QStringLiteral("_MessageInfo"))) {
+        // A kind is completed after its fields, of which one may have been touched first.
+        const QString prefix = kind.chopped(11);
+        for (const QString& name : destroyed.mid(0, destroyed.indexOf(kind))) {
+            demand(!name.startsWith(prefix) || name == completedLast, "a kind before its fields");
+        }
+    }
     std::fprintf(stderr, "all met\n");
 }
 
 struct FirstTouch {
     const char* name;
     void (*touch)();
-    QStringList late;
+    const char* completedLast;
 };
 
 void PrintTo(const FirstTouch& touch, std::ostream* out)
@@ -86,7 +99,7 @@ void PrintTo(const FirstTouch& touch, std::ostream* out)
         first.touch();
         demandRegistry();
     }
-    completed = completionOrder(first.late);
+    completedLast = QLatin1String(first.completedLast);
     demand(constructed.size() == 1 + 30 + 259, "number of objects");
     demand(!constructed.removeDuplicates(), "each constructed once");
     std::exit(0);
@@ -119,20 +132,17 @@ void touchDecoder()
 INSTANTIATE_TEST_SUITE_P(
     FirstTouched, Singletons,
     testing::Values(
-        FirstTouch{"Registry", touch<RTCM2_FormatInfo>, {}},
-        FirstTouch{"FirstSubMessageKind", touch<RTCM2_Type_15_MessageInfo>, {"RTCM2_Type_15_"}},
-        FirstTouch{"Decoder", touchDecoder, {"RTCM2_Type_15_"}},
-        FirstTouch{"MainKind", touch<RTCM2_Message_Type_1_MessageInfo>, {"RTCM2_Message_Type_1_"}},
-        FirstTouch{"Field", touch<RTCM2_DGNSS_PRC_FieldInfo>, {"RTCM2_DGNSS_PRC_FieldInfo"}},
-        FirstTouch{"SubField",
-                   touch<RTCM2_DGNSS_Time_Of_Day_FieldInfo>,
-                   {"RTCM2_DGNSS_Time_Of_Day_FieldInfo"}},
-        FirstTouch{"FieldWithSubFields",
-                   touch<RTCM2_DGNSS_Issue_Of_Data_FieldInfo>,
-                   {"RTCM2_DGNSS_Issue_Of_Data_FieldInfo"}},
-        FirstTouch{"FieldOfSubMessages",
-                   touch<RTCM2_Message_Type_1_Corrections_FieldInfo>,
-                   {"RTCM2_DGNSS_", "RTCM2_Message_Type_1_Corrections_FieldInfo"}}),
+        FirstTouch{"Registry", touch<RTCM2_FormatInfo>, "RTCM2_Message_Type_59_MessageInfo"},
+        FirstTouch{"SubMessageKind", touch<RTCM2_Type_15_MessageInfo>, "RTCM2_Type_15_MessageInfo"},
+        FirstTouch{"Decoder", touchDecoder, "RTCM2_Type_15_MessageInfo"},
+        FirstTouch{"MainKind", touch<RTCM2_Message_Type_1_MessageInfo>,
+                   "RTCM2_Message_Type_1_MessageInfo"},
+        FirstTouch{"SubField", touch<RTCM2_DGNSS_Time_Of_Day_FieldInfo>,
+                   "RTCM2_DGNSS_Time_Of_Day_FieldInfo"},
+        FirstTouch{"FieldWithSubFields", touch<RTCM2_DGNSS_Issue_Of_Data_FieldInfo>,
+                   "RTCM2_DGNSS_Issue_Of_Data_FieldInfo"},
+        FirstTouch{"FieldOfSubMessages", touch<RTCM2_Message_Type_1_Corrections_FieldInfo>,
+                   "RTCM2_Message_Type_1_Corrections_FieldInfo"}),
     [](const auto& touched) { return std::string(touched.param.name); });
 
 }    // namespace

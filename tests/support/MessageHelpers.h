@@ -33,6 +33,12 @@ inline std::vector<std::uint8_t> packed(unsigned type, unsigned words,
     return bytes;
 }
 
+inline QVector<const MessageInfo*> allKinds()
+{
+    const FormatInfo* format = RTCM2_FormatInfo::getInstance();
+    return format->getSubMessageInfos() + format->getMessageInfos();
+}
+
 inline int liveMessages()
 {
     const auto alive = MemLeakTracer::liveObjectsByClass();
