@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <thread>
 #include <vector>
 
@@ -83,15 +82,6 @@ public:
     using MessageInfo::addFieldInfo;
 };
 
-class TestMessage : public Message {
-public:
-    explicit TestMessage(const MessageInfo* info) : Message(info) {}
-    QString getRawStringFor(const QVector<bool>&) const override { return QString(); }
-
-private:
-    const void* getRawRepresentation() const override { return this; }
-};
-
 TEST(MessageInfoDeathTest, FieldsAreAddedInOrder)
 {
     // Kinds keep the addresses of fields that may not have been constructed yet.
@@ -104,25 +94,23 @@ TEST(MessageInfoDeathTest, FieldsAreAddedInOrder)
 
 TEST(FieldValue, EqualOnlyWithSameKindWidthAndContent)
 {
-    const TestKind kind;
-    const TestMessage messages[2] = {TestMessage(&kind), TestMessage(&kind)};
-    const std::vector<FieldValue> different = {
-        FieldValue(),
-        FieldValue::byte(0),
-        FieldValue::byte(200),
-        FieldValue::ch('\0'),
-        FieldValue::ch('\xC8'),
-        FieldValue::u(200, 8),
-        FieldValue::u(200, 9),
-        FieldValue::i(200, 9),
-        FieldValue::i(-1, 64),
-        FieldValue::u(std::numeric_limits<quint64>::max(), 64),
-        FieldValue::f64(0.0),
-        FieldValue::f64(200.0),
-        FieldValue::subMessage(nullptr),
-        FieldValue::subMessage(&messages[0]),
-        FieldValue::subMessage(&messages[1]),
-    };
+    const auto* one = reinterpret_cast<const Message*>(quintptr{64});
+    const auto* other = reinterpret_cast<const Message*>(quintptr{128});
+    const std::vector<FieldValue> different = {FieldValue(),
+                                               FieldValue::byte(0),
+                                               FieldValue::byte(200),
+                                               FieldValue::ch('\0'),
+                                               FieldValue::ch('\xC8'),
+                                               FieldValue::u(200, 8),
+                                               FieldValue::u(200, 9),
+                                               FieldValue::i(200, 9),
+                                               FieldValue::i(-1, 64),
+                                               FieldValue::u(~quint64{0}, 64),
+                                               FieldValue::f64(0.0),
+                                               FieldValue::f64(200.0),
+                                               FieldValue::subMessage(nullptr),
+                                               FieldValue::subMessage(one),
+                                               FieldValue::subMessage(other)};
     for (std::size_t a = 0; a < different.size(); ++a) {
         for (std::size_t b = 0; b < different.size(); ++b) {
             EXPECT_EQ(different[a] == different[b], a == b) << a << " and " << b;

@@ -96,7 +96,7 @@ struct Buoy_Element {
     [[gnu::always_inline]] static void get(Run& run, RTCM2_Buoy_s& r)
     {
         if (!run.template get<0, 7>(r.Look, RTCM2_ERR_BUOY_LOOK_EXT_BUFFER_OVERFLOW)) return;
-        r.Colour = sliceOf<0, 4>(r.Look);
+        r.Colour = sliceOf<2, 4>(r.Look);
         if (!run.template get<7, 9>(r.Height, RTCM2_ERR_BUOY_HEIGHT_EXT_BUFFER_OVERFLOW)) return;
     }
 };
@@ -118,7 +118,7 @@ std::int32_t layouts::encode_Buoy(RTCM2_Buoy_s* record, std::uint8_t* data, std:
 {
     Encoding out(data, data_size, *offset);
     out.run<16>(*record, [](auto& run, auto& r) {
-        foldSlice<0, 4>(r.Look, r.Colour);
+        foldSlice<2, 4>(r.Look, r.Colour);
         if (!run.template put<0, 7>(r.Look, RTCM2_ERR_BUOY_LOOK_EXT_BUFFER_OVERFLOW)) return;
         if (!run.template put<7, 9>(r.Height, RTCM2_ERR_BUOY_HEIGHT_EXT_BUFFER_OVERFLOW)) return;
     });

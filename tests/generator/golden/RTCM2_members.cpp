@@ -22,10 +22,10 @@ constexpr MemberRow members_Buoy[] = {
      .size = sizeof(uint8_t),
      .offset = offsetof(RTCM2_Buoy_s, Colour),
      .of = 0,
-     .low = 0,
+     .low = 2,
      .derive = [](void* record) {
          auto& r = *static_cast<RTCM2_Buoy_s*>(record);
-         r.Colour = sliceOf<0, 4>(r.Look);
+         r.Colour = sliceOf<2, 4>(r.Look);
      }},
     {.name = "Height",
      .role = MemberRole::wire,
