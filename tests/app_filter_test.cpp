@@ -1,6 +1,5 @@
-#include "Expression.h"
+#include "DecoderDriver.h"
 #include "MessageFilter.h"
-#include "NearestName.h"
 #include "Number.h"
 #include "Plugin.h"
 #include "support/MessageHelpers.h"
@@ -10,167 +9,82 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <random>
-#include <stdexcept>
 #include <utility>
+#include <variant>
 
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-using Bits = std::vector<std::pair<unsigned, std::int64_t>>;    // width and value
-
-// A message of station 5, Z-count 4500 and health 0 in whole words.
-Bytes messageOf(unsigned type, const Bits& content)
-{
-    Bytes payload;
-    unsigned used = 0;
-    for (const auto& [width, value] : content) {
-        for (unsigned bit = width; bit-- > 0; ++used) {
-            if (used % 24 == 0) {
-                payload.resize(payload.size() + 3);
-            }
-            const auto one = static_cast<std::uint64_t>(value) >> bit & 1U;
-            payload[used / 8] |= static_cast<std::uint8_t>(one << (7 - used % 8));
-        }
-    }
-    return packed(type, static_cast<unsigned>(payload.size() / 3), payload);
-}
-
-Bytes textMessage(std::string_view text)
-{
-    Bits content;
-    for (const char c : text) {
-        content.push_back({8, c});
-    }
-    return messageOf(16, content);
-}
-
-constexpr std::int64_t farthest = (std::int64_t{1} << 37) - 1;    // of 38 bits
-
 // Satellite 12 with PRC -100, RRC 5 and satellite 7 with what means "error".
-const Bytes corrections = messageOf(1, {{1, 0},
-                                        {2, 1},
-                                        {5, 12},
-                                        {16, -100},
-                                        {8, 5},
-                                        {8, 42},
-                                        {1, 1},
-                                        {2, 3},
-                                        {5, 7},
-                                        {16, -32768},
-                                        {8, -1},
-                                        {8, 165}});
+const Bytes corrections =
+    packed(1, 4, {0x2C, 0xFF, 0x9C, 0x05, 0x2A, 0xE7, 0x80, 0x00, 0xFF, 0xA5, 0x00, 0x00});
 const Bytes noCorrections = packed(9, 0);
-const Bytes ionosphere = messageOf(15, {{2, 0}, {1, 1}, {5, 3}, {14, 9}, {14, -8192}});
-const Bytes special = textMessage({"GALE \xE9t\xE9 12\0x", 13});
-const Bytes pseudoranges = messageOf(
-    21, {{2, 2}, {2, 3}, {20, 599999}, {8, 0x25}, {4, 7}, {1, 1}, {3, 0}, {8, 1}, {24, 0}});
+// GLONASS satellite 3 with delay 9 and a rate not to be used.
+const Bytes ionosphere = packed(15, 2, {0x23, 0x00, 0x26, 0x00, 0x00, 0x00});
+const std::string_view gale("GALE \xE9t\xE9 12\0x\0\0", 15);
+const Bytes special = packed(16, 5, {gale.begin(), gale.end()});
+const Bytes pseudoranges = packed(21, 3, {0xB9, 0x27, 0xBF, 0x25, 0x78, 0x01, 0, 0, 0});
+// Coordinates of -1 and the two farthest, and no height; coordinates of 0 and a height of 0.
 const Bytes antenna =
-    messageOf(24, {{38, -1}, {2, 0}, {38, farthest}, {2, 0}, {38, -farthest - 1}, {1, 1}, {1, 0}});
+    packed(24, 5, {0xFF, 0xFF, 0xFF, 0xFF, 0xFC, 0x7F, 0xFF, 0xFF, 0xFF, 0xFC, 0x80, 0, 0, 0, 2});
 const Bytes antennaWithHeight =
-    messageOf(24, {{38, 0}, {2, 0}, {38, 0}, {2, 0}, {38, 0}, {1, 0}, {1, 1}, {18, 0}, {6, 63}});
-const Bytes proprietary = messageOf(59, {{8, 0x41}, {8, 0x42}, {8, 0x10}, {8, 0xFE}});
+    packed(24, 6, {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0x3F});
+const Bytes proprietary = packed(59, 2, {0x41, 0x42, 0x10, 0xFE, 0x00, 0x00});
 
 class FilterTest : public testing::Test {
 protected:
-    FilterTest()
+    MessageFilter filterOf(const FilterOptions& options) const
     {
-        for (const auto& kind : model.kinds()) {
-            if (kind->isMain) {
-                mainKinds.push_back(kind.get());
-            }
-        }
-        QObject::connect(decoder.get(), &MessageSource::newMessage, [this](const Message* message) {
-            message->addReference();
-            latest = message;
-        });
-    }
-
-    ~FilterTest() override { forget(); }
-
-    void forget()
-    {
-        if (latest != nullptr) {
-            std::exchange(latest, nullptr)->removeReference();
-        }
-    }
-
-    // The message, kept until the next one.
-    const Message& decode(const Bytes& bytes)
-    {
-        forget();
-        const int result =
-            decoder->decodeMessage(bytes.data(), static_cast<unsigned>(bytes.size()));
-        if (latest == nullptr) {
-            throw std::runtime_error("not decoded: " + std::to_string(result));
-        }
-        return *latest;
-    }
-
-    bool holds(const std::string& expression, const Bytes& bytes)
-    {
-        const Message& message = decode(bytes);
-        return Expression(expression, mainKinds).holds(message, *model.kindOf(message));
-    }
-
-    std::string errorOf(const std::string& expression)
-    {
-        try {
-            const Expression parsed(expression, mainKinds);
-        } catch (const FilterError& error) {
-            return error.text;
-        }
-        return "";
-    }
-
-    std::vector<std::string> kindsOf(const FilterOptions& options)
-    {
-        std::vector<std::string> names;
-        const MessageFilter filter(model, options, plugin::fieldParts().station);
-        for (const KindModel* kind : filter.kinds()) {
-            names.push_back(std::to_string(kind->typeNumber));
-        }
-        return names;
+        return MessageFilter(model, options, plugin::fieldParts().station);
     }
 
     bool takes(const FilterOptions& options, const Bytes& bytes)
     {
-        const MessageFilter filter(model, options, plugin::fieldParts().station);
-        const Message& message = decode(bytes);
-        return filter.takes(message, *model.kindOf(message));
+        const Message& message = *driver.decode(bytes).message;
+        return filterOf(options).takes(message, *model.kindOf(message));
     }
 
-    std::string filterErrorOf(const FilterOptions& options)
+    bool holds(const std::string& expression, const Bytes& bytes)
+    {
+        return takes({.where = expression}, bytes);
+    }
+
+    std::string errorOf(const FilterOptions& options) const
     {
         try {
-            const MessageFilter filter(model, options, plugin::fieldParts().station);
+            filterOf(options);
         } catch (const FilterError& error) {
             return error.text;
         }
         return "";
     }
 
+    std::vector<int> kindsOf(const FilterOptions& options) const
+    {
+        std::vector<int> numbers;
+        const MessageFilter filter = filterOf(options);
+        for (const KindModel* kind : filter.kinds()) {
+            numbers.push_back(kind->typeNumber);
+        }
+        return numbers;
+    }
+
     FormatModel model{plugin::format()};
     std::unique_ptr<AbstractDecoder> decoder = plugin::makeDecoder();
-    const Message* latest = nullptr;
-    std::vector<const KindModel*> mainKinds;
-};
-
-struct Case {
-    const char* expression;
-    const Bytes& message;
-    bool expected;
+    DecoderDriver driver{*decoder, plugin::isSwitchedOff, plugin::makeExtractor};
 };
 
 TEST_F(FilterTest, ExpressionsHoldOrNot)
 {
-    const Case cases[] = {
+    const struct {
+        const char* expression;
+        const Bytes& message;
+        bool expected;
+    } cases[] = {
         // names
         {"\"Modified Z-Count\" == 4500", corrections, true},
         {"'modified z-count' = 4500", corrections, true},
-        {"modified_z_count==4500", corrections, true},
         {"Sequence_No == 3 && \"Sequence No.\" == 3", corrections, true},
-        {"Corrections.PRC < -99", corrections, true},
         {"corrections . \"satellite id\" == 7", corrections, true},
         {"Corrections.Satellite_Id == 8", corrections, false},
         // any element, each comparison for itself
@@ -178,18 +92,13 @@ TEST_F(FilterTest, ExpressionsHoldOrNot)
         {"Corrections.PRC != -100", corrections, true},
         {"Corrections.PRC != -100", noCorrections, false},
         {"not Corrections.PRC == -100", corrections, false},
-        {"Data == 254", proprietary, true},
-        {"Data == 0x10 and Data < 0x11", proprietary, true},
+        {"Data == 0x10 and Data < 0x11 and Data == 254", proprietary, true},
         {"Data == 0x11", proprietary, false},
         // numbers
         {"Corrections.PRC<=-32768", corrections, true},
         {"Corrections.PRC < -32768", corrections, false},
         {"Modified_Z_Count > 4499.5 and Modified_Z_Count < 4500.5", corrections, true},
-        {"Modified_Z_Count == 4500.5", corrections, false},
         {"Modified_Z_Count == 45e2 and Modified_Z_Count == 4500.0", corrections, true},
-        {"Modified_Z_Count < -1", corrections, false},
-        {"Modified_Z_Count < 99999999999999999999999", corrections, true},
-        {"ECEF_X == -1 and ECEF_X < 0 and ECEF_X > -1.5 and ECEF_X < -0.5", antenna, true},
         {"ECEF_X == 18446744073709551615", antenna, false},
         {"ECEF_Y == 137438953471 and ECEF_Z == -137438953472", antenna, true},
         {"ECEF_Y > 137438953471 or ECEF_Z > -137438953472", antenna, false},
@@ -198,67 +107,54 @@ TEST_F(FilterTest, ExpressionsHoldOrNot)
         // what is absent or unknown to the kind
         {"Corrections.PRC < 0", special, false},
         {"not Corrections.PRC < 0", special, true},
-        {"Antenna_Height == 0", antenna, false},
-        {"Antenna_Height != 0", antenna, false},
+        {"Antenna_Height == 0 or Antenna_Height != 0", antenna, false},
         {"not Antenna_Height == 0", antenna, true},
         {"Antenna_Height == 0 and Reserved3 == 63", antennaWithHeight, true},
         {"present(Antenna_Height)", antenna, false},
         {"PRESENT ( \"Antenna Height\" )", antennaWithHeight, true},
         {"present(Corrections)", noCorrections, false},
         {"present(Corrections) and present(Corrections.PRC)", corrections, true},
-        {"present(Corrections.PRC)", special, false},
         // coded values by their texts
         {"\"Station Health\" == 'udre scale factor = 1'", corrections, true},
         {"\"Station Health\" == \"Not Working\"", corrections, false},
         {"\"Station Health\" != \"Not Working\"", corrections, true},
         {"Station_Health ~ 'scale factor' and not Station_Health ~ work", corrections, true},
-        {"Constellation == GLONASS", antenna, true},
-        {"Constellation == GPS", antennaWithHeight, true},
-        {"\"Height Indicator\" == Absent", antenna, true},
         {"Corrections.PRC == error", corrections, true},
         {"Corrections.\"Rate Of Change\" == 'Do not use'", ionosphere, true},
         {"Corrections.\"Rate Of Change\" == DoNotUse", ionosphere, true},
-        {"Corrections.G == glonass", ionosphere, true},
-        {"Data.\"Data Quality\" == 'GT 5.00 m'", pseudoranges, true},
         // text fields
         {"Message == 'GALE \xC3\xA9t\xC3\xA9 12'", special, true},
         {"Message == 'gale \xC3\xA9t\xC3\xA9 12'", special, false},
         {"Message != 'GALE'", special, true},
         {"Message ~ gale and Message contains \"t\xC3\xA9 1\"", special, true},
-        {"Message ~ storm", special, false},
         {"Message ~ '12x'", special, false},
-        {"Message ~ gale", corrections, false},
-        {"Message ~ 'a\\'b' or Message ~ \"\\\\\"", special, false},
+        {"Message ~ 'G\\ALE' and not Message ~ \"\\\\\"", special, true},
         // connections
         {"Message_Type == 1 or Message_Type == 9 and Ns == 7", corrections, true},
         {"(Message_Type == 1 or Message_Type == 9) and Ns == 7", corrections, false},
         {"not Ns == 7 and Ns == 2", corrections, true},
         {"not (Ns == 7 or Ns == 2)", corrections, false},
-        {"! ! Ns == 2 && !(Ns == 3) || Ns == 9", corrections, true},
+        {"! ! Ns == 2 && !(Ns >= 3) || Ns == 9", corrections, true},
         {"Ns==2 AND NOT Ns==3", corrections, true},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(holds(c.expression, c.message), c.expected) << c.expression;
+    for (const auto& test : cases) {
+        EXPECT_EQ(holds(test.expression, test.message), test.expected) << test.expression;
     }
 }
 
-struct ErrorCase {
-    const char* expression;
-    int column;           // of the caret, from 0
-    const char* piece;    // of the text
-};
-
 TEST_F(FilterTest, ErrorsPointAtThePlace)
 {
-    const ErrorCase cases[] = {
-        {"", 0, "ends too early"},
-        {"   ", 3, "expected a condition"},
+    const struct {
+        const char* expression;
+        std::size_t column;    // of the caret, from 0
+        const char* piece;     // of the text
+    } cases[] = {
+        {"   ", 3, "the expression ends too early"},
         {"Ns", 2, "expected ==, !="},
         {"Ns ==", 5, "expected a number or a text"},
         {"Ns == 5 6", 8, "expected 'and', 'or' or the end"},
         {"Ns == 5)", 7, "no '(' for this ')'"},
         {"(Ns == 5", 8, "expected ')'"},
-        {"Ns == 5 and", 11, "expected a condition"},
         {"Ns < > 5", 5, "expected a number or a text"},
         {"5 == Ns", 0, "expected the field first"},
         {"== 5", 0, "expected a condition"},
@@ -268,8 +164,6 @@ TEST_F(FilterTest, ErrorsPointAtThePlace)
         {"Station Health == 7", 8, "\"Station Health\""},
         {"Modified_Z-Count == 7", 10, "stand in quotes"},
         {"Ns == 'open", 6, "expected another '"},
-        {"Ns == 0x", 6, "'0x' is no number"},
-        {"Ns == 1.", 6, "'1.' is no number"},
         {"Ns == 12abc", 6, "'12abc' is no number"},
         {"Ns == 1 & Ns == 2", 8, "expected &&"},
         {"Ns == 1 # 2", 8, "no meaning"},
@@ -289,14 +183,14 @@ TEST_F(FilterTest, ErrorsPointAtThePlace)
         {"\xC3\xA9\xC3\xA9\xC3\xA9 == 5 )", 9, "no '('"},
         {"Ns\t==\n5 )", 8, "no '('"},
     };
-    for (const ErrorCase& c : cases) {
-        const std::string error = errorOf(c.expression);
-        EXPECT_NE(error.find(c.piece), std::string::npos) << c.expression << "\n" << error;
+    for (const auto& test : cases) {
+        const std::string error = errorOf({.where = test.expression});
+        EXPECT_NE(error.find(test.piece), std::string::npos) << test.expression << "\n" << error;
         const std::size_t lineBegin = error.find('\n') + 1;
         const std::size_t caretBegin = error.find('\n', lineBegin) + 1;
-        const std::string line = error.substr(lineBegin, caretBegin - 1 - lineBegin);
-        EXPECT_EQ(line.size(), std::string_view(c.expression).size() + 2) << error;
-        EXPECT_EQ(error.find('^'), caretBegin + 2 + static_cast<std::size_t>(c.column)) << error;
+        EXPECT_EQ(caretBegin - 1 - lineBegin, std::string_view(test.expression).size() + 2)
+            << error;
+        EXPECT_EQ(error.find('^'), caretBegin + 2 + test.column) << error;
     }
 }
 
@@ -306,7 +200,8 @@ TEST_F(FilterTest, LongExpressionsAreShownInPart)
     for (int i = 0; i < 300; ++i) {
         expression += "Ns == 1 or ";
     }
-    const std::string error = errorOf(expression + "Nn == 2 or " + expression + "Ns == 3");
+    const std::string error =
+        errorOf({.where = expression + "Nn == 2 or " + expression + "Ns == 3"});
     EXPECT_NE(error.find("  ... 1 or Ns == 1 or "), std::string::npos) << error;
     EXPECT_NE(error.find("...\n" + std::string(2 + 3 + 50, ' ') + "^\n"), std::string::npos)
         << error;
@@ -319,61 +214,30 @@ TEST_F(FilterTest, DeepAndEndlessExpressionsAreRefusedOrHeld)
         return std::string(depth, '(') + "Ns == 2" + std::string(depth, ')');
     };
     EXPECT_TRUE(holds(nested(100), corrections));
-    EXPECT_NE(errorOf(nested(101)).find("nested too deeply"), std::string::npos);
-    EXPECT_NE(errorOf(nested(5000)).find("nested too deeply"), std::string::npos);
-    EXPECT_NE(errorOf(std::string(100000, '(')).find("too long"), std::string::npos);
-    EXPECT_NE(errorOf(std::string(100000, '!')).find("too long"), std::string::npos);
-    EXPECT_NE(errorOf(std::string(16000, '(')).find("nested too deeply"), std::string::npos);
     EXPECT_TRUE(holds(std::string(16000, '!') + "Ns == 2", corrections));
-    EXPECT_FALSE(holds(std::string(15999, '!') + "Ns == 2", corrections));
-    EXPECT_NE(errorOf("Ns == " + std::string(16000, '9') + "x").find("is no number"),
-              std::string::npos);
     EXPECT_FALSE(holds("Ns == " + std::string(16000, '9'), corrections));
     EXPECT_TRUE(holds("Ns == 2." + std::string(16000, '0'), corrections));
-}
-
-// Pieces at random: whatever comes of them is an error or a condition that can be asked.
-TEST_F(FilterTest, NoExpressionDoesHarm)
-{
-    const char* pieces[] = {
-        "Ns",   "Corrections", "PRC",  "Message", "present", "(",   ")",
-        ".",    "==",          "<",    "!",       "~",       "and", "or",
-        "not",  "5",           "-1e9", "0x",      "'",       "\"",  "\\",
-        "\xC3", "\xFF",        " ",    "error",   "\n",      "&&",  "99999999999999999999",
-        "\x01"};
-    std::mt19937 random(4);
-    std::uniform_int_distribution<std::size_t> piece(0, std::size(pieces) - 1);
-    const Message& message = decode(corrections);
-    int understood = 0;
-    for (int i = 0; i < 3000; ++i) {
-        std::string expression;
-        for (std::size_t length = piece(random) / 2 + 1; length > 0; --length) {
-            expression += pieces[piece(random)];
-            expression += i % 2 == 0 ? " " : "";
-        }
-        try {
-            const Expression parsed(expression, mainKinds);
-            parsed.holds(message, *model.kindOf(message));
-            ++understood;
-        } catch (const FilterError& error) {
-            ASSERT_NE(error.text.find("^"), std::string::npos) << expression;
-        }
+    const std::pair<std::string, const char*> refused[] = {
+        {nested(101), "nested too deeply"},
+        {std::string(16384, '('), "nested too deeply"},
+        {std::string(16385, '!'), "too long"},
+    };
+    for (const auto& [expression, piece] : refused) {
+        EXPECT_NE(errorOf({.where = expression}).find(piece), std::string::npos) << piece;
     }
-    EXPECT_GT(understood, 0);
 }
 
 TEST_F(FilterTest, KindsThatCannotPassAreLeftOut)
 {
-    using Names = std::vector<std::string>;
-    EXPECT_EQ(kindsOf({}).size(), mainKinds.size());
-    EXPECT_EQ(kindsOf({.kinds = {"9", "Message Type 1", "message_type_1", "9"}}),
-              (Names{"1", "9"}));
-    EXPECT_EQ(kindsOf({.kinds = {"1", "9"}, .excludedKinds = {"9", "16"}}), (Names{"1"}));
-    EXPECT_EQ(kindsOf({.where = "Corrections.PRC < 0"}), (Names{"1", "9", "31"}));
-    EXPECT_EQ(kindsOf({.where = "Message_Type == 9 or Message_Type > 50"}), (Names{"9", "59"}));
-    EXPECT_EQ(kindsOf({.where = "not Message_Type == 9"}).size(), mainKinds.size() - 1);
-    EXPECT_EQ(kindsOf({.where = "not present(Corrections)"}).size(), mainKinds.size());
-    EXPECT_EQ(kindsOf({.kinds = {"1"}, .where = "Message_Type == 9"}), Names());
+    using Numbers = std::vector<int>;
+    const std::size_t all = kindsOf({}).size();
+    EXPECT_EQ(kindsOf({.kinds = {"9", "Message Type 1", "message_type_1", "9"}}), (Numbers{1, 9}));
+    EXPECT_EQ(kindsOf({.kinds = {"1", "9"}, .excludedKinds = {"9", "16"}}), Numbers{1});
+    EXPECT_EQ(kindsOf({.where = "Corrections.PRC < 0"}), (Numbers{1, 9, 31}));
+    EXPECT_EQ(kindsOf({.where = "Message_Type == 9 or Message_Type > 50"}), (Numbers{9, 59}));
+    EXPECT_EQ(kindsOf({.where = "not Message_Type == 9"}).size(), all - 1);
+    EXPECT_EQ(kindsOf({.where = "not present(Corrections)"}).size(), all);
+    EXPECT_EQ(kindsOf({.kinds = {"1"}, .where = "Message_Type == 9"}), Numbers{});
 }
 
 TEST_F(FilterTest, TakesByKindStationAndExpressionTogether)
@@ -397,7 +261,7 @@ TEST_F(FilterTest, WrongFiltersAreRefused)
         {{.kinds = {"16"}, .where = "Ns == 1"}, "no message that can pass has a field 'Ns'"},
     };
     for (const auto& [options, piece] : cases) {
-        EXPECT_NE(filterErrorOf(options).find(piece), std::string::npos) << filterErrorOf(options);
+        EXPECT_NE(errorOf(options).find(piece), std::string::npos) << errorOf(options);
     }
     EXPECT_THROW(MessageFilter(model, {.stations = {"1"}}, "No Such Field"), FilterError);
 }
@@ -406,28 +270,41 @@ TEST(NumberTest, ComparesWithoutLoss)
 {
     constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
     constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
-    const auto number = [](const char* text) { return *where::Number::parse(text); };
-    EXPECT_TRUE(number("18446744073709551615").orderOf(most) == 0);
-    EXPECT_TRUE(number("0xFFFFFFFFFFFFFFFF").orderOf(most) == 0);
-    EXPECT_TRUE(number("18446744073709551614").orderOf(most) > 0);
-    EXPECT_TRUE(number("18446744073709551614.9").orderOf(most) > 0);
-    EXPECT_TRUE(number("18446744073709551615.1").orderOf(most) < 0);
-    EXPECT_TRUE(number("18446744073709551616").orderOf(most) < 0);
-    EXPECT_TRUE(number("1e99").orderOf(most) < 0);
-    EXPECT_TRUE(number("-9223372036854775808").orderOf(least) == 0);
-    EXPECT_TRUE(number("-9223372036854775807").orderOf(least) < 0);
-    EXPECT_TRUE(number("-9223372036854775808.5").orderOf(least) > 0);
-    EXPECT_TRUE(number("-99999999999999999999").orderOf(least) > 0);
-    EXPECT_TRUE(number("9007199254740993").orderOf(std::uint64_t{9007199254740992}) < 0);
-    EXPECT_TRUE(number("-0").orderOf(std::uint64_t{0}) == 0);
-    EXPECT_TRUE(number("-0.5").orderOf(std::uint64_t{0}) > 0);
-    EXPECT_TRUE(number("-0.5").orderOf(std::int64_t{-1}) < 0);
-    EXPECT_TRUE(number("0.5").orderOf(std::int64_t{0}) < 0);
-    EXPECT_TRUE(number("1e-400").orderOf(std::int64_t{0}) < 0);
-    EXPECT_TRUE(number("120e-1").orderOf(std::int64_t{12}) == 0);
-    EXPECT_TRUE(number("0.0012e4").orderOf(std::int64_t{12}) == 0);
-    EXPECT_TRUE(number("-2.5").orderOf(-2.5) == 0);
-    EXPECT_TRUE(number("1e999").orderOf(1e308) < 0);
+    constexpr auto less = std::partial_ordering::less;
+    constexpr auto equal = std::partial_ordering::equivalent;
+    constexpr auto greater = std::partial_ordering::greater;
+    const struct {
+        const char* number;
+        std::variant<std::uint64_t, std::int64_t, double> value;
+        std::partial_ordering order;    // of the value to the number
+    } cases[] = {
+        {"18446744073709551615", most, equal},
+        {"0xFFFFFFFFFFFFFFFF", most, equal},
+        {"0x1FFFFFFFFFFFFFFFF", most, less},
+        {"18446744073709551614.9", most, greater},
+        {"18446744073709551615.1", most, less},
+        {"18446744073709551616", most, less},
+        {"1e99", most, less},
+        {"-9223372036854775808", least, equal},
+        {"-9223372036854775807", least, less},
+        {"-9223372036854775808.5", least, greater},
+        {"-99999999999999999999", least, greater},
+        {"9007199254740993", std::uint64_t{9007199254740992}, less},
+        {"-0", std::uint64_t{0}, equal},
+        {"-0.5", std::uint64_t{0}, greater},
+        {"-0.5", std::int64_t{-1}, less},
+        {"1e-400", std::int64_t{0}, less},
+        {"120e-1", std::int64_t{12}, equal},
+        {"0.0012e4", std::int64_t{12}, equal},
+        {"-2.5", -2.5, equal},
+        {"1e999", 1e308, less},
+    };
+    for (const auto& test : cases) {
+        const auto order = std::visit(
+            [&](auto value) { return where::Number::parse(test.number)->orderOf(value); },
+            test.value);
+        EXPECT_TRUE(order == test.order) << test.number;
+    }
     for (const char* text : {"", "-", "0x", "0xg", "1e", "1e+", ".5", "5.", "1.2.3", "1 ", "--1"}) {
         EXPECT_FALSE(where::Number::parse(text)) << text;
     }

@@ -57,6 +57,13 @@ public:
         return stream;
     }
 
+    ExitStatus read(const std::vector<std::string>& paths, Sink& sink)
+    {
+        const MessageFilter filter(host.model, filterOptions, host.parts.station);
+        Session session(host.model, host.driver, filter, [this] { return makeReader(form); });
+        return session.run(paths, sessionOptions, sink);
+    }
+
     // Reads files by their names in the directory; the result is what the sink wrote.
     std::string run(const std::vector<std::string>& names, const MakeSink& makeSink)
     {
@@ -66,11 +73,7 @@ public:
         }
         Output output;
         EXPECT_TRUE(output.open(pathOf("output")));
-        const MessageFilter filter(host.model, filterOptions, host.parts.station);
-        Session session(host.model, host.driver, filter,
-                        [] { return makeReader(InputForm::stream); });
-        const std::unique_ptr<Sink> sink = makeSink(output);
-        session.run(paths, sessionOptions, *sink);
+        read(paths, *makeSink(output));
         EXPECT_TRUE(output.close()) << output.problem();
         return readFile("output");
     }
@@ -89,6 +92,7 @@ public:
     }
 
     Host host;
+    InputForm form = InputForm::stream;
     FilterOptions filterOptions;
     SessionOptions sessionOptions{.max = 0, .onError = OnError::report, .quiet = true};
 
