@@ -49,7 +49,6 @@ expect 2 "no message that can be listed" "$rtcm2" list --fields PRCC "$sample"
 expect 2 "" "$rtcm2"
 expect 2 "" "$rtcm2" no-such-command
 expect 0 "" "$rtcm2" --help
-expect 0 "" "$rtcm2" --version
 
 # All types but some: what is of an unknown one (14) stays.
 { "$rtcm2" convert --to hex "$all" && echo 663805000000; } > "$work/all"

@@ -35,23 +35,15 @@ def documented():
     return rows
 
 
-def reported():
-    """The samples with messages that are reported."""
-    return [name for name, cells in documented().items() if cells[1] != "0"]
-
-
 def counts(text):
     """'1 x 45, 3 x 3' as a mapping."""
     return {number: int(count) for number, count in re.findall(r"(\d+) x (\d+)", text)}
 
 
 class Samples(unittest.TestCase):
-    def test_every_sample_is_documented(self):
-        files = {path.name for path in SAMPLES.iterdir() if path.is_file()}
-        files -= {"README.md", ".gitattributes"}
-        self.assertEqual(set(documented()), files)
-
     def test_samples_hold_what_is_documented(self):
+        files = {path.name for path in SAMPLES.iterdir() if path.is_file()}
+        self.assertEqual(set(documented()), files - {"README.md", ".gitattributes"})
         for name, (size, messages, types, trouble) in documented().items():
             with self.subTest(name):
                 self.assertEqual((SAMPLES / name).stat().st_size, int(size.replace(",", "")))
@@ -64,37 +56,15 @@ class Samples(unittest.TestCase):
                 self.assertEqual({kind: str(count) for kind, count in kinds.items()},
                                  {kind.strip(): count for kind, count in expected.items()})
 
-    def test_export_and_encode_are_inverse(self):
-        for name in reported():
-            with self.subTest(name):
-                exported, _ = run("export", "--hex", SAMPLES / name)
-                for form in ("packed", "hex"):
-                    encoded, complaints = run("encode", "-", "--to", form, data=exported)
-                    self.assertEqual(complaints, [])
-                    again, _ = run("export", "--hex", "--form", form, "-", data=encoded)
-                    self.assertEqual(without_place(again), without_place(exported))
-
     def test_encode_gives_the_bits_of_the_capture(self):
         """hex tells how the messages stood in the capture, and encode does not look at it."""
-        for name in reported():
+        for name in [name for name, cells in documented().items() if cells[1] != "0"]:
             with self.subTest(name):
                 exported, _ = run("export", "--texts", "--format", "json", "--hex", SAMPLES / name)
                 hexes = re.findall(r'"hex":"([0-9a-f]+)"', exported.decode())
                 spoilt = re.sub(rb'"hex":"[0-9a-f]+"', b'"hex":"spoilt"', exported)
                 encoded, _ = run("encode", "-", "--to", "hex", data=spoilt)
                 self.assertEqual(encoded.decode().split(), hexes)
-
-    def test_all_forms_hold_the_same(self):
-        streams = {path.suffix: without_place(run("export", path)[0])
-                   for path in SAMPLES.glob("all-types.*")}
-        self.assertEqual(len(streams), 4)
-        self.assertEqual(len(set(streams.values())), 1)
-
-
-def without_place(exported):
-    """The JSON lines without the byte position and the message's number, which count the bytes and
-    the damaged messages of the form."""
-    return re.sub(rb'"number":\d+,"byte":\d+,', b"", exported)
 
 
 class Refusals(unittest.TestCase):

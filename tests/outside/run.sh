@@ -71,6 +71,5 @@ own_libraries decode
 
 cmake_project host
 expect "Station Health: UDRE Scale Factor = 1" host/host
-expect "29 messages, " host/walk "$root/samples/all-types.hex"
-expect ", 4 casts, " host/walk "$root/samples/all-types.hex"
-own_libraries host/walk
+expect "29 messages, 4 casts, 29 refusals" host/types "$root/samples/all-types.hex"
+own_libraries host/types
