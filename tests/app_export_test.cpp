@@ -8,9 +8,9 @@
 #include "support/MessageHelpers.h"
 
 #include <rapidjson/document.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
 
-#include <cmath>
-#include <limits>
 #include <random>
 #include <sstream>
 
@@ -48,58 +48,62 @@ std::string bytesOf(const Json& text)
 }
 
 // The fields of a message as the checked accessors of the descriptors have them.
-using Memory = Document::AllocatorType;
+using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
 
-Json stringOf(const std::string& text, Memory& memory)
-{
-    return Json(text.data(), static_cast<rapidjson::SizeType>(text.size()), memory);
-}
+void writeFields(Writer& json, const KindModel& kind, const Message& message);
 
-Json fieldsOf(const KindModel& kind, const Message& message, Memory& memory);
-
-Json valueOf(const FieldModel& field, const FieldValue& value, Memory& memory)
+void writeValue(Writer& json, const FieldModel& field, const FieldValue& value)
 {
     switch (value.getKind()) {
     case FieldType::Signed:
-        return Json(std::int64_t{value.toSigned()});
+        json.Int64(value.toSigned());
+        break;
     case FieldType::Float64:
-        return Json(value.toDouble());
+        json.Double(value.toDouble());
+        break;
     case FieldType::SubMessage:
-        return fieldsOf(*field.element, *value.toSubMessage(), memory);
+        writeFields(json, *field.element, *value.toSubMessage());
+        break;
     default:
-        return Json(std::uint64_t{value.toUnsigned()});
+        json.Uint64(value.toUnsigned());
+        break;
     }
 }
 
-Json memberOf(const FieldModel& field, const Message& message, Memory& memory)
+void writeText(Writer& json, const FieldInfo& field, const Message& message)
 {
-    if (!field.repeated) {
-        return valueOf(field, field.info->getValue(&message, 0), memory);
-    }
     QString text;
-    Json values(rapidjson::kArrayType);
-    for (unsigned i = 0; i < field.info->getCount(&message); ++i) {
-        const FieldValue value = field.info->getValue(&message, i);
-        if (field.isText()) {
-            text += QLatin1Char(value.toCharacter());
-        } else {
-            values.PushBack(valueOf(field, value, memory), memory);
-        }
+    for (unsigned i = 0; i < field.getCount(&message); ++i) {
+        text += QLatin1Char(field.getValue(&message, i).toCharacter());
     }
     text.chop(text.endsWith(QChar(0)) ? 1 : 0);
-    return field.isText() ? stringOf(text.toStdString(), memory) : std::move(values);
+    const std::string utf8 = text.toStdString();
+    json.String(utf8.data(), static_cast<rapidjson::SizeType>(utf8.size()));
 }
 
-Json fieldsOf(const KindModel& kind, const Message& message, Memory& memory)
+void writeFields(Writer& json, const KindModel& kind, const Message& message)
 {
-    Json fields(rapidjson::kObjectType);
+    json.StartObject();
     for (const FieldModel& field : kind.fields) {
-        if (!field.optional || field.info->isPresent(&message)) {
-            fields.AddMember(stringOf(field.identifier, memory), memberOf(field, message, memory),
-                             memory);
+        if (field.optional && !field.info->isPresent(&message)) {
+            continue;
+        }
+        json.Key(field.identifier.c_str());
+        if (field.isText()) {
+            writeText(json, *field.info, message);
+            continue;
+        }
+        if (field.repeated) {
+            json.StartArray();
+        }
+        for (unsigned i = 0; i < field.info->getCount(&message); ++i) {
+            writeValue(json, field, field.info->getValue(&message, i));
+        }
+        if (field.repeated) {
+            json.EndArray();
         }
     }
-    return fields;
+    json.EndObject();
 }
 
 class ExportTest : public testing::Test {
@@ -159,9 +163,10 @@ TEST_F(ExportTest, EveryReportedKindHasTheValuesOfItsDescriptors)
             const Outcome outcome = app.host.driver.decode(message);
             if (outcome.message != nullptr) {
                 ASSERT_LT(compared, lines.size());
-                Document document = parsed(lines[compared]);
-                EXPECT_TRUE(document["fields"] ==
-                            fieldsOf(*kind, *outcome.message, document.GetAllocator()))
+                rapidjson::StringBuffer fields;
+                Writer writer(fields);
+                writeFields(writer, *kind, *outcome.message);
+                EXPECT_NE(lines[compared].find(fields.GetString()), std::string::npos)
                     << lines[compared];
                 ++compared;
             }
@@ -171,21 +176,13 @@ TEST_F(ExportTest, EveryReportedKindHasTheValuesOfItsDescriptors)
     }
 }
 
-TEST_F(ExportTest, MembersAreInTheOrderOfTheFields)
+TEST_F(ExportTest, PlacesStandBeforeFieldsAndHexBehind)
 {
-    EXPECT_EQ(json({packed(9, 0), twoCorrections()}, {.withHex = true}),
-              "{\"kind\":\"Message Type 9\",\"number\":1,\"byte\":0,\"fields\":{\"Preamble\":102,"
+    EXPECT_EQ(linesOf(json({twoCorrections(), packed(9, 0)}, {.withHex = true})).at(1),
+              "{\"kind\":\"Message Type 9\",\"number\":2,\"byte\":30,\"fields\":{\"Preamble\":102,"
               "\"Message_Type\":9,\"Reference_Station_Id\":5,\"Modified_Z_Count\":4500,"
               "\"Sequence_No\":3,\"No_Of_Data_Words\":0,\"Station_Health\":0,\"Ns\":0,"
-              "\"Corrections\":[]},\"hex\":\"6624058ca300\"}\n"
-              "{\"kind\":\"Message Type 1\",\"number\":2,\"byte\":10,\"fields\":{\"Preamble\":102,"
-              "\"Message_Type\":1,\"Reference_Station_Id\":5,\"Modified_Z_Count\":4500,"
-              "\"Sequence_No\":3,\"No_Of_Data_Words\":4,\"Station_Health\":0,\"Ns\":2,"
-              "\"Corrections\":[{\"Scale_Factor\":0,\"UDRE\":1,\"Satellite_Id\":3,\"PRC\":-300,"
-              "\"RRC\":5,\"Issue_Of_Data\":129,\"Change_Bit\":1,\"Time_Of_Day\":1},"
-              "{\"Scale_Factor\":1,\"UDRE\":3,\"Satellite_Id\":31,\"PRC\":32767,\"RRC\":-128,"
-              "\"Issue_Of_Data\":127,\"Change_Bit\":0,\"Time_Of_Day\":127}]},"
-              "\"hex\":\"6604058ca32023fed40581ff7fff807faaaa\"}\n");
+              "\"Corrections\":[]},\"hex\":\"6624058ca300\"}");
 }
 
 TEST_F(ExportTest, TextsKeepEveryByte)
@@ -272,30 +269,6 @@ TEST_F(ExportTest, SeveralInputsAreNamedWhateverTheirNames)
     EXPECT_EQ(parsed(lines[1])["input"].GetString(), app.pathOf("odd\xEF\xBF\xBD\"name"));
     EXPECT_TRUE(parsed(lines[0])["fields"] ==
                 parsed("{\"Ns\":2,\"Corrections\":[{\"PRC\":-300},{\"PRC\":32767}]}"));
-}
-
-TEST(JsonTextTest, KeysAndNumbersOfAnyLength)
-{
-    JsonText text;
-    for (const std::size_t length : {1U, 28U, 29U}) {
-        text.key(JsonKey(std::string(length, '"')));
-        text.number(std::numeric_limits<std::int64_t>::min());
-    }
-    text.key(JsonKey("values"));
-    const std::size_t begin = text.begin();
-    text.comma();
-    text.number(std::numeric_limits<std::uint64_t>::max());
-    for (const double value : {0.5, -1e300, std::nan(""), HUGE_VAL}) {
-        text.comma();
-        text.real(value);
-    }
-    text.end(begin, '[', ']');
-    text.end(0, '{', '}');
-    const Document document = parsed(std::string(text.view()));
-    EXPECT_EQ(document.MemberCount(), 4U);
-    EXPECT_EQ(document[std::string(29, '"').c_str()].GetInt64(),
-              std::numeric_limits<std::int64_t>::min());
-    EXPECT_TRUE(document["values"] == parsed("[18446744073709551615,0.5,-1e300,null,null]"));
 }
 
 TEST_F(ExportTest, WrongChoicesAreRefused)

@@ -1,4 +1,4 @@
-// Sessions: which inputs are read and how they end, and which messages are written again.
+// Sessions: how inputs are read and how they end, and which messages are written again.
 #include "CopySink.h"
 #include "Progress.h"
 #include "support/AppSession.h"
@@ -21,10 +21,8 @@ public:
     {
         troubles += text + ';';
     }
-    void endOfInput(const std::string&, const ReaderCounters&) override { ++inputs; }
 
     int messages = 0;
-    int inputs = 0;
     std::string troubles;
 };
 
@@ -41,15 +39,6 @@ protected:
     AppSession app;
     Counter counter;
 };
-
-TEST_F(SessionTest, ReadsOnBehindInputsThatCannotBeRead)
-{
-    const std::string good = file("good", known);
-    EXPECT_EQ(app.read({app.pathOf("missing"), good, app.pathOf(""), good}, counter),
-              ExitStatus::unreadable);
-    EXPECT_EQ(counter.messages, 2);
-    EXPECT_EQ(counter.inputs, 2);
-}
 
 TEST_F(SessionTest, EndsAsItWasAsked)
 {
