@@ -1,9 +1,7 @@
-#include "Characters.h"
 #include "CsvExport.h"
 #include "FieldInfo.h"
 #include "JsonExport.h"
 #include "PackedText.h"
-#include "RTCM2.h"
 #include "support/AppSession.h"
 #include "support/MessageHelpers.h"
 
@@ -283,15 +281,15 @@ TEST_F(ExportTest, WrongChoicesAreRefused)
 
 TEST_F(ExportTest, CsvQuotesWhatNeedsIt)
 {
-    EXPECT_EQ(csv({textMessage("plain "), textMessage("a,b"), textMessage("say \"hi\"!\r\n"),
-                   textMessage(std::string("\xE9\0x\0", 4))},
+    EXPECT_EQ(csv({textMessage("plain "), textMessage("a,b"), textMessage("say \"hi\"!"),
+                   textMessage("\r23456"), textMessage(std::string("\xE9\n\0x\0\0", 6))},
                   {"16"}, {.withTexts = true, .fields = {"Message", "Station Health"}}),
               "No.,Byte,Message,Station Health,Station Health text\n"
               "1,0,plain ,0,UDRE Scale Factor = 1\n"
               "2,20,\"a,b\",0,UDRE Scale Factor = 1\n"
-              "3,35,\"say \"\"hi\"\"!\r\n\xE2\x90\x80\",0,UDRE Scale Factor = 1\n"
-              "4,65,\xC3\xA9\xE2\x90\x80x\xE2\x90\x80\xE2\x90\x80\xE2\x90\x80,0,"
-              "UDRE Scale Factor = 1\n");
+              "3,35,\"say \"\"hi\"\"!\",0,UDRE Scale Factor = 1\n"
+              "4,60,\"\r23456\",0,UDRE Scale Factor = 1\n"
+              "5,80,\"\xC3\xA9\n\xE2\x90\x80x\xE2\x90\x80\xE2\x90\x80\",0,UDRE Scale Factor = 1\n");
 }
 
 TEST_F(ExportTest, CsvRowsRepeatTheFieldsOfTheMessage)

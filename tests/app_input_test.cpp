@@ -238,6 +238,7 @@ TEST(AutoInput, FindsTheForm)
         std::size_t messages;
     } cases[] = {
         {"nothing", {}, "stream", 0},
+        {"prose alone", prose, "stream", 0},
         {"much prose, then a stream", noise + writtenAs(InputForm::stream, 3), "stream", 3},
         {"prose, then packed messages", prose + writtenAs(InputForm::packed, 9), "packed", 9},
         {"prose, then recorded messages", prose + writtenAs(InputForm::words, 9), "words", 9},
