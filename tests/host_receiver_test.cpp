@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -20,8 +21,8 @@ public:
     RecordingDecoder() : AbstractDecoder(QStringLiteral("Recording"), nullptr) {}
     int decodeMessage(const unsigned char* buffer, unsigned int maxlength) override
     {
-        if (beforeReading) {
-            beforeReading();
+        if (const auto once = std::exchange(beforeReading, nullptr)) {
+            once();
         }
         decoded.emplace_back(reinterpret_cast<const char*>(buffer), static_cast<int>(maxlength));
         return 1;
@@ -107,12 +108,11 @@ TEST(DiffCorrInExtractor, ABlockThatArrivesDuringDecodingLeavesTheBufferAlone)
     MessageSource source;
     RecordingDecoder decoder;
     TurningExtractor extractor(&source, &decoder, 0);
-    decoder.beforeReading = [&] {
-        decoder.beforeReading = nullptr;
-        send(source, "x321");    // of the same size, so as to get the memory of the first
-    };
-    send(source, "xabc");
-    EXPECT_EQ(decoder.decoded, (std::vector<QByteArray>{"123", "cba"}));
+    // Of the same size, so that the second gets the memory of the first, should that be free.
+    const QByteArray first(200, 'a'), second(200, 'b');
+    decoder.beforeReading = [&] { send(source, second.constData()); };
+    send(source, first.constData());
+    EXPECT_EQ(decoder.decoded, (std::vector<QByteArray>{second.mid(1), first.mid(1)}));
 }
 
 TEST(DiffCorrInMessage, IsDescribedByItsFields)
