@@ -208,10 +208,10 @@ Framer::Step Framer::weigh()
 Framer::Step Framer::conclude()
 {
     if (state_ == State::verifying) {
-        if (!worthReporting() || counters_.truncated > 0) {
+        if (!worthReporting() || toldTruncation_) {
             return moveOn();
         }
-        ++counters_.truncated;
+        toldTruncation_ = true;
         deliver(Frame::Kind::truncated, window_.endBit());
         moveOn();
         return Step::deliver;
@@ -227,8 +227,6 @@ Framer::Step Framer::accept()
 {
     const std::uint64_t end = bitOfWord(wordsWanted_);
     deliver(Frame::Kind::message, end);
-    ++counters_.messages;
-    counters_.words += wordsWanted_;
     counters_.bitsOutsideMessages += std::max(begin_, lastEnd_) - lastEnd_;
     lastBegin_ = begin_;
     lastEnd_ = end;
@@ -244,7 +242,6 @@ Framer::Step Framer::fail()
     if (!worthReporting()) {
         return moveOn();
     }
-    ++counters_.damaged;
     const bool wordFailed = frame_.wordCount < wordsWanted_;
     const std::size_t words = frame_.wordCount + (wordFailed ? 1 : 0);
     deliver(Frame::Kind::damaged, bitOfWord(words));

@@ -14,10 +14,6 @@ struct FramerCounters {
     std::uint64_t bytesRead = 0;
     std::uint64_t bytesSkipped = 0;           // not of the form 01xxxxxx
     std::uint64_t bitsOutsideMessages = 0;    // damaged and truncated messages included
-    std::uint64_t messages = 0;
-    std::uint64_t damaged = 0;
-    std::uint64_t truncated = 0;
-    std::uint64_t words = 0;    // in messages
 };
 
 // A message may begin at any bit of the stream. Its words must all have good parity, its first word
@@ -93,6 +89,7 @@ private:
     std::uint64_t lastBegin_ = SextetWindow::firstBit;    // of the last message accepted
     std::uint64_t lastEnd_ = SextetWindow::firstBit;
     int lastStation_ = -1;
+    bool toldTruncation_ = false;
     bool concluded_ = false;
 
     FramerCounters counters_;

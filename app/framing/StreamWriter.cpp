@@ -31,9 +31,6 @@ bool StreamWriter::append(std::span<const std::uint8_t> packed, std::vector<std:
             stream.push_back(sextetOf(lastWord_ >> shift & 0x3F));
         }
     }
-    if (lineEnds_ == LineEnds::afterEachMessage) {
-        stream.insert(stream.end(), {'\r', '\n'});
-    }
     return true;
 }
 

@@ -12,17 +12,12 @@ namespace framing {
 // bytes, so that messages begin and end with a byte.
 class StreamWriter {
 public:
-    enum class LineEnds : std::uint8_t { none, afterEachMessage };    // CR LF
-
-    explicit StreamWriter(LineEnds lineEnds = LineEnds::none) : lineEnds_(lineEnds) {}
-
     // Appends a packed message, three bytes a word, to `stream`. Returns false, and appends
     // nothing, when `packed` does not begin with the preamble or has not the words that its header
     // declares: no reader would find it again.
     bool append(std::span<const std::uint8_t> packed, std::vector<std::uint8_t>& stream);
 
 private:
-    LineEnds lineEnds_;
     std::uint32_t lastWord_ = 0;
 };
 
