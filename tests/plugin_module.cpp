@@ -1,8 +1,8 @@
 // What a program loads that does not link the plug-in itself.
-#include "FieldInfo.h"
-#include "Message.h"
-#include "MessageInfo.h"
 #include "RTCM2Decoder.h"
+#include "support/CompletionOrder.h"
+
+#include "Message.h"
 
 namespace {
 
@@ -27,12 +27,19 @@ int countTexts(const Message& message)
 
 }    // namespace
 
-// Decodes a message and reads all its texts, of which it returns the number.
-extern "C" __attribute__((visibility("default"))) int usePlugin()
+// Decodes a message and reads all its texts, of which it returns the number. Tells the order in
+// which the singletons were completed, in characters that outlive the module.
+extern "C" __attribute__((visibility("default"))) int usePlugin(QStringList& completed)
 {
     int texts = 0;
     RTCM2Decoder decoder(nullptr);
     QObject::connect(&decoder, &MessageSource::newMessage,
                      [&](const Message* message) { texts += countTexts(*message); });
-    return decoder.decodeMessage(packed, sizeof packed) < 0 ? -1 : texts;
+    if (decoder.decodeMessage(packed, sizeof packed) < 0) {
+        return -1;
+    }
+    for (const QString& name : completionOrder({QStringLiteral("RTCM2_Type_15_")})) {
+        completed << QString(name.constData(), name.size());
+    }
+    return texts;
 }

@@ -1,18 +1,15 @@
 // The singletons of the format, whichever of them a process touches first: each case runs in a
 // process of its own. This program stands in for the host's tracer and records its reports.
-#include "FieldInfo.h"
-#include "MessageInfo.h"
+#include "MemLeakTracer.h"
 #include "RTCM2Decoder.h"
 #include "RTCM2_DGNSS_MessageInfo.h"
 #include "RTCM2_Message_Type_1_MessageInfo.h"
 #include "RTCM2_Type_15_MessageInfo.h"
-#include "support/MessageHelpers.h"
-
-#include <QSet>
-#include <QStringList>
+#include "support/CompletionOrder.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <unistd.h>
@@ -22,7 +19,7 @@ namespace {
 // Never destroyed: the descriptors report until the end of the process.
 QStringList& constructed = *new QStringList;
 QStringList& destroyed = *new QStringList;
-QString& completedLast = *new QString;
+QStringList& completed = *new QStringList;
 
 }    // namespace
 
@@ -46,36 +43,38 @@ void demand(bool met, const char* what)
     }
 }
 
-// Whatever was touched first, every kind is registered once, with all its fields.
 void demandRegistry()
 {
     const RTCM2_FormatInfo* format = RTCM2_FormatInfo::getInstance();
-    qsizetype fields = 0;
+    QStringList subNames, mainNames;
+    int fields = 0;
     for (const MessageInfo* info : allKinds()) {
-        fields += info->getFieldInfos().size();
+        (info->isMain() ? mainNames : subNames) << info->getName();
+        fields += static_cast<int>(info->getFieldInfos().size());
         demand(info->getFormatInfo() == format, "every kind has the format");
     }
     demand(format->getName() == QLatin1String("RTCM2"), "name of the format");
-    demand(format->getSubMessageInfos().size() == 15, "number of sub-message kinds");
-    demand(format->getMessageInfos().size() == 15, "number of main kinds");
-    demand(fields == 259, "number of fields");
+    demand(subNames.join(QLatin1Char(',')) ==
+               QLatin1String("Type 15,DGNSS,RTK 18,RTK 19,RTK 20,RTK 21,WACorrection,JPL 46,"
+                             "JPL 47,JPL 48,JPL 49,OCDS 39,OCDS 40,OCDS 51,OCDS 52"),
+           "sub-message kinds in order");
+    demand(mainNames.replaceInStrings(QStringLiteral("Message Type "), QString()).join(u',') ==
+               QLatin1String("1,3,9,15,16,18,19,20,21,22,23,24,31,32,59"),
+           "main kinds in order");
+    demand(format->getSubMessageInfos().size() == 15 && fields == 259, "numbers of descriptors");
 }
 
-// Runs when every descriptor is gone: what was completed last goes first.
+// Runs when every descriptor is gone.
 void demandReverseDestruction()
 {
-    demand(QSet<QString>(destroyed.begin(), destroyed.end()) ==
-                   QSet<QString>(constructed.begin(), constructed.end()) &&
-               destroyed.size() == constructed.size(),
-           "each is destroyed once");
-    demand(destroyed.first() == completedLast, "what was touched first is completed last");
-    demand(destroyed.last() == QLatin1String("RTCM2_FormatInfo"), "the format is completed first");
-    for (const QString& kind : destroyed.filter(QStringLiteral("_MessageInfo"))) {
-        // A kind is completed after its fields, of which one may have been touched first.
-        const QString prefix = kind.chopped(11);
-        for (const QString& name : destroyed.mid(0, destroyed.indexOf(kind))) {
-            demand(!name.startsWith(prefix) || name == completedLast, "a kind before its fields");
+    std::reverse(completed.begin(), completed.end());
+    demand(destroyed.size() == completed.size(), "each is destroyed once");
+    for (int i = 0; i < destroyed.size(); ++i) {
+        if (destroyed[i] != completed[i]) {
+            std::fprintf(stderr, "%s destroyed, %s expected; ", qPrintable(destroyed[i]),
+                         qPrintable(completed[i]));
         }
+        demand(destroyed[i] == completed[i], "reverse order of completed constructions");
     }
     std::fprintf(stderr, "all met\n");
 }
@@ -83,7 +82,7 @@ void demandReverseDestruction()
 struct FirstTouch {
     const char* name;
     void (*touch)();
-    const char* completedLast;
+    QStringList late;
 };
 
 void PrintTo(const FirstTouch& touch, std::ostream* out)
@@ -95,11 +94,13 @@ void PrintTo(const FirstTouch& touch, std::ostream* out)
 {
     demand(constructed.isEmpty(), "nothing exists before it is asked for");
     std::atexit(demandReverseDestruction);
-    for (int round = 0; round < 2; ++round) {
-        first.touch();
-        demandRegistry();
-    }
-    completedLast = QLatin1String(first.completedLast);
+    first.touch();
+    demandRegistry();
+    const auto* format = RTCM2_FormatInfo::getInstance();
+    first.touch();
+    demand(RTCM2_FormatInfo::getInstance() == format, "one registry");
+    demandRegistry();
+    completed = completionOrder(first.late);
     demand(constructed.size() == 1 + 30 + 259, "number of objects");
     demand(!constructed.removeDuplicates(), "each constructed once");
     std::exit(0);
@@ -132,17 +133,20 @@ void touchDecoder()
 INSTANTIATE_TEST_SUITE_P(
     FirstTouched, Singletons,
     testing::Values(
-        FirstTouch{"Registry", touch<RTCM2_FormatInfo>, "RTCM2_Message_Type_59_MessageInfo"},
-        FirstTouch{"SubMessageKind", touch<RTCM2_Type_15_MessageInfo>, "RTCM2_Type_15_MessageInfo"},
-        FirstTouch{"Decoder", touchDecoder, "RTCM2_Type_15_MessageInfo"},
-        FirstTouch{"MainKind", touch<RTCM2_Message_Type_1_MessageInfo>,
-                   "RTCM2_Message_Type_1_MessageInfo"},
-        FirstTouch{"SubField", touch<RTCM2_DGNSS_Time_Of_Day_FieldInfo>,
-                   "RTCM2_DGNSS_Time_Of_Day_FieldInfo"},
-        FirstTouch{"FieldWithSubFields", touch<RTCM2_DGNSS_Issue_Of_Data_FieldInfo>,
-                   "RTCM2_DGNSS_Issue_Of_Data_FieldInfo"},
-        FirstTouch{"FieldOfSubMessages", touch<RTCM2_Message_Type_1_Corrections_FieldInfo>,
-                   "RTCM2_Message_Type_1_Corrections_FieldInfo"}),
+        FirstTouch{"Registry", touch<RTCM2_FormatInfo>, {}},
+        FirstTouch{"FirstSubMessageKind", touch<RTCM2_Type_15_MessageInfo>, {"RTCM2_Type_15_"}},
+        FirstTouch{"Decoder", touchDecoder, {"RTCM2_Type_15_"}},
+        FirstTouch{"MainKind", touch<RTCM2_Message_Type_1_MessageInfo>, {"RTCM2_Message_Type_1_"}},
+        FirstTouch{"Field", touch<RTCM2_DGNSS_PRC_FieldInfo>, {"RTCM2_DGNSS_PRC_FieldInfo"}},
+        FirstTouch{"SubField",
+                   touch<RTCM2_DGNSS_Time_Of_Day_FieldInfo>,
+                   {"RTCM2_DGNSS_Time_Of_Day_FieldInfo"}},
+        FirstTouch{"FieldWithSubFields",
+                   touch<RTCM2_DGNSS_Issue_Of_Data_FieldInfo>,
+                   {"RTCM2_DGNSS_Issue_Of_Data_FieldInfo"}},
+        FirstTouch{"FieldOfSubMessages",
+                   touch<RTCM2_Message_Type_1_Corrections_FieldInfo>,
+                   {"RTCM2_DGNSS_", "RTCM2_Message_Type_1_Corrections_FieldInfo"}}),
     [](const auto& touched) { return std::string(touched.param.name); });
 
 }    // namespace

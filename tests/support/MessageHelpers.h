@@ -5,6 +5,7 @@
 #include "Message.h"
 #include "RTCM2_FormatInfo.h"
 #include "VorloEvent.h"
+#include "support/CompletionOrder.h"
 
 #include <gtest/gtest.h>
 
@@ -31,12 +32,6 @@ inline std::vector<std::uint8_t> packed(unsigned type, unsigned words,
     }
     bytes.insert(bytes.end(), payload.begin(), payload.end());
     return bytes;
-}
-
-inline QVector<const MessageInfo*> allKinds()
-{
-    const FormatInfo* format = RTCM2_FormatInfo::getInstance();
-    return format->getSubMessageInfos() + format->getMessageInfos();
 }
 
 inline int liveMessages()
