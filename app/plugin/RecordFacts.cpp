@@ -23,6 +23,16 @@ const MemberRow* memberOf(const KindRow& kind, const std::string& name)
     return found != kind.members.end() ? &*found : nullptr;
 }
 
+const MemberRow* firstMemberOf(const KindRow& kind, const std::vector<std::string>& names)
+{
+    for (const std::string& name : names) {
+        if (const MemberRow* member = memberOf(kind, name)) {
+            return member;
+        }
+    }
+    return nullptr;
+}
+
 const char* placeOf(const MemberRow& member, const void* record)
 {
     return static_cast<const char*>(record) + member.offset;
@@ -76,10 +86,7 @@ RecordFacts::Kind RecordFacts::kindOf(const KindRow& row, const FieldParts& part
         if (const MemberRow* satellite = memberOf(element, parts.satellite)) {
             kind.elements = &member;
             kind.satellite = satellite;
-            for (auto name = parts.system.rbegin(); name != parts.system.rend(); ++name) {
-                const MemberRow* system = memberOf(element, *name);
-                kind.system = system != nullptr ? system : kind.system;
-            }
+            kind.system = firstMemberOf(element, parts.system);
         }
     }
     return kind;

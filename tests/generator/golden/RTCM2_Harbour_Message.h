@@ -24,7 +24,9 @@ struct RTCM2_Harbour_Traits {
 // Type 5: Harbour and its buoys.
 class VORLO_RTCM2_EXPORT RTCM2_Harbour_Message final : public MessageWithSubMessages<RTCM2_Harbour_Traits> {
 public:
+    // Refers to a record, or takes it over with its arrays if it came from new.
     RTCM2_Harbour_Message(RTCM2_Harbour_s* record, bool ownsRepresentation);
+    // Holds a copy of a decoded record and takes over its arrays.
     explicit RTCM2_Harbour_Message(const RTCM2_Harbour_s& decoded);
     ~RTCM2_Harbour_Message() override;
 
