@@ -9,6 +9,7 @@
 #include <deque>
 #include <memory>
 #include <span>
+#include <utility>
 
 // The objects of one array. `Element` is the message class of the elements.
 template <class Element>
@@ -31,8 +32,6 @@ public:
         }
         made = std::move(objects);
     }
-
-    void dispose() { made.reset(); }
 
     // To be asked for when the objects have been made.
     const QVector<Element*>& elements() const { return made->typed; }
@@ -57,9 +56,6 @@ class MessageWithSubMessages : public MessageObject<Traits> {
     using Element = typename Traits::Element;
 
 public:
-    // Sub-message objects refer into the record's array, so they go before it does.
-    ~MessageWithSubMessages() override { subMessages.dispose(); }
-
     QVector<Message*> getSubMessages() override { return subMessages.messages(); }
 
     QVector<const Message*> getSubMessages() const override
@@ -104,5 +100,6 @@ protected:
     }
 
 private:
+    // They refer into the record's array, which is the base's and goes after them.
     mutable SubMessageObjects<Element> subMessages;
 };

@@ -60,7 +60,6 @@ std::unique_ptr<MessageFactsReader> makeFactsReader(const FieldParts& parts,
 
 RecordFacts::RecordFacts(const FieldParts& parts, std::span<const KindModel* const> models)
 {
-    RTCM2_init_context(&context);
     for (const KindRow& row : rtcm2::kindRows()) {
         kinds.push_back(kindOf(row, parts));
         const auto model = std::find_if(models.begin(), models.end(), [&](const KindModel* wanted) {
@@ -96,7 +95,7 @@ const MessageFacts* RecordFacts::read(std::span<const std::uint8_t> packed)
 {
     message.kind = RTCM2_MESSAGE_NULL;    // stays so unless the decoder of a kind runs
     const std::int32_t result =
-        RTCM2_decode(&context, packed.data(), static_cast<std::uint16_t>(packed.size()), &message);
+        RTCM2_decode(nullptr, packed.data(), static_cast<std::uint16_t>(packed.size()), &message);
     const Kind& kind = kinds[message.kind];
     const bool isWanted = result > 0 && kind.model != nullptr;
     if (isWanted) {

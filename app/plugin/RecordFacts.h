@@ -29,7 +29,6 @@ private:
     void readFacts(const Kind& kind);
     void readSatellites(const Kind& kind);
 
-    RTCM2_context_s context;
     RTCM2_message_s message;
     std::vector<Kind> kinds;    // by kind value
     MessageFacts facts;
