@@ -112,8 +112,8 @@ def print_streams(results):
 def print_sizes(build, seconds):
     print("\n| Built | |")
     print("|---|---|")
-    for library in ("librtcm2_codec.so", "libvorlo_rtcm2.so"):
-        print(f"| size of {library} | {os.stat(Path(build) / 'src' / library).st_size // 1024} KB |")
+    for library in ("codec/librtcm2_codec.so", "plugin/libvorlo_rtcm2.so"):
+        print(f"| size of {Path(library).name} | {os.stat(Path(build) / library).st_size // 1024} KB |")
     print(f"| time to build everything but the tests, {os.cpu_count()} processors | {seconds} s |")
 
 

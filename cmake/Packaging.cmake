@@ -29,7 +29,7 @@ file(WRITE ${PROJECT_BINARY_DIR}/debian/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/debian/triggers)
 # The packages' own libraries, which are not installed yet.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
-  ${PROJECT_BINARY_DIR}/src ${PROJECT_BINARY_DIR}/host/support
+  ${PROJECT_BINARY_DIR}/codec ${PROJECT_BINARY_DIR}/plugin ${PROJECT_BINARY_DIR}/host/support
   ${PROJECT_BINARY_DIR}/host/framework ${PROJECT_BINARY_DIR}/host/receiver)
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME rtcm2-dev)

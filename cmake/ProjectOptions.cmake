@@ -4,7 +4,9 @@ target_compile_options(rtcm2_project_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion
   $<$<BOOL:${RTCM2_WERROR}>:-Werror>
   # Libraries call their own functions directly, and those of others by one jump.
-  -fno-semantic-interposition -fno-plt)
+  -fno-semantic-interposition -fno-plt
+  # Unique symbols would keep a library loaded, and its singletons alive, after it has been closed.
+  $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
 target_compile_definitions(rtcm2_project_options INTERFACE QT_NO_KEYWORDS)
 
 if(RTCM2_SANITIZE)

@@ -1,10 +1,10 @@
-# Renders the code that follows from schema/. Sets RENDERED_DIR and RENDERED_FILES, and makes the
-# target rtcm2_render. The command runs again when a schema file, a template or a module of the
+# Renders the code that follows from schema/. Sets RENDERED_DIR, with a folder for the codec and one for
+# the plug-in, and RENDERED_FILES, and makes the target rtcm2_render. The command runs again when a schema file, a template or a module of the
 # generator changes; a file whose text stays the same keeps its time stamp, so that nothing that
 # depends on it is built again.
 include(FindRenderPython)
 
-set(RENDERED_DIR ${PROJECT_BINARY_DIR}/src/generated)
+set(RENDERED_DIR ${PROJECT_BINARY_DIR}/rendered)
 set(RENDER_SCRIPT ${PROJECT_SOURCE_DIR}/generator/render.py)
 set(RENDER_SCHEMA ${PROJECT_SOURCE_DIR}/schema)
 file(GLOB RENDER_INPUTS CONFIGURE_DEPENDS

@@ -5,62 +5,45 @@ using namespace fuzz;
 
 namespace {
 
-using rtcm2::KindRow;
-using rtcm2::MemberRole;
-using rtcm2::MemberRow;
-
 // Main kinds come last.
-const KindRow& chooseKind(std::uint8_t choice)
+const RTCM2_kind_s& chooseKind(std::uint8_t choice)
 {
-    constexpr std::size_t first = RTCM2_MESSAGE_TYPE_3;
-    const auto mainKinds = rtcm2::kindRows().subspan(first);
-    return mainKinds[choice % mainKinds.size()];
+    constexpr int first = RTCM2_MESSAGE_TYPE_3;
+    return *RTCM2_kind(first + choice % (RTCM2_last_kind() - first + 1));
 }
 
 // Any bytes are a value of every member, but for the array, which belongs to the record.
-void fillMembers(const KindRow& kind, void* record, Taker& input)
+void fillMembers(const RTCM2_kind_s& kind, void* record, Taker& input)
 {
-    for (const MemberRow& member : kind.members) {
-        if (member.role != MemberRole::records) {
-            const std::size_t count = member.role == MemberRole::run ? member.limit : 1;
+    for (std::uint32_t i = 0; i < kind.member_count; ++i) {
+        const RTCM2_member_s& member = kind.members[i];
+        if (member.role != RTCM2_ROLE_ARRAY) {
+            const std::size_t count = member.role == RTCM2_ROLE_RUN ? member.limit : 1;
             input.fill(static_cast<char*>(record) + member.offset, count * member.size);
         }
     }
 }
 
-const MemberRow* arrayOf(const KindRow& kind)
-{
-    for (const MemberRow& member : kind.members) {
-        if (member.role == MemberRole::records) {
-            return &member;
-        }
-    }
-    return nullptr;
-}
-
-void appendElements(const KindRow& kind, const MemberRow& array, RTCM2_message_s& message,
-                    Taker& input)
+void appendElements(const RTCM2_member_s& array, RTCM2_message_s& message, Taker& input)
 {
     // The count tells how many elements the array really has.
-    const MemberRow& count = kind.members[static_cast<std::size_t>(array.length)];
-    std::memset(reinterpret_cast<char*>(&message) + count.offset, 0, count.size);
-    const KindRow& elementKind = rtcm2::kindRows()[static_cast<std::size_t>(array.element)];
+    std::memset(reinterpret_cast<char*>(&message) + array.length->offset, 0, array.length->size);
     for (unsigned left = input.byte(); left > 0; --left) {
-        void* const element = kind.append(&message);
+        void* const element = RTCM2_append_element(&message);
         if (element == nullptr) {
             return;
         }
-        fillMembers(elementKind, element, input);
+        fillMembers(*array.elements, element, input);
     }
 }
 
 void construct(Record& record, Taker& input)
 {
-    const KindRow& kind = chooseKind(input.byte());
-    kind.init(&record.message);
+    const RTCM2_kind_s& kind = chooseKind(input.byte());
+    RTCM2_init_record(kind.kind, &record.message);
     fillMembers(kind, &record.message, input);
-    if (const MemberRow* const array = arrayOf(kind)) {
-        appendElements(kind, *array, record.message, input);
+    if (kind.array != nullptr) {
+        appendElements(*kind.array, record.message, input);
     }
 }
 

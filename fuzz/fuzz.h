@@ -2,7 +2,7 @@
 // heap block of exactly their number, and demands promises of docs/security.md by number.
 #pragma once
 
-#include "RTCM2_members.h"
+#include "RTCM2_format.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -94,20 +94,15 @@ public:
     std::int32_t encode(std::size_t size, std::uint8_t fill, Bytes& target)
     {
         Bytes(size, fill).swap(target);
-        return row().encode(target.data(), static_cast<std::uint16_t>(size), &message);
-    }
-
-    const rtcm2::KindRow& row() const
-    {
-        return rtcm2::kindRows()[static_cast<std::size_t>(message.kind)];
+        std::uint32_t offset = 0;
+        return RTCM2_encode_record(&message, target.data(), static_cast<std::uint16_t>(size),
+                                   &offset);
     }
 
     void release()
     {
-        if (message.kind != RTCM2_MESSAGE_NULL) {
-            row().release(&message);
-            message.kind = RTCM2_MESSAGE_NULL;
-        }
+        RTCM2_free_message(&message);
+        message.kind = RTCM2_MESSAGE_NULL;
     }
 
     RTCM2_message_s message;

@@ -71,14 +71,14 @@ class Member:
         if self.type == "f64":
             return "double"
         if self.type == "ch":
-            return "char"
+            return "RTCM2_char"
         bits = 8 if self.type == "byte" else storage_bits(self.width)
         return f"{'' if self.type == 'i' else 'u'}int{bits}_t"
 
     @property
     def accessor_type(self):
         """The C++ type that the message object's accessor returns."""
-        return "long long" if self.storage == "int64_t" else self.storage
+        return {"int8_t": "RTCM2_char", "int64_t": "long long"}.get(self.storage, self.storage)
 
     @property
     def capacity(self):
@@ -107,15 +107,11 @@ class Member:
         """Members computed as soon as this one has been read."""
         return [m for m in self.kind.members if m.of == self.name]
 
-    def presence_in(self, record):
-        """The condition of presence as a C expression; `record` leads to a member of the record."""
-        name, values = self.when
-        return " || ".join(f"{record}{name} == {value}" for value in values)
 
-    @property
-    def presence(self):
-        """The same for a record `r`."""
-        return self.presence_in("r.")
+def _covers(earlier, later):
+    """Whether a member present under `later` implies one present under `earlier`."""
+    return earlier is None or (later is not None and earlier[0] == later[0]
+                               and set(later[1]) <= set(earlier[1]))
 
 
 @dataclass
@@ -141,6 +137,8 @@ class Kind:
     text: str
     members: list
     value: int = 0
+    is_later: bool = False  # has its numbers behind those of the first kinds
+    nested_length: bool = False  # a declared length of a record with a parent ends before the array
 
     @property
     def is_main(self):
@@ -209,6 +207,32 @@ class Kind:
         return names + [self.underflow_error, self.internal_error]
 
     @property
+    def first_bits(self):
+        """From member name to its first bit in the message, from the start of the record; None where
+        that depends on other members, and for what is not in the message."""
+        places = {}
+        offset, conditions, known = 0, [], True
+        for m in self.members:
+            if m.role == "slice":
+                whole = self.member(m.of)
+                places[m.name] = places[m.of] + whole.bits - m.low - m.width
+            elif m.on_wire or m.role == "records":
+                known = known and all(_covers(condition, m.when) for condition in conditions)
+                places[m.name] = offset if known else None
+                offset += m.bits
+                conditions.append(m.when)
+                known = known and m.role == "wire"
+            else:
+                places[m.name] = None
+        return places
+
+    @property
+    def bits(self):
+        """The record's length in the message where it is fixed, else None."""
+        fixed = all(m.role not in ("inline", "records") and not m.when for m in self.members)
+        return sum(m.bits for m in self.members) if fixed else None
+
+    @property
     def only_run(self):
         """The Run that is all that the record has on the wire, or None."""
         parts = self.segments
@@ -245,9 +269,10 @@ class Format:
 
     @property
     def described_kinds(self):
-        """Kinds known to the host, in the order of registration."""
-        mains = [k for k in self.main_kinds if k.is_described]
-        return self.sub_kinds + sorted(mains, key=lambda k: k.type)
+        """Kinds known to the host, in the order of registration: sub-records, then main kinds by
+        type; then those that came later, likewise."""
+        described = [k for k in self.kinds if k.is_described]
+        return sorted(described, key=lambda k: (k.is_later, k.is_main, k.type if k.is_main else k.value))
 
     def kind(self, name):
         return next(k for k in self.kinds if k.name == name)
@@ -255,11 +280,15 @@ class Format:
     @property
     def errors(self):
         """All error names; the code of the n-th is -(n + 1)."""
+        first = [k for k in self.kinds if not k.is_later]
         names = ["RTCM2_ERR_INVALID_CRC"]
-        for kind in self.kinds:
+        for kind in first:
             names += kind.errors
-        names += [k.disabled_error for k in self.main_kinds]
-        return names + ["RTCM2_ERR_INVALID_MESSAGE", "RTCM2_ERR_EOF"]
+        names += [k.disabled_error for k in first if k.is_main]
+        names += ["RTCM2_ERR_INVALID_MESSAGE", "RTCM2_ERR_EOF"]
+        for kind in self.kinds[len(first):]:
+            names += kind.errors + ([kind.disabled_error] if kind.is_main else [])
+        return names
 
     @property
     def flag_bytes(self):

@@ -23,27 +23,20 @@ def _span(start, bits):
     return str(start) if bits == 1 else f"{start} to {start + bits - 1}"
 
 
-def _covers(earlier, later):
-    """Whether a member present under `later` implies one present under `earlier`."""
-    return earlier is None or (later is not None and earlier[0] == later[0]
-                               and set(later[1]) <= set(earlier[1]))
-
-
 def positions(kind):
     """From member name to its place in the message. After a part of varying length there is only
     an order, no number."""
     places = {}
-    offset, conditions, known = 0, [], True
     for m in kind.members:
-        if not (m.on_wire or m.role == "records"):
-            places[m.name] = f"in {label_of(kind, m.of)}" if m.role == "slice" else "-"
-            continue
-        known = known and all(_covers(condition, m.when) for condition in conditions)
-        fixed = known and m.role == "wire"
-        places[m.name] = _span(offset, m.bits) if fixed else f"from {offset}" if known else "next"
-        offset += m.bits
-        conditions.append(m.when)
-        known = fixed
+        first = kind.first_bits[m.name]
+        if m.role == "slice":
+            places[m.name] = f"in {label_of(kind, m.of)}"
+        elif not (m.on_wire or m.role == "records"):
+            places[m.name] = "-"
+        elif first is None:
+            places[m.name] = "next"
+        else:
+            places[m.name] = _span(first, m.bits) if m.role == "wire" else f"from {first}"
     return places
 
 
@@ -117,12 +110,6 @@ def own_members(kind, fmt):
     return kind.members[len(fmt.header):] if kind.is_main else kind.members
 
 
-def wire_bits(kind):
-    """The kind's length where it is fixed, else None."""
-    fixed = all(m.role not in ("inline", "records") and not m.when for m in kind.members)
-    return sum(m.bits for m in kind.members) if fixed else None
-
-
 def families(fmt):
     """The families in the order of their lowest type number, each with its main kinds by type and
     its sub-records."""
@@ -144,4 +131,4 @@ def link(kind):
 
 
 FILTERS = {f.__name__: f for f in (escaped, families, heading, label, link, notes, own_members,
-                                   positions, type_words, users, width, wire_bits)}
+                                   positions, type_words, users, width)}

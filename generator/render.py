@@ -20,8 +20,8 @@ import schema
 from model import Run
 
 TEMPLATES = Path(__file__).parent / "templates"
-SINGLE_UNITS = ["RTCM2.h", "RTCM2.cpp", "RTCM2_layouts.h", "RTCM2Decoder.h", "RTCM2Decoder.cpp",
-                "RTCM2_FormatInfo.h", "RTCM2_FormatInfo.cpp", "RTCM2_members.h", "RTCM2_members.cpp"]
+CODEC_UNITS = ["RTCM2.h", "RTCM2.cpp", "RTCM2_layouts.h", "RTCM2_table.cpp"]
+PLUGIN_UNITS = ["PluginKinds.cpp"]
 KIND_UNITS = ["Message.h", "Message.cpp", "MessageInfo.h", "MessageInfo.cpp"]
 
 
@@ -53,56 +53,33 @@ def summary(kind):
     return f"Type {kind.type}{': ' + kind.text if kind.text else ''}."
 
 
-def computation(member):
-    """The C++ statement that sets a computed member of the record `r`."""
-    if member.role == "slice":
-        value = f"sliceOf<{member.low}, {member.width}>(r.{member.of})"
-    elif member.role == "count":
-        rule = f"{member.storage}, {member.times}, {member.minus}, {member.over}"
-        value = f"countOf<{rule}>(r.{member.of})"
-    elif member.role == "lookup":
-        choices = "".join(f"r.{member.of} == {k} ? {v} : " for k, v in member.values.items())
-        value = choices + f"r.{member.name}"
-    else:
-        raise AssertionError(f"{member.name} is not computed")
-    return f"r.{member.name} = {value};"
-
-
-def cpp_type(member):
-    """The member's value type among the closed set of FieldTypes.h."""
-    if member.role == "records":
-        return f"SubMessageType<RTCM2_{member.elements}_Message>"
-    names = {"byte": "ByteType", "ch": "CharacterType", "f64": "Float64Type"}
-    if member.type in names:
-        return names[member.type]
-    return f"{'Signed' if member.type == 'i' else 'Unsigned'}Type<{member.width}>"
-
-
 def literal(text):
     """A C++ string literal."""
     return '"' + text.replace("\\", "\\\\").replace('"', '\\"') + '"'
 
 
-def facts(member):
-    """What a descriptor says of its field besides name, type and access, as an initialiser."""
-    parts = []
-    if member.unit:
-        parts.append(f".unit = {literal(member.unit)}")
-    if member.is_virtual:
-        parts.append(".isVirtual = true")
-    if member.texts:
-        pairs = ", ".join(f"{{{value}, {literal(text)}}}" for value, text in member.texts.items())
-        parts.append(f".texts = {{{pairs}}}")
-    if member.do_not_use is not None:
-        parts.append(f".doNotUse = {member.do_not_use}")
-    return ", ".join(parts)
+def constants(fmt, kind_of_list):
+    """The lists of values that rows point to: each once, with the name that it has."""
+    names = {}
+    for kind in fmt.kinds:
+        for m in kind.members:
+            values = {"texts": m.texts.items(), "choices": m.values.items(),
+                      "presence": m.when[1] if m.when else ()}[kind_of_list]
+            if values:
+                names.setdefault(tuple(values), f"{kind_of_list}_{kind.name}_{m.name}")
+    return names
+
+
+def name_of(names, values):
+    """The name of a list among those of constants()."""
+    return names[tuple(values)]
 
 
 def environment():
     env = jinja2.Environment(loader=jinja2.FileSystemLoader(TEMPLATES), undefined=jinja2.StrictUndefined,
                              trim_blocks=True, lstrip_blocks=True, keep_trailing_newline=True)
-    env.filters.update(wire_comment=wire_comment, summary=summary, computation=computation,
-                       cpp_type=cpp_type, literal=literal, facts=facts, **reference.FILTERS)
+    env.filters.update(wire_comment=wire_comment, summary=summary, literal=literal, constants=constants, name_of=name_of,
+                       **reference.FILTERS)
     env.tests["run"] = lambda part: isinstance(part, Run)
     return env
 
@@ -116,11 +93,13 @@ def _render(env, template, **context):
 
 def units(fmt):
     """The files that the build compiles: name, template and the kind they are about."""
-    for name in SINGLE_UNITS:
-        yield name, f"{name}.j2", None
+    for name in CODEC_UNITS:
+        yield f"codec/{name}", f"{name}.j2", None
+    for name in PLUGIN_UNITS:
+        yield f"plugin/{name}", f"{name}.j2", None
     for kind in fmt.described_kinds:
         for unit in KIND_UNITS:
-            yield f"RTCM2_{kind.name}_{unit}", f"{unit}.j2", kind
+            yield f"plugin/RTCM2_{kind.name}_{unit}", f"{unit}.j2", kind
 
 
 def write_if_changed(path, text):

@@ -6,12 +6,13 @@ Every complaint names the file and the line of the row that it is about.
 from pathlib import Path
 
 from model import STORAGE_CLASSES, Format, Kind, Member, upper_name
-from rows import (CONDITION, IDENTIFIER, INTEGER, LIST, MAPPING, NATURAL, POSITIVE, TEXT, Row,
+from rows import (CONDITION, Form, IDENTIFIER, INTEGER, LIST, MAPPING, NATURAL, POSITIVE, TEXT, Row,
                   SchemaError, check_row, flatten, is_integer, is_number, is_text, read)
 
+BEFORE_ARRAY = Form("'before array'", lambda v: v == "before array")
 FORMS = {
-    "format": MAPPING, "preamble": NATURAL, "header": LIST, "order": LIST,
-    "family": TEXT, "kinds": MAPPING, "shared": MAPPING,
+    "format": MAPPING, "preamble": NATURAL, "header": LIST, "order": LIST, "later": LIST,
+    "family": TEXT, "kinds": MAPPING, "shared": MAPPING, "nested_length": BEFORE_ARRAY,
     "member": IDENTIFIER, "name": TEXT, "text": TEXT, "unit": TEXT, "type": IDENTIFIER,
     "bits": POSITIVE, "width": POSITIVE, "initial": INTEGER, "do_not_use": INTEGER,
     "texts": MAPPING, "when": CONDITION, "members": LIST,
@@ -223,13 +224,14 @@ def _check_kind(kind, type_bits):
         fail("an array of records stands last")
 
 
-def _kind(name, row, place, family, head):
-    """Reads one kind. Main kinds start with the members of the header."""
+def _kind(name, row, place, content, head):
+    """Reads one kind of a family. Main kinds start with the members of the header."""
     if not IDENTIFIER.accepts(name):
         raise SchemaError(f"{place}: kind {name!r} is not {IDENTIFIER.words}")
     check_row(row, KIND_FORMS, {"members"}, {"type", "name", "text"}, f"kind {name}", place)
-    kind = Kind(name=name, where=place, family=family, type=row.get("type"),
+    kind = Kind(name=name, where=place, family=content["family"], type=row.get("type"),
                 display=row.get("name", ""), text=row.get("text", ""), members=[])
+    kind.nested_length = kind.is_main and "nested_length" in content
     header = list(flatten(head["header"])) if kind.is_main else []
     kind.members = [_member(r, head.at("header")) for r in header]
     kind.members += [_member(r, row.at("members")) for r in flatten(row["members"])]
@@ -242,6 +244,8 @@ def _kind(name, row, place, family, head):
         _check_member(member, kind, seen)
         seen[member.name] = member
     _check_kind(kind, dict(HEADER_START)["Message_Type"])
+    if kind.is_main:
+        kind.members[0].initial, kind.members[1].initial = head["preamble"], kind.type
     return kind
 
 
@@ -265,37 +269,46 @@ def _header(head):
 def _read_kinds(contents, head):
     kinds = {}
     for content in contents:
-        check_row(content, FORMS, {"family", "kinds"}, {"shared"}, "a family")
+        check_row(content, FORMS, {"family", "kinds"}, {"shared", "nested_length"}, "a family")
         for name, row in content["kinds"].items():
             place = content["kinds"].at(name)
             if name in kinds:
                 raise SchemaError(f"{place}: kind {name} is described twice")
-            kinds[name] = _kind(name, row, place, content["family"], head)
+            kinds[name] = _kind(name, row, place, content, head)
     return kinds
 
 
 def _ordered(kinds, head):
-    """The kinds in the order of their numbers."""
-    order = list(flatten(head["order"]))
+    """The kinds in the order of their numbers: the first ones, then those that came later."""
+    first = _listed(kinds, head, "order", [])
+    later = _listed(kinds, head, "later", first)
+    for name, kind in kinds.items():
+        if name not in first + later:
+            raise SchemaError(f"{kind.where}: kind {name} is neither in 'order' nor in 'later'")
+    fail = _complaint(head.at("later" if later else "order"), "later" if later else "order")
+    if len(first + later) > MOST_KINDS:
+        fail(f"there are {len(first + later)} kinds, and flags for {MOST_KINDS}")
     fail = _complaint(head.at("order"), "order")
-    for name in order:
+    if sorted(first, key=lambda name: kinds[name].is_main) != first:
+        fail("sub-records stand before main kinds")
+    if not any(kinds[name].is_main for name in first):
+        fail("there is no main kind")
+    for value, name in enumerate(first + later, start=1):
+        kinds[name].value = value
+        kinds[name].is_later = name in later
+    return [kinds[name] for name in first + later]
+
+
+def _listed(kinds, head, key, earlier):
+    """The names in a list of kinds, each of which stands in one list once."""
+    names = list(flatten(head.get(key, [])))
+    fail = _complaint(head.at(key), key)
+    for name in names:
         if not isinstance(name, str) or name not in kinds:
             fail(f"names {name!r}, which is no kind")
-        if order.count(name) != 1:
+        if (earlier + names).count(name) != 1:
             fail(f"names {name} twice")
-    for name, kind in kinds.items():
-        if name not in order:
-            raise SchemaError(f"{kind.where}: kind {name} is not in 'order'")
-    if len(order) > MOST_KINDS:
-        fail(f"has {len(order)} kinds; there are flags for {MOST_KINDS}")
-    ordered = [kinds[name] for name in order]
-    if sorted(ordered, key=lambda k: k.is_main) != ordered:
-        fail("sub-records stand before main kinds")
-    if not any(kind.is_main for kind in ordered):
-        fail("there is no main kind")
-    for value, kind in enumerate(ordered, start=1):
-        kind.value = value
-    return ordered
+    return names
 
 
 def _check_between_kinds(fmt):
@@ -325,7 +338,7 @@ def load(folder):
     top = contents.pop("format.yaml")
     check_row(top, FORMS, {"format"}, set(), "the file")
     head = top["format"]
-    check_row(head, FORMS, {"name", "preamble", "header", "order"}, set(), "format")
+    check_row(head, FORMS, {"name", "preamble", "header", "order"}, {"later"}, "format")
     header = _header(head)
     kinds = _ordered(_read_kinds(contents.values(), head), head)
     fmt = Format(head["name"], head["preamble"], header, kinds)

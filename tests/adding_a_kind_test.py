@@ -61,13 +61,11 @@ def write_rows(tree):
 
 
 def give_numbers(tree, subs, mains):
-    """Section 2: after the other sub-records, after the other main kinds."""
+    """Section 2: behind all others."""
     path = tree / "schema" / "format.yaml"
-    text = path.read_text(encoding="utf-8")
-    head, order = text.split("  order:\n")
-    first_main = re.search(r"^ *- \[Message_Type_", order, re.M).start()
-    lines = [f"    - [{', '.join(names)}]\n" for names in (subs, mains)]
-    path.write_text(f"{head}  order:\n{order[:first_main]}{lines[0]}{order[first_main:]}{lines[1]}", encoding="utf-8")
+    line = block(section(2), "yaml")
+    demand(yaml.safe_load(line)["later"] == subs + mains, "the line lists the new kinds")
+    path.write_text(path.read_text(encoding="utf-8") + line, encoding="utf-8")
 
 
 def check_and_build(tree):
@@ -86,8 +84,8 @@ def look(build):
     for name in re.findall(r"`([^`]+)`", " ".join(places)):
         stem, _, endings = Path(name).name.partition(".")
         for ending in re.findall(r"\w+", endings):
-            file = build / "src" / "generated" / f"{stem}.{ending}"
-            demand(file.is_file() and "Message_Type_17" in file.read_text(), f"{file.name} has the kind")
+            (file,) = (build / "rendered").glob(f"*/{stem}.{ending}")
+            demand("Message_Type_17" in file.read_text(), f"{file.name} has the kind")
 
 
 def use(build, tree):

@@ -78,7 +78,7 @@ TEST_F(CodecEntry, EachFlagDisablesItsKindAlone)
                       station);
             EXPECT_EQ(message.kind, kind.kind);
             EXPECT_EQ(context.unknown_type, 0);
-            kind.release(message);
+            RTCM2_free_message(&message);
         }
         --disabledCode;
     }

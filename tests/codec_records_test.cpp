@@ -206,7 +206,7 @@ TEST(CodecRecords, InitWritesFirstValuesAndLeavesTheRest)
     const auto point = initialised(RTCM2_init_Message_Type_24);
     EXPECT_EQ(point.Reserved | point.Reserved2 | point.Reserved3, 0);
     const auto antenna = initialised(RTCM2_init_Message_Type_23);
-    for (const char* text : {antenna.Antenna_Descriptor, antenna.Antenna_Serial_Number}) {
+    for (const auto* text : {antenna.Antenna_Descriptor, antenna.Antenna_Serial_Number}) {
         EXPECT_EQ(text[0] | text[31], 0);
         EXPECT_EQ(text[1] & text[30], 0x2A);
     }
@@ -220,22 +220,22 @@ TEST(CodecArrays, GrowToTheLargestCountAndNoFurther)
         }
         SCOPED_TRACE(kind.type);
         TestMessage message(kind);
-        const std::size_t elementSize = rtcm2::kindRows()[kind.array()->element].size;
+        const std::size_t elementSize = kind.array()->elements->size;
         const unsigned most = kind.count()->size == 1 ? 255 : 65535;
         EXPECT_EQ(message.array(), nullptr);
         for (const unsigned count : {0U, 1U, 2U, most - 1}) {
             message.setCount(count);
-            const auto* element = static_cast<char*>(kind.row().append(&message.message));
+            const auto* element = static_cast<char*>(RTCM2_append_element(&message.message));
             ASSERT_NE(element, nullptr);
             EXPECT_EQ(element, message.array() + count * elementSize);
             EXPECT_EQ(message.count(), count + 1);
             const RecordStart start(element);
-            EXPECT_EQ(start.kind, kind.array()->element);
+            EXPECT_EQ(start.kind, kind.array()->elements->kind);
             EXPECT_EQ(start.bitCount, 0U);
             EXPECT_EQ(start.parent, &message.message);
         }
         const char* const full = message.array();
-        EXPECT_EQ(kind.row().append(&message.message), nullptr);
+        EXPECT_EQ(RTCM2_append_element(&message.message), nullptr);
         EXPECT_EQ(message.array(), full);
         EXPECT_EQ(message.count(), most);
     }

@@ -43,7 +43,7 @@ std::vector<Result> work(unsigned seed)
                 result.encoded.resize(bytes.size());
                 kind.encodeMessage(message, result.encoded.data(), size);
             }
-            kind.release(message);
+            RTCM2_free_message(&message);
         }
         results.push_back(std::move(result));
     }

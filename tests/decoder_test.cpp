@@ -1,5 +1,3 @@
-#include "DecoderSupport.h"
-#include "DescriptorLinks.h"
 #include "FieldInfo.h"
 #include "MessageInfo.h"
 #include "QLX_DiffCorrIn_MessageInfo.h"
@@ -17,12 +15,6 @@
 #include <functional>
 #include <malloc.h>
 #include <memory>
-
-// What DecoderSupport.cpp, built into this program for one test, needs of the descriptors.
-const FormatInfo* formatDescriptor()
-{
-    return RTCM2_FormatInfo::getInstance();
-}
 
 namespace {
 
@@ -298,16 +290,6 @@ TEST_F(DecoderTest, LongBuffersAreClampedNotWrapped)
         bytes.resize(size);
         EXPECT_EQ(decode(bytes), 48 + 6 * 40) << size;
     }
-}
-
-TEST_F(DecoderTest, KindWithoutTreatmentIsInconsistent)
-{
-    RTCM2_context_s context;
-    RTCM2_init_context(&context);
-    const Bytes bytes = packed(3, 4, Bytes(12));
-    const std::array<DecoderKind, RTCM2_MESSAGE_COUNT> none{};
-    EXPECT_EQ(decodeAndReport(*decoder, context, none, bytes.data(), 18), 144);
-    EXPECT_EQ(log, QStringList(QStringLiteral("event 5 RTCM2: Inconsistent decoder state")));
 }
 
 TEST(DecoderMetaObject, HasOneSlotThatCallsTheVirtualFunction)

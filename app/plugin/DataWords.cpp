@@ -2,8 +2,6 @@
 
 #include <cstddef>
 
-using rtcm2::MemberRole;
-using rtcm2::MemberRow;
 
 namespace dataWords {
 namespace {
@@ -11,7 +9,7 @@ namespace {
 // Whether an array with a computed length has the elements that were given, or room for them.
 bool agreesWithArray(const RecordDraft& draft, int array, bool exactly)
 {
-    const int length = draft.member(array).length;
+    const int length = draft.lengthOf(array);
     return exactly ? draft.agreesWithLength(array) && !draft.checkDerived(length)
                    : draft.givenCount(array) <= draft.value(length).bits;
 }
@@ -19,12 +17,12 @@ bool agreesWithArray(const RecordDraft& draft, int array, bool exactly)
 bool agrees(const RecordDraft& draft, bool exactly)
 {
     for (int i = 0; i < draft.memberCount(); ++i) {
-        const MemberRow& row = draft.member(i);
-        if (row.when == member(draft) && draft.isGiven(i) && !draft.isPresent(i)) {
+        const RTCM2_member_s& row = draft.member(i);
+        if (row.when == &draft.member(member(draft)) && draft.isGiven(i) && !draft.isPresent(i)) {
             return false;
         }
         const bool hasCount =
-            row.length != MemberRow::none && draft.member(row.length).role == MemberRole::count;
+            row.length != nullptr && row.length->role == RTCM2_ROLE_COUNT;
         if (hasCount && draft.isPresent(i) && !agreesWithArray(draft, i, exactly)) {
             return false;
         }

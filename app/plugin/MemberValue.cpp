@@ -2,23 +2,21 @@
 
 #include <cstring>
 
-using rtcm2::MemberRow;
-using rtcm2::MemberType;
 
 namespace memberValue {
 namespace {
 
-bool isSigned(const MemberRow& row)
+bool isSigned(const RTCM2_member_s& row)
 {
-    return row.type == MemberType::signedInteger;
+    return row.type == RTCM2_TYPE_SIGNED;
 }
 
-Integer smallest(const MemberRow& row)
+Integer smallest(const RTCM2_member_s& row)
 {
     return isSigned(row) ? Integer{~lowMask(row.bits - 1U), true} : Integer{};
 }
 
-Integer largest(const MemberRow& row)
+Integer largest(const RTCM2_member_s& row)
 {
     return {lowMask(isSigned(row) ? row.bits - 1U : row.bits)};
 }
@@ -59,20 +57,20 @@ std::uint64_t lowMask(unsigned bits)
     return bits >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << bits) - 1;
 }
 
-bool fits(const MemberRow& row, Integer value)
+bool fits(const RTCM2_member_s& row, Integer value)
 {
     return value.negative ? isSigned(row) && value.bits >= smallest(row).bits
                           : value.bits <= largest(row).bits;
 }
 
-std::string misfitText(const MemberRow& row, Integer value)
+std::string misfitText(const RTCM2_member_s& row, Integer value)
 {
     return value.text() + " does not fit " + std::to_string(row.bits) +
            (row.bits == 1 ? " bit (" : " bits (") + smallest(row).text() + " to " +
            largest(row).text() + ")";
 }
 
-Integer load(const MemberRow& row, const char* place)
+Integer load(const RTCM2_member_s& row, const char* place)
 {
     const unsigned width = 8U * row.size;
     const std::uint64_t bits = bitsAt(place, row.size);
@@ -80,7 +78,7 @@ Integer load(const MemberRow& row, const char* place)
     return {negative ? bits | ~lowMask(width) : bits, negative};
 }
 
-void store(const MemberRow& row, char* place, Integer value)
+void store(const RTCM2_member_s& row, char* place, Integer value)
 {
     switch (row.size) {
     case 1:

@@ -2,10 +2,17 @@
 #pragma once
 
 #include "Integer.h"
-#include "MemberTable.h"
+#include "RTCM2_format.h"
 
 #include <cstdint>
 #include <string>
+
+// What people call a kind or a member: its name in code where it is not described.
+template <class Row>
+const char* labelOf(const Row& row)
+{
+    return *row.display != '\0' ? row.display : row.name;
+}
 
 namespace memberValue {
 
@@ -13,11 +20,11 @@ namespace memberValue {
 std::uint64_t lowMask(unsigned bits);
 
 // Whether the member's bits hold the value, and what to tell people if not.
-bool fits(const rtcm2::MemberRow& row, Integer value);
-std::string misfitText(const rtcm2::MemberRow& row, Integer value);
+bool fits(const RTCM2_member_s& row, Integer value);
+std::string misfitText(const RTCM2_member_s& row, Integer value);
 
 // Read and write the member at its place in a record.
-Integer load(const rtcm2::MemberRow& row, const char* place);
-void store(const rtcm2::MemberRow& row, char* place, Integer value);
+Integer load(const RTCM2_member_s& row, const char* place);
+void store(const RTCM2_member_s& row, char* place, Integer value);
 
 }    // namespace memberValue

@@ -8,33 +8,30 @@
 using memberValue::fits;
 using memberValue::lowMask;
 using memberValue::misfitText;
-using rtcm2::MemberRole;
-using rtcm2::MemberRow;
-using rtcm2::MemberType;
 
 namespace {
 
-bool isRepeated(const MemberRow& row)
+bool isRepeated(const RTCM2_member_s& row)
 {
-    return row.role == MemberRole::run || row.role == MemberRole::records;
+    return row.role == RTCM2_ROLE_RUN || row.role == RTCM2_ROLE_ARRAY;
 }
 
-bool isDerived(const MemberRow& row)
+bool isDerived(const RTCM2_member_s& row)
 {
-    return row.derive != nullptr || row.role == MemberRole::constant;
+    return row.of != nullptr || row.role == RTCM2_ROLE_CONSTANT;
 }
 
-std::string limitText(const MemberRow& row)
+std::string limitText(const RTCM2_member_s& row)
 {
     return "more than " + std::to_string(row.limit) +
-           (row.type == MemberType::character ? " characters" : " bytes");
+           (row.type == RTCM2_TYPE_CHARACTER ? " characters" : " bytes");
 }
 
 }    // namespace
 
-RecordDraft::RecordDraft(const rtcm2::KindRow& kindRow, const Names& memberNames,
+RecordDraft::RecordDraft(const RTCM2_kind_s& kindRow, const Names& memberNames,
                          void* targetRecord)
-    : row(&kindRow), names(&memberNames), target(targetRecord), given(kindRow.members.size())
+    : row(&kindRow), names(&memberNames), target(targetRecord), given(kindRow.member_count)
 {
 }
 
@@ -53,7 +50,7 @@ RecordDraft::Result RecordDraft::set(int member, Integer value)
     if (Result problem = take(member)) {
         return problem;
     }
-    const MemberRow& target_ = this->member(member);
+    const RTCM2_member_s& target_ = this->member(member);
     if (!fits(target_, value)) {
         return Problem{member, misfitText(target_, value)};
     }
@@ -75,7 +72,7 @@ RecordDraft::Result RecordDraft::setText(int member, std::string_view characters
     if (Result problem = take(member)) {
         return problem;
     }
-    const MemberRow& text = this->member(member);
+    const RTCM2_member_s& text = this->member(member);
     if (characters.size() > text.limit) {
         return Problem{member, limitText(text)};
     }
@@ -86,7 +83,7 @@ RecordDraft::Result RecordDraft::setText(int member, std::string_view characters
 
 RecordDraft::Result RecordDraft::setByte(int member, Integer value)
 {
-    const MemberRow& run = this->member(member);
+    const RTCM2_member_s& run = this->member(member);
     unsigned& count = given[index(member)].count;
     if (count == run.limit) {
         return Problem{member, limitText(run)};
@@ -116,14 +113,13 @@ void RecordDraft::store(int member, Integer value)
 
 bool RecordDraft::isPresent(int member) const
 {
-    const MemberRow& source = this->member(member);
-    return source.isPresent == nullptr || source.isPresent(target);
+    return RTCM2_is_present(target, &this->member(member)) != 0;
 }
 
 RecordDraft::Result RecordDraft::complete()
 {
     for (int i = 0; i < memberCount(); ++i) {
-        if (member(i).role == MemberRole::wire && !isGiven(i)) {
+        if (member(i).role == RTCM2_ROLE_WIRE && !isGiven(i)) {
             if (Result problem = completeFromSlices(i)) {
                 return problem;
             }
@@ -131,7 +127,7 @@ RecordDraft::Result RecordDraft::complete()
     }
     derive();
     for (int i = 0; i < memberCount(); ++i) {
-        if (isRepeated(member(i)) && member(member(i).length).role == MemberRole::wire) {
+        if (isRepeated(member(i)) && member(i).length->role == RTCM2_ROLE_WIRE) {
             if (Result problem = completeLength(i)) {
                 return problem;
             }
@@ -147,8 +143,8 @@ RecordDraft::Result RecordDraft::completeFromSlices(int member)
     std::uint64_t known = 0;
     std::uint64_t whole = 0;
     for (int i = 0; i < memberCount(); ++i) {
-        const MemberRow& slice = this->member(i);
-        if (slice.role == MemberRole::slice && slice.of == member && isGiven(i)) {
+        const RTCM2_member_s& slice = this->member(i);
+        if (slice.role == RTCM2_ROLE_SLICE && slice.of == &this->member(member) && isGiven(i)) {
             known |= lowMask(slice.bits) << slice.low;
             whole |= given[index(i)].number.bits << slice.low;
         }
@@ -158,7 +154,7 @@ RecordDraft::Result RecordDraft::completeFromSlices(int member)
 
 RecordDraft::Result RecordDraft::completeLength(int member)
 {
-    const int length = this->member(member).length;
+    const int length = lengthOf(member);
     if (isGiven(length)) {
         return {};
     }
@@ -171,9 +167,15 @@ RecordDraft::Result RecordDraft::completeLength(int member)
 
 void RecordDraft::derive()
 {
-    for (const MemberRow& source : row->members) {
-        if (source.derive != nullptr) {
-            source.derive(target);
+    for (int i = 0; i < memberCount(); ++i) {
+        double value = 0;
+        if (RTCM2_derive(target, &member(i), &value) != RTCM2_ACCESS_DONE) {
+            continue;
+        }
+        if (member(i).type == RTCM2_TYPE_REAL) {
+            std::memcpy(place(i), &value, sizeof value);
+        } else {
+            store(i, Integer{static_cast<std::uint64_t>(value)});
         }
     }
 }
@@ -199,18 +201,18 @@ RecordDraft::Result RecordDraft::checkWire(int member,
     if (!isGiven(member) && !isImplied(member)) {
         return Problem{member, "is missing" + conditionText(member)};
     }
-    const MemberRow& source = this->member(member);
+    const RTCM2_member_s& source = this->member(member);
     if (!isRepeated(source) || agreesWithLength(member)) {
         return {};
     }
-    const std::string expected = " where " + name(source.length) + " is " +
-                                 value(source.length).text() + sourceText(source.length);
+    const std::string expected = " where " + name(lengthOf(member)) + " is " +
+                                 value(lengthOf(member)).text() + sourceText(lengthOf(member));
     if (!isGiven(member)) {
         return Problem{member, "is missing" + expected};
     }
     return Problem{member,
                    "has " + std::to_string(givenCount(member)) +
-                       (source.type == MemberType::character ? " characters" : " elements") +
+                       (source.type == RTCM2_TYPE_CHARACTER ? " characters" : " elements") +
                        expected};
 }
 
@@ -219,9 +221,9 @@ RecordDraft::Result RecordDraft::checkDerived(int member) const
     if (!isGiven(member)) {
         return {};
     }
-    const MemberRow& source = this->member(member);
+    const RTCM2_member_s& source = this->member(member);
     const Given& slot = given[index(member)];
-    if (source.type == MemberType::real) {
+    if (source.type == RTCM2_TYPE_REAL) {
         double expected = 0;
         std::memcpy(&expected, place(member), sizeof expected);
         const bool agrees = !(slot.real < expected) && !(slot.real > expected);
@@ -232,33 +234,33 @@ RecordDraft::Result RecordDraft::checkDerived(int member) const
         return {};
     }
     return Problem{member, slot.number.text() + " contradicts " + expected.text() +
-                               (source.role == MemberRole::constant
+                               (source.role == RTCM2_ROLE_CONSTANT
                                     ? ", which it always is"
                                     : ", which follows" + sourceText(member))};
 }
 
 std::string RecordDraft::sourceText(int member) const
 {
-    const int of = this->member(member).of;
-    return of == MemberRow::none ? std::string() : " (" + name(of) + ": " + value(of).text() + ")";
+    const int of = indexOf(this->member(member).of);
+    return of < 0 ? std::string() : " (" + name(of) + ": " + value(of).text() + ")";
 }
 
 std::string RecordDraft::conditionText(int member) const
 {
-    const int when = this->member(member).when;
-    return when == MemberRow::none ? std::string()
+    const int when = indexOf(this->member(member).when);
+    return when < 0 ? std::string()
                                    : " where " + name(when) + " is " + value(when).text();
 }
 
 bool RecordDraft::agreesWithLength(int member) const
 {
-    const MemberRow& source = this->member(member);
-    const std::uint64_t length = value(source.length).bits;
+    const RTCM2_member_s& source = this->member(member);
+    const std::uint64_t length = value(lengthOf(member)).bits;
     const std::uint64_t count = givenCount(member);
-    if (source.type != MemberType::character || length > source.limit) {
+    if (source.type != RTCM2_TYPE_CHARACTER || length > source.limit) {
         return count == length;
     }
-    const bool mayBePadded = this->member(source.length).role == MemberRole::count;
+    const bool mayBePadded = source.length->role == RTCM2_ROLE_COUNT;
     return count == length || count + 1 == length || (mayBePadded && count < length);
 }
 
@@ -266,11 +268,11 @@ unsigned RecordDraft::contentBits() const
 {
     unsigned bits = 0;
     for (int i = 0; i < memberCount(); ++i) {
-        const MemberRow& source = member(i);
-        if (source.role == MemberRole::wire && isPresent(i)) {
+        const RTCM2_member_s& source = member(i);
+        if (source.role == RTCM2_ROLE_WIRE && isPresent(i)) {
             bits += source.bits;
-        } else if (source.role == MemberRole::run && isPresent(i)) {
-            bits += source.bits * static_cast<unsigned>(value(source.length).bits);
+        } else if (source.role == RTCM2_ROLE_RUN && isPresent(i)) {
+            bits += source.bits * static_cast<unsigned>(value(lengthOf(i)).bits);
         }
     }
     return bits;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Integer.h"
-#include "MemberTable.h"
+#include "RTCM2_format.h"
 
 #include <cstdint>
 #include <functional>
@@ -25,14 +25,19 @@ public:
 
     RecordDraft() = default;
     // `record` is initialised, and zero but for that. `memberNames` must outlive the draft.
-    RecordDraft(const rtcm2::KindRow& kindRow, const Names& memberNames, void* target);
+    RecordDraft(const RTCM2_kind_s& kindRow, const Names& memberNames, void* target);
 
-    const rtcm2::KindRow& kind() const { return *row; }
+    const RTCM2_kind_s& kind() const { return *row; }
     const std::string& name(int member) const { return names->at(index(member)); }
-    const rtcm2::MemberRow& member(int member) const { return row->members[index(member)]; }
-    int memberCount() const { return static_cast<int>(row->members.size()); }
+    const RTCM2_member_s& member(int member) const { return row->members[index(member)]; }
+    int memberCount() const { return static_cast<int>(row->member_count); }
+    // The index of one of the kind's rows; -1 for null.
+    int indexOf(const RTCM2_member_s* member) const
+    {
+        return member != nullptr ? static_cast<int>(member - row->members) : -1;
+    }
+    int lengthOf(int member) const { return indexOf(this->member(member).length); }
     void* record() const { return target; }
-    std::string_view recordName() const { return row->name; }
 
     // Take what is given for a member. Each member may be given once.
     Result set(int member, Integer value);
@@ -84,7 +89,7 @@ private:
     std::string sourceText(int member) const;
     std::string conditionText(int member) const;
 
-    const rtcm2::KindRow* row = nullptr;
+    const RTCM2_kind_s* row = nullptr;
     const Names* names = nullptr;
     void* target = nullptr;
     std::vector<Given> given;

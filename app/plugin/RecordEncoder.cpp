@@ -2,28 +2,23 @@
 
 #include "DataWords.h"
 #include "FormatModel.h"
-#include "RTCM2_members.h"
 
 #include <algorithm>
 #include <cstddef>
 
-using rtcm2::KindRow;
-using rtcm2::MemberRole;
-using rtcm2::MemberRow;
-using rtcm2::MemberType;
 
 namespace {
 
-MessageEncoder::Shape shapeOf(const MemberRow& row)
+MessageEncoder::Shape shapeOf(const RTCM2_member_s& row)
 {
     switch (row.role) {
-    case MemberRole::records:
+    case RTCM2_ROLE_ARRAY:
         return RecordEncoder::Shape::elements;
-    case MemberRole::run:
-        return row.type == MemberType::character ? RecordEncoder::Shape::text
+    case RTCM2_ROLE_RUN:
+        return row.type == RTCM2_TYPE_CHARACTER ? RecordEncoder::Shape::text
                                                  : RecordEncoder::Shape::bytes;
     default:
-        return row.type == MemberType::real ? RecordEncoder::Shape::real
+        return row.type == RTCM2_TYPE_REAL ? RecordEncoder::Shape::real
                                             : RecordEncoder::Shape::integer;
     }
 }
@@ -42,10 +37,11 @@ std::unique_ptr<MessageEncoder> makeMessageEncoder()
 
 RecordEncoder::RecordEncoder()
 {
-    for (const KindRow& row : rtcm2::kindRows()) {
-        Kind kind{row.name, {}};
-        for (const MemberRow& member : row.members) {
-            kind.members.push_back(identifierOf(member.name));
+    for (int value = 1; value <= RTCM2_last_kind(); ++value) {
+        const RTCM2_kind_s& row = *RTCM2_kind(value);
+        Kind kind{&row, labelOf(row), {}};
+        for (std::uint32_t i = 0; i < row.member_count; ++i) {
+            kind.members.push_back(identifierOf(labelOf(row.members[i])));
         }
         kinds.push_back(std::move(kind));
     }
@@ -58,19 +54,18 @@ RecordEncoder::~RecordEncoder()
 
 const RecordEncoder::Kind& RecordEncoder::namesOf(RTCM2_message_enum kind) const
 {
-    return kinds[static_cast<std::size_t>(kind)];
+    return kinds[static_cast<std::size_t>(kind) - 1];
 }
 
-const KindRow* RecordEncoder::findKind(std::string_view name)
+const RTCM2_kind_s* RecordEncoder::findKind(std::string_view name)
 {
-    const auto rows = rtcm2::kindRows();
     const auto named = [&](auto&& matches) {
-        const auto found = std::find_if(rows.begin(), rows.end(), [&](const KindRow& row) {
-            return row.isMain && matches(namesOf(row.kind));
+        const auto found = std::find_if(kinds.begin(), kinds.end(), [&](const Kind& kind) {
+            return kind.row->type >= 0 && matches(kind);
         });
-        return found != rows.end() ? &*found : nullptr;
+        return found != kinds.end() ? found->row : nullptr;
     };
-    const KindRow* row = named([&](const Kind& kind) { return kind.name == name; });
+    const RTCM2_kind_s* row = named([&](const Kind& kind) { return kind.name == name; });
     return row != nullptr ? row
                           : named([&](const Kind& kind) { return sameName(kind.name, name); });
 }
@@ -80,26 +75,23 @@ bool RecordEncoder::begin(std::string_view kindName)
     release();
     problemText.clear();
     currentKind.clear();
-    const KindRow* row = findKind(kindName);
+    const RTCM2_kind_s* row = findKind(kindName);
     if (row == nullptr) {
         return false;
     }
     message = {};
-    row->init(&message);
+    RTCM2_init_record(row->kind, &message);
     main = RecordDraft(*row, namesOf(row->kind).members, &message);
     current = &main;
     elementsBits = 0;
     hint = 0;
-    currentKind = row->name;
+    currentKind = labelOf(*row);
     return true;
 }
 
 void RecordEncoder::release()
 {
-    if (message.kind != RTCM2_MESSAGE_NULL) {
-        main.kind().release(&message);
-        message = {};
-    }
+    RTCM2_free_message(&message);
 }
 
 std::optional<RecordEncoder::Member> RecordEncoder::member(std::string_view name)
@@ -157,9 +149,9 @@ void RecordEncoder::beginElements(Member member)
 
 void RecordEncoder::beginElement(Member member)
 {
-    const MemberRow& row = main.member(member.index);
-    const KindRow& kind = rtcm2::kindRows()[static_cast<std::size_t>(row.element)];
-    void* record = failed() ? nullptr : main.kind().append(&message);
+    const RTCM2_member_s& row = main.member(member.index);
+    const RTCM2_kind_s& kind = *row.elements;
+    void* record = failed() ? nullptr : RTCM2_append_element(&message);
     elementsMember = member.index;
     if (record == nullptr) {
         // Filled all the same, so that begin and end keep going together.
@@ -168,7 +160,7 @@ void RecordEncoder::beginElement(Member member)
         record = spare.data();
     }
     std::fill_n(static_cast<std::uint8_t*>(record), kind.size, std::uint8_t{0});
-    kind.init(record);
+    RTCM2_init_record(kind.kind, record);
     element = RecordDraft(kind, namesOf(kind.kind).members, record);
     current = &element;
     hint = 0;
@@ -233,10 +225,10 @@ std::span<const std::uint8_t> RecordEncoder::finish(std::optional<std::string_vi
 
 bool RecordEncoder::isImplied(int member) const
 {
-    const MemberRow& row = main.member(member);
-    if (row.length != MemberRow::none) {
-        return main.isGiven(row.length) ||
-               (wordsGiven && main.member(row.length).role == MemberRole::count);
+    const RTCM2_member_s& row = main.member(member);
+    if (row.length != nullptr) {
+        return main.isGiven(main.lengthOf(member)) ||
+               (wordsGiven && row.length->role == RTCM2_ROLE_COUNT);
     }
     switch (row.offset) {
     case offsetof(RTCM2_header_s, Preamble):
@@ -262,8 +254,9 @@ std::span<const std::uint8_t> RecordEncoder::encode(std::optional<std::string_vi
         return {};
     }
     packed = {};
+    std::uint32_t written = 0;
     const auto size = static_cast<std::uint16_t>(end / 8);
-    const std::int32_t result = main.kind().encode(packed.data(), size, &message);
+    const std::int32_t result = RTCM2_encode_record(&message, packed.data(), size, &written);
     if (result < 0) {
         fail(RTCM2_error_to_string(result));
         return {};

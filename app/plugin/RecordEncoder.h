@@ -35,11 +35,12 @@ public:
 
 private:
     struct Kind {
+        const RTCM2_kind_s* row;
         std::string name;
         RecordDraft::Names members;
     };
 
-    const rtcm2::KindRow* findKind(std::string_view name);
+    const RTCM2_kind_s* findKind(std::string_view name);
     const Kind& namesOf(RTCM2_message_enum kind) const;
     void release();
     void note(const RecordDraft::Result& problem);
@@ -48,7 +49,7 @@ private:
     std::span<const std::uint8_t> encode(std::optional<std::string_view> fill);
     bool writeFill(unsigned begin, unsigned end, std::optional<std::string_view> fill);
 
-    std::vector<Kind> kinds;    // by kind value
+    std::vector<Kind> kinds;    // by kind value less 1
     RTCM2_message_s message = {};
     RecordDraft main;
     RecordDraft element;

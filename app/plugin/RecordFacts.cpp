@@ -4,50 +4,44 @@
 #include "FormatModel.h"
 #include "MemberValue.h"
 #include "Plugin.h"
-#include "RTCM2_members.h"
 
 #include <algorithm>
 #include <cstring>
 
-using rtcm2::KindRow;
-using rtcm2::MemberRole;
-using rtcm2::MemberRow;
-using rtcm2::MemberType;
 
 namespace {
 
-const MemberRow* memberOf(const KindRow& kind, const std::string& name)
+std::span<const RTCM2_member_s> membersOf(const RTCM2_kind_s& kind)
 {
-    const auto found = std::find_if(kind.members.begin(), kind.members.end(),
-                                    [&](const MemberRow& row) { return sameName(row.name, name); });
-    return found != kind.members.end() ? &*found : nullptr;
+    return {kind.members, kind.member_count};
 }
 
-const MemberRow* firstMemberOf(const KindRow& kind, const std::vector<std::string>& names)
+const RTCM2_member_s* memberOf(const RTCM2_kind_s& kind, const std::string& name)
+{
+    const auto members = membersOf(kind);
+    const auto found =
+        std::find_if(members.begin(), members.end(), [&](const RTCM2_member_s& member) {
+            return sameName(labelOf(member), name);
+        });
+    return found != members.end() ? &*found : nullptr;
+}
+
+const RTCM2_member_s* firstMemberOf(const RTCM2_kind_s& kind, const std::vector<std::string>& names)
 {
     for (const std::string& name : names) {
-        if (const MemberRow* member = memberOf(kind, name)) {
+        if (const RTCM2_member_s* member = memberOf(kind, name)) {
             return member;
         }
     }
     return nullptr;
 }
 
-const char* placeOf(const MemberRow& member, const void* record)
-{
-    return static_cast<const char*>(record) + member.offset;
-}
-
 // An absent member counts as 0.
-std::uint64_t valueOf(const MemberRow& member, const void* record)
+std::uint64_t valueOf(const RTCM2_member_s& member, const void* record)
 {
-    const bool isPresent = member.isPresent == nullptr || member.isPresent(record);
-    return isPresent ? memberValue::load(member, placeOf(member, record)).bits : 0;
-}
-
-std::uint64_t lengthOf(const KindRow& kind, const MemberRow& array, const void* record)
-{
-    return valueOf(kind.members[static_cast<std::size_t>(array.length)], record);
+    std::int64_t value = 0;
+    RTCM2_read_integer(record, &member, 0, &value);
+    return static_cast<std::uint64_t>(value);
 }
 
 }    // namespace
@@ -60,29 +54,30 @@ std::unique_ptr<MessageFactsReader> makeFactsReader(const FieldParts& parts,
 
 RecordFacts::RecordFacts(const FieldParts& parts, std::span<const KindModel* const> models)
 {
-    for (const KindRow& row : rtcm2::kindRows()) {
+    kinds.emplace_back();    // the null kind
+    for (int value = 1; value <= RTCM2_last_kind(); ++value) {
+        const RTCM2_kind_s& row = *RTCM2_kind(value);
         kinds.push_back(kindOf(row, parts));
         const auto model = std::find_if(models.begin(), models.end(), [&](const KindModel* wanted) {
-            return wanted->name == row.name;
+            return wanted->name == row.display;
         });
         kinds.back().model = model != models.end() ? *model : nullptr;
     }
 }
 
-RecordFacts::Kind RecordFacts::kindOf(const KindRow& row, const FieldParts& parts)
+RecordFacts::Kind RecordFacts::kindOf(const RTCM2_kind_s& row, const FieldParts& parts)
 {
-    Kind kind{
-        .row = &row, .station = memberOf(row, parts.station), .time = memberOf(row, parts.time)};
-    const MemberRow* text = memberOf(row, parts.text);
-    if (text != nullptr && text->role == MemberRole::run && text->type == MemberType::character) {
+    Kind kind{.station = memberOf(row, parts.station), .time = memberOf(row, parts.time)};
+    const RTCM2_member_s* text = memberOf(row, parts.text);
+    if (text != nullptr && text->role == RTCM2_ROLE_RUN && text->type == RTCM2_TYPE_CHARACTER) {
         kind.text = text;
     }
-    for (const MemberRow& member : row.members) {
-        if (member.role != MemberRole::records) {
+    for (const RTCM2_member_s& member : membersOf(row)) {
+        if (member.role != RTCM2_ROLE_ARRAY) {
             continue;
         }
-        const KindRow& element = rtcm2::kindRows()[static_cast<std::size_t>(member.element)];
-        if (const MemberRow* satellite = memberOf(element, parts.satellite)) {
+        const RTCM2_kind_s& element = *member.elements;
+        if (const RTCM2_member_s* satellite = memberOf(element, parts.satellite)) {
             kind.elements = &member;
             kind.satellite = satellite;
             kind.system = firstMemberOf(element, parts.system);
@@ -101,15 +96,13 @@ const MessageFacts* RecordFacts::read(std::span<const std::uint8_t> packed)
     if (isWanted) {
         readFacts(kind);
     }
-    if (kind.row->release != nullptr) {
-        kind.row->release(&message);
-    }
+    RTCM2_free_message(&message);
     return isWanted ? &facts : nullptr;
 }
 
 void RecordFacts::readFacts(const Kind& kind)
 {
-    const auto number = [&](const MemberRow* member) {
+    const auto number = [&](const RTCM2_member_s* member) {
         return member != nullptr ? std::optional(valueOf(*member, &message)) : std::nullopt;
     };
     facts.kind = kind.model;
@@ -117,9 +110,8 @@ void RecordFacts::readFacts(const Kind& kind)
     facts.time = number(kind.time);
     facts.text.reset();
     if (kind.text != nullptr) {
-        const std::uint64_t length = lengthOf(*kind.row, *kind.text, &message);
-        facts.text = upToFirstNul(
-            {placeOf(*kind.text, &message), std::min<std::size_t>(length, kind.text->limit)});
+        facts.text = upToFirstNul({reinterpret_cast<const char*>(&message) + kind.text->offset,
+                                   RTCM2_count(&message, kind.text)});
     }
     facts.satellites.clear();
     if (kind.elements != nullptr) {
@@ -129,12 +121,9 @@ void RecordFacts::readFacts(const Kind& kind)
 
 void RecordFacts::readSatellites(const Kind& kind)
 {
-    const KindRow& elementKind =
-        rtcm2::kindRows()[static_cast<std::size_t>(kind.elements->element)];
-    const char* element = nullptr;
-    std::memcpy(&element, placeOf(*kind.elements, &message), sizeof element);
-    const std::uint64_t count = lengthOf(*kind.row, *kind.elements, &message);
-    for (std::uint64_t i = 0; i < count; ++i, element += elementKind.size) {
+    const std::uint32_t count = RTCM2_count(&message, kind.elements);
+    const char* element = static_cast<char*>(RTCM2_element(&message, kind.elements, 0));
+    for (std::uint32_t i = 0; i < count; ++i, element += kind.elements->elements->size) {
         facts.satellites.push_back(
             {.system = kind.system != nullptr ? valueOf(*kind.system, element) : 0,
              .number = valueOf(*kind.satellite, element)});

@@ -1,7 +1,7 @@
 // Reads facts of messages from the codec's records, through the table of members.
 #pragma once
 
-#include "MemberTable.h"
+#include "RTCM2_format.h"
 #include "MessageFacts.h"
 
 #include <vector>
@@ -16,16 +16,15 @@ private:
     // Where a kind keeps what is counted; null where it has no such member.
     struct Kind {
         const KindModel* model = nullptr;    // null for kinds that are not wanted
-        const rtcm2::KindRow* row = nullptr;
-        const rtcm2::MemberRow* station = nullptr;
-        const rtcm2::MemberRow* time = nullptr;
-        const rtcm2::MemberRow* text = nullptr;
-        const rtcm2::MemberRow* elements = nullptr;     // sub-records that name satellites
-        const rtcm2::MemberRow* satellite = nullptr;    // in the elements
-        const rtcm2::MemberRow* system = nullptr;       // in the elements
+        const RTCM2_member_s* station = nullptr;
+        const RTCM2_member_s* time = nullptr;
+        const RTCM2_member_s* text = nullptr;
+        const RTCM2_member_s* elements = nullptr;     // sub-records that name satellites
+        const RTCM2_member_s* satellite = nullptr;    // in the elements
+        const RTCM2_member_s* system = nullptr;       // in the elements
     };
 
-    static Kind kindOf(const rtcm2::KindRow& row, const FieldParts& parts);
+    static Kind kindOf(const RTCM2_kind_s& row, const FieldParts& parts);
     void readFacts(const Kind& kind);
     void readSatellites(const Kind& kind);
 

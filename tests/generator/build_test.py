@@ -21,7 +21,7 @@ project(small LANGUAGES NONE)
 list(APPEND CMAKE_MODULE_PATH ${PROJECT_SOURCE_DIR}/cmake)
 include(RenderSchema)
 # Stands for the compilation of a rendered file.
-add_custom_command(OUTPUT compiled DEPENDS ${RENDERED_DIR}/RTCM2_FormatInfo.h
+add_custom_command(OUTPUT compiled DEPENDS ${RENDERED_DIR}/codec/RTCM2.h
                    COMMAND ${CMAKE_COMMAND} -E touch compiled COMMENT "Compiling")
 add_custom_target(small ALL DEPENDS compiled)
 add_dependencies(small rtcm2_render)
@@ -42,7 +42,7 @@ class Project(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.source = Path(folder.name) / "small"
-        self.rendered = self.source / "build" / "src" / "generated"
+        self.rendered = self.source / "build" / "rendered"
         shutil.copytree(ROOT / "generator", self.source / "generator")
         shutil.copytree(ROOT / "cmake", self.source / "cmake")
         shutil.copytree(HERE / "schema", self.source / "schema")
@@ -69,7 +69,7 @@ class Project(unittest.TestCase):
         return output
 
     def times(self):
-        return {p.name: p.stat().st_mtime_ns for p in self.rendered.iterdir() if p.suffix != ".stamp"}
+        return {p.name: p.stat().st_mtime_ns for p in self.rendered.glob("*/*")}
 
     def edit(self, name, old, new):
         path = self.source / name
@@ -86,10 +86,8 @@ class Project(unittest.TestCase):
         light = [name.replace("Harbour", "Light") for name in harbour]
         buoy = [name.replace("Harbour", "Buoy") for name in harbour]
         whole = sorted(set(self.times()) - set(harbour + buoy))
-        self.assertIn("RTCM2_FormatInfo.cpp", whole)
-        # Of the files about all kinds: those that know widths, and those that know no kind.
-        with_widths = {"RTCM2.h", "RTCM2.cpp", "RTCM2_members.cpp"} & set(whole)
-        without_kinds = {"RTCM2Decoder.h", "RTCM2_members.h"}
+        # Of the files about all kinds: those that know widths.
+        with_widths = {"RTCM2.h", "RTCM2.cpp", "RTCM2_table.cpp"}
 
         def kind():
             (self.source / "schema" / "lights.yaml").write_text(NEW_KIND)
@@ -98,12 +96,12 @@ class Project(unittest.TestCase):
         # An edit that changes nothing touches the file.
         changes = [
             (None, []),
-            (("generator/templates/RTCM2_FormatInfo.h.j2", "#", "#"), []),
+            (("generator/templates/RTCM2.h.j2", "#", "#"), []),
             (("schema/harbours.yaml", "bits: 9", "bits: 9"), []),
             (("generator/model.py", "Kind", "Kind"), []),
-            (("schema/harbours.yaml", "bits: 9", "bits: 10"), [*with_widths, *buoy[2:]]),
+            (("schema/harbours.yaml", "bits: 9", "bits: 10"), with_widths),
             (("generator/templates/Message.h.j2", "once", "once\n"), [harbour[0], buoy[0]]),
-            (kind, [*light, *(n for n in whole if n not in without_kinds)]),
+            (kind, [*light, *whole]),
         ]
         for change, expected in changes:
             with self.subTest(change):
@@ -116,7 +114,7 @@ class Project(unittest.TestCase):
                 written = {n for n, time in self.times().items() if before.get(n) != time}
                 self.assertEqual(written, set(expected))
                 self.assertEqual("Rendering" in output, change is not None, output)
-                self.assertEqual("Compiling" in output, "RTCM2_FormatInfo.h" in expected, output)
+                self.assertEqual("Compiling" in output, "RTCM2.h" in expected, output)
 
         self.edit("schema/harbours.yaml", "bits: 10", "bits: ten")
         status, output = self.run_cmake("--build", "build")

@@ -94,8 +94,9 @@ WRONG = [
     # kinds
     (HARBOURS, "Tide:\n    type: 6", "Tide:\n    type: 5", "@kind Tide: type 5 is taken by Harbour"),
     (HARBOURS, "Tide:\n    type: 6", "Tide:\n    type: 64", "@kind Tide: type 64 does not fit 6 bits"),
-    (FORMAT, ", Tide]", "]", "kind Tide is not in 'order'"),
+    (FORMAT, ", Tide]", "]", "kind Tide is neither in 'order' nor in 'later'"),
     (FORMAT, ", Tide]", ", Tide, Tide]", "@order: names Tide twice"),
+    (FORMAT, ", Tide]", ", Tide]\n  later: [Buoy]", "later: names Buoy twice"),
     (FORMAT, ", Tide]", ", Tide, Ebb]", "@order: names 'Ebb', which is no kind"),
     (FORMAT, "[Buoy, Harbour, Tide]", "[Harbour, Buoy, Tide]", "@order: sub-records stand before main kinds"),
     # the header
@@ -156,7 +157,7 @@ class Schema(unittest.TestCase):
         rows = "".join(f"  {n}: {{type: {i + 10}, members: []}}\n" for i, n in enumerate(names))
         (self.folder / "many.yaml").write_text("family: Many\nkinds:\n" + rows)
         self.replace(FORMAT, ", Tide]", f", Tide, {', '.join(names)}]")
-        self.assertEqual(self.complaint(), "format.yaml:9: order: has 47 kinds; there are flags for 46")
+        self.assertEqual(self.complaint(), "format.yaml:9: order: there are 47 kinds, and flags for 46")
 
 
 if __name__ == "__main__":

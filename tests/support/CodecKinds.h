@@ -1,7 +1,7 @@
 // The main kinds of the codec behind one interface, for tests that treat all of them alike.
 #pragma once
 
-#include "RTCM2_members.h"
+#include "table.h"
 
 #include <cstdint>
 #include <cstring>
@@ -15,27 +15,40 @@
 using Fields = std::map<std::string, double>;
 
 struct MainKind {
-    int type;
-    RTCM2_message_enum kind;
+    explicit MainKind(const RTCM2_kind_s& kindRow)
+        : row(kindRow), type(kindRow.type), kind(kindRow.kind)
+    {
+    }
+
     // The decoder and encoder that start at any bit.
-    std::int32_t (*decode)(RTCM2_message_s&, std::uint32_t& offset, const std::uint8_t* data,
-                           std::uint16_t size, std::uint32_t declaredLength);
-    std::int32_t (*encode)(RTCM2_message_s&, std::uint8_t* data, std::uint16_t size,
-                           std::uint32_t& offset);
-
-    const rtcm2::KindRow& row() const { return rtcm2::kindRows()[kind]; }
-    // The array of sub-records and its count; null for kinds without.
-    const rtcm2::MemberRow* array() const;
-    const rtcm2::MemberRow* count() const;
-    // "MESSAGE_TYPE_1"
-    std::string name() const;
-
+    std::int32_t decode(RTCM2_message_s& message, std::uint32_t& offset, const std::uint8_t* data,
+                        std::uint16_t size, std::uint32_t declaredLength,
+                        void* parent = nullptr) const
+    {
+        return rtcm2::functionsOf(row).decode(&message, &offset, data, size, parent,
+                                              declaredLength);
+    }
+    std::int32_t encode(RTCM2_message_s& message, std::uint8_t* data, std::uint16_t size,
+                        std::uint32_t& offset) const
+    {
+        return RTCM2_encode_record(&message, data, size, &offset);
+    }
     std::int32_t encodeMessage(RTCM2_message_s& message, std::uint8_t* data,
                                std::uint16_t size) const
     {
-        return row().encode(data, size, &message);
+        std::uint32_t offset = 0;
+        return rtcm2::functionsOf(row).encode(&message, data, size, &offset);
     }
-    void release(RTCM2_message_s& message) const { row().release(&message); }
+
+    // The array of sub-records and its count; null for kinds without.
+    const RTCM2_member_s* array() const { return row.array; }
+    const RTCM2_member_s* count() const { return row.array ? row.array->length : nullptr; }
+    // "MESSAGE_TYPE_1"
+    std::string name() const;
+
+    const RTCM2_kind_s& row;
+    int type;
+    RTCM2_message_enum kind;
 };
 
 // What every record, main or sub-record, starts with.
@@ -69,7 +82,7 @@ std::vector<std::uint8_t> packedMessage(int type, unsigned words, std::size_t si
 class TestMessage {
 public:
     explicit TestMessage(const MainKind& kind) : message(), m_kind(kind) { reset(); }
-    ~TestMessage() { m_kind.release(message); }
+    ~TestMessage() { RTCM2_free_message(&message); }
     TestMessage(const TestMessage&) = delete;
     TestMessage& operator=(const TestMessage&) = delete;
 

@@ -1,28 +1,11 @@
 // Rendered by generator/render.py from schema/harbours.yaml through Message.h.j2. Do not edit.
 #pragma once
 
-#include "MessageWithSubMessages.h"
-#include "PluginExport.h"
-#include "RTCM2.h"
+#include "RecordMessage.h"
 #include "RTCM2_Buoy_Message.h"
 
-class RTCM2_Harbour_Message;
-
-template <>
-VORLO_RTCM2_INTERNAL const MessageInfo* descriptorOf<RTCM2_Harbour_Message>();
-
-struct RTCM2_Harbour_Traits {
-    using Record = RTCM2_Harbour_s;
-    static QString className() { return QStringLiteral("RTCM2_Harbour_Message"); }
-    static constexpr bool isMain = true;
-    static void freeChildren(Record* record) { RTCM2_free_Harbour_children(record); }
-    using Element = RTCM2_Buoy_Message;
-    static auto array(const Record& record) { return record.Buoys; }
-    static unsigned count(const Record& record) { return record.Nb; }
-};
-
 // Type 5: Harbour and its buoys.
-class VORLO_RTCM2_EXPORT RTCM2_Harbour_Message final : public MessageWithSubMessages<RTCM2_Harbour_Traits> {
+class VORLO_RTCM2_EXPORT RTCM2_Harbour_Message final : public MessageWithSubMessages<RTCM2_Harbour_s, RTCM2_Buoy_Message, &RTCM2_Harbour_s::Buoys, &RTCM2_Harbour_s::Nb> {
 public:
     // Refers to a record, or takes it over with its arrays if it came from new.
     RTCM2_Harbour_Message(RTCM2_Harbour_s* record, bool ownsRepresentation);
@@ -35,32 +18,24 @@ public:
     uint64_t getStation_() const { return record().Station_; }
     uint8_t getPilot() const { return record().Pilot; }
     double getReach() const { return record().Reach; }
-    bool hasChannel() const { const auto& r = record(); return r.Pilot == 1 || r.Pilot == 2; }
-    uint8_t getChannel() const { return presentValue(hasChannel(), record().Channel); }
+    bool hasChannel() const { return has(5); }
+    uint8_t getChannel() const { return presentValue(5, record().Channel); }
     uint8_t getLength() const { return record().Length; }
-    bool hasTitle() const { const auto& r = record(); return r.Pilot == 1 || r.Pilot == 2; }
-    unsigned int getNumberOfTitle() const { return record().Length + 1U; }
-    char getTitle(unsigned int index) const
-    {
-        return checkedElement(record().Title, getNumberOfTitle(), index, "Requesting value for an repeated field Title with out of range index.");
-    }
-    QVector<char> getTitleVector() const { return elementVector(record().Title, getNumberOfTitle()); }
-    const char* getTitleArray() const { return representation->Title; }
-    char* getTitleArray() { return representation->Title; }
-    unsigned int getNumberOfNote() const { return record().Length; }
-    uint8_t getNote(unsigned int index) const
-    {
-        return checkedElement(record().Note, getNumberOfNote(), index, "Requesting value for an repeated field Note with out of range index.");
-    }
-    QVector<uint8_t> getNoteVector() const { return elementVector(record().Note, getNumberOfNote()); }
-    const uint8_t* getNoteArray() const { return representation->Note; }
-    uint8_t* getNoteArray() { return representation->Note; }
+    bool hasTitle() const { return has(7); }
+    unsigned int getNumberOfTitle() const { return numberOf(member(7)); }
+    RTCM2_char getTitle(unsigned int index) const { return elementOf(7, record().Title, index); }
+    QVector<RTCM2_char> getTitleVector() const { return elementsOf(7, record().Title); }
+    const RTCM2_char* getTitleArray() const { return unchecked()->Title; }
+    RTCM2_char* getTitleArray() { return unchecked()->Title; }
+    unsigned int getNumberOfNote() const { return numberOf(member(8)); }
+    uint8_t getNote(unsigned int index) const { return elementOf(8, record().Note, index); }
+    QVector<uint8_t> getNoteVector() const { return elementsOf(8, record().Note); }
+    const uint8_t* getNoteArray() const { return unchecked()->Note; }
+    uint8_t* getNoteArray() { return unchecked()->Note; }
     uint16_t getNb() const { return record().Nb; }
-    unsigned int getNumberOfBuoys() const { return count(); }
-    const RTCM2_Buoy_Message* getBuoys(unsigned int index) const { return subMessage(index, "Requesting value for an repeated field Buoys with out of range index."); }
-    RTCM2_Buoy_Message* getBuoys(unsigned int index) { return subMessage(index, "Requesting value for an repeated field Buoys with out of range index."); }
-    QVector<const RTCM2_Buoy_Message*> getBuoysVector() const { return allConstSubMessages(); }
-    QVector<RTCM2_Buoy_Message*> getBuoysVector() { return allSubMessages(); }
-
-    QString getRawStringFor(const QVector<bool>& selection) const override;
+    unsigned int getNumberOfBuoys() const { return record().Nb; }
+    const RTCM2_Buoy_Message* getBuoys(unsigned int index) const { return element(10, index); }
+    RTCM2_Buoy_Message* getBuoys(unsigned int index) { return element(10, index); }
+    QVector<const RTCM2_Buoy_Message*> getBuoysVector() const { return made().constElements; }
+    QVector<RTCM2_Buoy_Message*> getBuoysVector() { return made().elements; }
 };

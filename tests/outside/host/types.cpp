@@ -4,6 +4,7 @@
 #include "Message.h"
 #include "MessageInfo.h"
 #include "RTCM2Decoder.h"
+#include "RTCM2_Message_Type_1_Message.h"
 #include "RTCM2_Message_Type_1_MessageInfo.h"
 
 #include <cstdio>

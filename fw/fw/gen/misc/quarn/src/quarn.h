@@ -16,35 +16,32 @@
 #ifndef QUARN_H
 #define QUARN_H
 
-#include <stdint.h>
+#include "quarn_platform.h"
 
-#define QUARN_API __attribute__((visibility("default")))
+#include <stdint.h>
 
 #ifdef __cplusplus
 extern "C" {
 #endif
 
 /* Prints "file:line: Assertion failed 'expression'" on standard output and exits with status 1. */
-#if defined(__GNUC__)
-__attribute__((noreturn))
-#endif
-QUARN_API void
-quarn_assert_failed(const char* file, long line, const char* expression);
+QUARN_NORETURN QUARN_SHOWN void quarn_assert_failed(const char* file, long line,
+                                                    const char* expression);
 
 /* Readers: store the bits offset to offset + bit_len - 1 of data in *value_out, signed types
  * sign-extended. The whole storage is written. The caller advances offset itself. */
 #define QUARN_DECLARE_READER(TYPE, STORAGE)                                                        \
-    QUARN_API void quarn_read_##TYPE(const uint8_t* data, uint16_t data_size, uint32_t offset,     \
-                                     uint8_t bit_len, STORAGE* value_out);
+    QUARN_SHOWN void quarn_read_##TYPE(const uint8_t* data, uint16_t data_size, uint32_t offset,   \
+                                       uint8_t bit_len, STORAGE* value_out);
 
 /* Writers: store the low bit_len bits of value at offset. No other bit of data changes. */
 #define QUARN_DECLARE_WRITER(TYPE, STORAGE)                                                        \
-    QUARN_API void quarn_write_##TYPE(uint8_t* data, uint16_t data_size, uint32_t offset,          \
-                                      uint8_t bit_len, STORAGE value);
+    QUARN_SHOWN void quarn_write_##TYPE(uint8_t* data, uint16_t data_size, uint32_t offset,        \
+                                        uint8_t bit_len, STORAGE value);
 
 #define QUARN_FOR_EACH_TYPE(APPLY)                                                                 \
     APPLY(BYTE, uint8_t)                                                                           \
-    APPLY(CHAR, char)                                                                              \
+    APPLY(CHAR, quarn_char)                                                                        \
     APPLY(UINT8, uint8_t)                                                                          \
     APPLY(INT8, int8_t)                                                                            \
     APPLY(UINT16, uint16_t)                                                                        \

@@ -2,6 +2,8 @@
 // touch exactly the bytes in which the field lies.
 #pragma once
 
+#include "quarn_platform.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstdint>
@@ -81,15 +83,7 @@ inline std::uint64_t loadWord(const std::uint8_t* data)
 {
     Word word;
     std::memcpy(&word, data, sizeof word);
-    if constexpr (std::endian::native == std::endian::big) {
-        return word;
-    } else if constexpr (sizeof word == 2) {
-        return __builtin_bswap16(word);
-    } else if constexpr (sizeof word == 4) {
-        return __builtin_bswap32(word);
-    } else {
-        return __builtin_bswap64(word);
-    }
+    return std::endian::native == std::endian::big ? word : reversedBytes(word);
 }
 
 // `Bytes` (1 to 8) bytes as a number, the first the highest.
@@ -139,7 +133,7 @@ inline void write(std::uint8_t* data, T value)
     static_assert(last - first < 8, "the field spans more bytes than a 64-bit word has");
     constexpr std::uint64_t mask = lowMask(Width) << below;
     const std::uint64_t word = static_cast<std::uint64_t>(value) << below & mask;
-#pragma GCC unroll 8
+    QUARN_UNROLL_8
     for (unsigned i = first; i <= last; ++i) {
         const unsigned shift = 8 * (last - i);
         replaceBits(data[i], static_cast<unsigned>(mask >> shift & 0xFF),

@@ -1,8 +1,0 @@
-#include "DescriptorLinks.h"
-
-#include "VorloEvent.h"
-
-void throwMisuse(const char* text)
-{
-    throw VorloEvent(VorloEvent::AccessorMisuse, QString::fromLatin1(text), formatDescriptor());
-}
