@@ -19,6 +19,8 @@ CHECKS = [
     ("decode", "bit_by_bit", "faster", 8),
     ("encode", "bit_by_bit", "faster", 6),
     ("object", "decode", "at most", 3),
+    ("field", "field_alone", "at most", 1.5),
+    ("table", None, "at most", 5),
     ("framing", "bit_by_bit", "faster", 15),
     ("stats", "framing", "at most", 3),
     ("export", "json_writer", "at most", 2),

@@ -1,15 +1,15 @@
 /* The RTCM 2 format as data: every kind and every member in one table, and functions that work on
  * any kind through it. Valid C99 and C++.
  *
- * A program that knows nothing of the single messages decodes one with RTCM2_decode, takes the row of
- * its kind from RTCM2_kind(message.kind), and goes through kind->members, reading each with
+ * A program that knows nothing of the single messages decodes one with RTCM2_decode, takes the row
+ * of its kind from RTCM2_kind(message.kind), and goes through kind->members, reading each with
  * RTCM2_read_integer, RTCM2_read_real or RTCM2_read_text. The elements of an array are records of
  * their own, with a row of their own: RTCM2_element.
  *
- * The rows are constant and live as long as the library. Functions that take a row and a record need
- * a row of that record's kind. Records are those of RTCM2.h: their head says of which kind they are,
- * so they have to be initialised or decoded before they are handed in. Nothing here keeps state; a
- * record is used by one caller at a time.
+ * The rows are constant and live as long as the library. Functions that take a row and a record
+ * need a row of that record's kind. Records are those of RTCM2.h: their head says of which kind
+ * they are, so they have to be initialised or decoded before they are handed in. Nothing here keeps
+ * state; a record is used by one caller at a time.
  *
  * Later versions may put further members at the end of the structures below: they change the name
  * under which programs load the library, so a program is always run with what it was built against.
@@ -68,9 +68,9 @@ typedef struct RTCM2_member_s {
     const char* unit;    /* of the number, for people; "" for none */
     RTCM2_role_enum role;
     RTCM2_type_enum type;
-    uint8_t bits;      /* width of the value (of one character or byte of a run); 0 for an array */
-    uint8_t size;      /* bytes that the value takes in the record (likewise); 0 for an array */
-    uint16_t offset;   /* of the value, the run or the pointer to the array in the record, in bytes */
+    uint8_t bits;    /* width of the value (of one character or byte of a run); 0 for an array */
+    uint8_t size;    /* bytes that the value takes in the record (likewise); 0 for an array */
+    uint16_t offset; /* of the value, the run or the pointer to the array in the record, in bytes */
     int32_t first_bit; /* in the packed message, from the start of the record; -1 where that depends
                         * on other members, and for what is not in the message */
 
@@ -190,35 +190,37 @@ RTCM2_API void RTCM2_free_message(RTCM2_message_s* message);
 /* What the functions below answer. */
 typedef enum RTCM2_access_enum {
     RTCM2_ACCESS_DONE = 0,
-    RTCM2_ACCESS_ABSENT = 1,     /* the member is not in this message */
-    RTCM2_ACCESS_INDEX = 2,      /* no value has that index */
-    RTCM2_ACCESS_TYPE = 3,       /* the value is of a type that the function cannot give or take */
-    RTCM2_ACCESS_RANGE = 4,      /* the value does not fit the member, or the text the room */
-    RTCM2_ACCESS_DERIVED = 5,    /* it follows from other members and cannot be written, or is not
-                                  * in the message and has no place there */
+    RTCM2_ACCESS_ABSENT = 1,  /* the member is not in this message */
+    RTCM2_ACCESS_INDEX = 2,   /* no value has that index */
+    RTCM2_ACCESS_TYPE = 3,    /* the value is of a type that the function cannot give or take */
+    RTCM2_ACCESS_RANGE = 4,   /* the value does not fit the member, or the text the room */
+    RTCM2_ACCESS_DERIVED = 5, /* it follows from other members and cannot be written, or is not
+                               * in the message and has no place there */
     RTCM2_ACCESS_NO_MEMORY = 6
 } RTCM2_access_enum;
 
 /* Whether the member is in the message: 1 or 0. */
 RTCM2_API int RTCM2_is_present(const void* record, const RTCM2_member_s* member);
 
-/* Values that the member has: 0 when absent, the length of a run (at most its limit) or of an array,
- * else 1. */
+/* Values that the member has: 0 when absent, the length of a run (at most its limit) or of an
+ * array, else 1. */
 RTCM2_API uint32_t RTCM2_count(const void* record, const RTCM2_member_s* member);
 
 /* The index-th record of an array, or null. It belongs to the record. */
 RTCM2_API void* RTCM2_element(const void* record, const RTCM2_member_s* member, uint32_t index);
 
 /* Read the index-th value; the index of a member that is no run is 0. Integers: all types but real
- * numbers and sub-records; an unsigned value of 64 bits keeps its bits. Real: all but sub-records. */
+ * numbers and sub-records; an unsigned value of 64 bits keeps its bits. Real: all but sub-records.
+ */
 RTCM2_API int32_t RTCM2_read_integer(const void* record, const RTCM2_member_s* member,
                                      uint32_t index, int64_t* value);
 RTCM2_API int32_t RTCM2_read_real(const void* record, const RTCM2_member_s* member, uint32_t index,
                                   double* value);
 
-/* Reads a value as it is shown: the text of a coded value, else a decimal number, or two hexadecimal
- * digits for a byte. A run of characters is one text, up to its first NUL; it has index 0 only.
- * Without units. At most `room` bytes are written, with a NUL; RTCM2_TEXT_ROOM is enough for any. */
+/* Reads a value as it is shown: the text of a coded value, else a decimal number, or two
+ * hexadecimal digits for a byte. A run of characters is one text, up to its first NUL; it has index
+ * 0 only. Without units. At most `room` bytes are written, with a NUL; RTCM2_TEXT_ROOM is enough
+ * for any. */
 #define RTCM2_TEXT_ROOM 256
 RTCM2_API int32_t RTCM2_read_text(const void* record, const RTCM2_member_s* member, uint32_t index,
                                   char* text, uint32_t room);

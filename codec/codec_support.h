@@ -114,9 +114,8 @@ private:
     // Apart from the straight path and on an object of its own, so that this one can stay in
     // registers there.
     template <class Checked, class Record, class Members>
-    QUARN_COLD static Reached oneByOne(Byte* data, std::uint16_t dataSize,
-                                                         std::uint32_t offset, Record& record,
-                                                         Members members)
+    QUARN_COLD static Reached oneByOne(Byte* data, std::uint16_t dataSize, std::uint32_t offset,
+                                       Record& record, Members members)
     {
         Checked checked(data, dataSize, offset);
         members(checked, record);
@@ -220,8 +219,8 @@ public:
         offset = end;
     }
 
-    // The length as told from outside, 0 for none: one shorter than what was consumed is an error, a
-    // longer one skips padding.
+    // The length as told from outside, 0 for none: one shorter than what was consumed is an error,
+    // a longer one skips padding.
     void applyDeclaredLength(std::uint32_t declaredLength, std::int32_t underflow)
     {
         if (failed() || declaredLength == 0) {

@@ -37,12 +37,12 @@ bool fits(const RTCM2_member_s& member, std::int64_t value)
     if (member.bits >= 64) {
         return true;
     }
-    return value == (isSigned(member)
-                         ? quarn::fromBits<std::int64_t>(
-                               static_cast<std::uint64_t>(value) & quarn::lowMask(member.bits),
-                               member.bits)
-                         : static_cast<std::int64_t>(static_cast<std::uint64_t>(value) &
-                                                     quarn::lowMask(member.bits)));
+    return value ==
+           (isSigned(member)
+                ? quarn::fromBits<std::int64_t>(
+                      static_cast<std::uint64_t>(value) & quarn::lowMask(member.bits), member.bits)
+                : static_cast<std::int64_t>(static_cast<std::uint64_t>(value) &
+                                            quarn::lowMask(member.bits)));
 }
 
 template <class Visit>
@@ -151,9 +151,10 @@ std::string_view digitsOf(const void* place, const RTCM2_member_s& member, char 
         buffer[1] = digits[value & 0xF];
         return {buffer, 2};
     }
-    const auto end = member.type == RTCM2_TYPE_UNSIGNED
-                         ? std::to_chars(buffer, std::end(buffer), static_cast<std::uint64_t>(value))
-                         : std::to_chars(buffer, std::end(buffer), value);
+    const auto end =
+        member.type == RTCM2_TYPE_UNSIGNED
+            ? std::to_chars(buffer, std::end(buffer), static_cast<std::uint64_t>(value))
+            : std::to_chars(buffer, std::end(buffer), value);
     return {buffer, end.ptr};
 }
 
@@ -254,8 +255,7 @@ int32_t RTCM2_read_text(const void* record, const RTCM2_member_s* member, uint32
         if (!isPresent(record, *member)) {
             return RTCM2_ACCESS_ABSENT;
         }
-        return index == 0 ? copyOut(charactersOf(record, *member), text, room)
-                          : RTCM2_ACCESS_INDEX;
+        return index == 0 ? copyOut(charactersOf(record, *member), text, room) : RTCM2_ACCESS_INDEX;
     }
     if (const RTCM2_access_enum access = accessTo(record, *member, index);
         access != RTCM2_ACCESS_DONE) {

@@ -65,11 +65,11 @@ void reportDecoded(MessageSource& source, RTCM2_message_s& decoded)
 {
     Arrays arrays(decoded);
     const auto kind = static_cast<std::size_t>(decoded.kind);
-    if (kind == RTCM2_MESSAGE_NULL || kind >= pluginKinds().size()) {
+    if (kind == RTCM2_MESSAGE_NULL || kind >= pluginKinds.size()) {
         emitEvent(source, VorloEvent::InconsistentDecoderState,
                   QStringLiteral("RTCM2: Inconsistent decoder state"));
-    } else if (pluginKinds()[kind].make != nullptr) {
-        const Message* const message = pluginKinds()[kind].make(decoded);
+    } else if (pluginKinds[kind].make != nullptr) {
+        const Message* const message = pluginKinds[kind].make(decoded);
         arrays.handOver();
         emitMessage(source, message);
     }

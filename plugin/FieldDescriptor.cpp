@@ -42,7 +42,7 @@ FieldType typeOf(const RTCM2_member_s& row)
     case RTCM2_TYPE_SIGNED:
         return FieldType::i(row.bits);
     case RTCM2_TYPE_RECORD:
-        return FieldType::subMessage(pluginKinds()[row.elements->kind].descriptor());
+        return FieldType::subMessage(pluginKinds[row.elements->kind].descriptor());
     default:
         return FieldType::u(row.bits);
     }
@@ -60,8 +60,10 @@ bool isComputed(const RTCM2_member_s& row)
 FieldDescriptor::FieldDescriptor(const KindFields& kindFields, int index, const char* className)
     : FieldInfo(QString::fromUtf8(RTCM2_kind(kindFields.kind)->members[index].display),
                 typeOf(RTCM2_kind(kindFields.kind)->members[index])),
-      kind(&kindFields), row(&RTCM2_kind(kindFields.kind)->members[index]),
-      messageClass(pluginKinds()[kindFields.kind].messageClass), name(className),
+      row(&RTCM2_kind(kindFields.kind)->members[index]),
+      isPlain(row->when == nullptr && row->length == nullptr), storage(storageOf(*row)),
+      width(row->bits), offset(row->offset), kind(&kindFields),
+      messageClass(pluginKinds[kindFields.kind].messageClass), name(className),
       locale(std::make_shared<Locale>())
 {
     kind->trace->pass();
@@ -107,15 +109,15 @@ void FieldDescriptor::describe()
         setUnit(QString::fromUtf8(row->unit));
     }
     for (unsigned i = 0; i < row->text_count; ++i) {
-        addSymbolicValue(integerValue(row->texts[i].value), QString::fromUtf8(row->texts[i].text));
+        addSymbolicValue(valueOf(row->texts[i].value), QString::fromUtf8(row->texts[i].text));
     }
     if (row->has_do_not_use != 0) {
-        setDoNotUseValue(integerValue(row->do_not_use));
+        setDoNotUseValue(valueOf(row->do_not_use));
     }
 }
 
-// The message as one of the field's kind, or null. The message classes are final, so that their type
-// identity is all that a dynamic cast would find out.
+// The message as one of the field's kind, or null. The message classes are final, so that their
+// type identity is all that a dynamic cast would find out.
 const RecordMessage* FieldDescriptor::ofKind(const Message* message) const
 {
     return message != nullptr && typeid(*message) == *messageClass
@@ -168,6 +170,88 @@ void FieldDescriptor::demandValue(const RecordMessage& message, unsigned index) 
     }
 }
 
+FieldDescriptor::Storage FieldDescriptor::storageOf(const RTCM2_member_s& row)
+{
+    switch (row.type) {
+    case RTCM2_TYPE_BYTE:
+        return Storage::byte;
+    case RTCM2_TYPE_CHARACTER:
+        return Storage::character;
+    case RTCM2_TYPE_REAL:
+        return Storage::real;
+    case RTCM2_TYPE_RECORD:
+        return Storage::record;
+    case RTCM2_TYPE_SIGNED:
+        return row.size == 1   ? Storage::i8
+               : row.size == 2 ? Storage::i16
+               : row.size == 4 ? Storage::i32
+                               : Storage::i64;
+    default:
+        return row.size == 1   ? Storage::u8
+               : row.size == 2 ? Storage::u16
+               : row.size == 4 ? Storage::u32
+                               : Storage::u64;
+    }
+}
+
+// The value at its place in a record.
+inline FieldValue FieldDescriptor::valueAt(const char* place) const
+{
+    switch (storage) {
+    case Storage::byte:
+        return FieldValue::byte(rtcm2::valueAt<quint8>(place));
+    case Storage::u8:
+        return FieldValue::u(rtcm2::valueAt<quint8>(place), width);
+    case Storage::u16:
+        return FieldValue::u(rtcm2::valueAt<quint16>(place), width);
+    case Storage::u32:
+        return FieldValue::u(rtcm2::valueAt<quint32>(place), width);
+    case Storage::u64:
+        return FieldValue::u(rtcm2::valueAt<quint64>(place), width);
+    case Storage::i8:
+        return FieldValue::i(rtcm2::valueAt<qint8>(place), width);
+    case Storage::i16:
+        return FieldValue::i(rtcm2::valueAt<qint16>(place), width);
+    case Storage::i32:
+        return FieldValue::i(rtcm2::valueAt<qint32>(place), width);
+    case Storage::i64:
+        return FieldValue::i(rtcm2::valueAt<qint64>(place), width);
+    case Storage::real:
+        return FieldValue::f64(rtcm2::valueAt<double>(place));
+    case Storage::character:
+        return FieldValue::ch(*place);
+    case Storage::record:
+        break;
+    }
+    return {};
+}
+
+inline FieldValue FieldDescriptor::valueIn(const RecordMessage& message, unsigned index) const
+{
+    return isPlain ? valueAt(static_cast<const char*>(message.assertedRecord()) + offset)
+                   : valueElsewhere(message, index);
+}
+
+// Where a value stands that a message may lack. What a run announces beyond its room reads as 0.
+const char* FieldDescriptor::placeIn(const RecordMessage& message, unsigned index) const
+{
+    static constexpr char zero = 0;
+    const char* const place = rtcm2::placeOf(message.assertedRecord(), *row);
+    if (row->role != RTCM2_ROLE_RUN) {
+        message.demandPresent(*row);
+        return place;
+    }
+    message.demandIndex(*row, index);
+    const unsigned room = row->limit + (row->type == RTCM2_TYPE_CHARACTER ? 1U : 0U);
+    return index < room ? place + index : &zero;
+}
+
+FieldValue FieldDescriptor::valueElsewhere(const RecordMessage& message, unsigned index) const
+{
+    return storage == Storage::record ? FieldValue::subMessage(message.subMessage(*row, index))
+                                      : valueAt(placeIn(message, index));
+}
+
 const FieldValue FieldDescriptor::getValue(const Message* message, unsigned int index) const
 {
     const RecordMessage& ours = checkedKind(message);
@@ -181,44 +265,17 @@ const FieldValue FieldDescriptor::getValueUnchecked(const Message* message,
     return valueIn(*static_cast<const RecordMessage*>(message), index);
 }
 
-// Where the value stands. What a run announces beyond its room reads as 0.
-const char* FieldDescriptor::placeIn(const RecordMessage& message, unsigned index) const
-{
-    static constexpr char zero = 0;
-    const char* const place = rtcm2::placeOf(message.assertedRecord(), *row);
-    if (row->role != RTCM2_ROLE_RUN) [[likely]] {
-        if (row->when != nullptr) {
-            message.demandPresent(*row);
-        }
-        return place;
-    }
-    message.demandIndex(*row, index);
-    const unsigned room = row->limit + (row->type == RTCM2_TYPE_CHARACTER ? 1U : 0U);
-    return index < room ? place + index : &zero;
-}
-
-FieldValue FieldDescriptor::integerValue(qint64 value) const
+// An integer as a value of the field's type.
+FieldValue FieldDescriptor::valueOf(qint64 value) const
 {
     switch (row->type) {
     case RTCM2_TYPE_BYTE:
         return FieldValue::byte(static_cast<unsigned char>(value));
-    case RTCM2_TYPE_CHARACTER:
-        return FieldValue::ch(static_cast<char>(value));
     case RTCM2_TYPE_SIGNED:
-        return FieldValue::i(value, row->bits);
+        return FieldValue::i(value, width);
     default:
-        return FieldValue::u(static_cast<quint64>(value), row->bits);
+        return FieldValue::u(static_cast<quint64>(value), width);
     }
-}
-
-FieldValue FieldDescriptor::valueIn(const RecordMessage& message, unsigned index) const
-{
-    if (row->type == RTCM2_TYPE_RECORD) {
-        return FieldValue::subMessage(message.subMessage(*row, index));
-    }
-    const char* const place = placeIn(message, index);
-    return row->type == RTCM2_TYPE_REAL ? FieldValue::f64(rtcm2::valueAt<double>(place))
-                                        : integerValue(rtcm2::integerAt(place, *row));
 }
 
 QString FieldDescriptor::getValueString(const Message* message) const

@@ -1,5 +1,5 @@
-// The descriptor of any field: reads a message through the row of the field's member. The classes of
-// the single fields are shells around it, which say which row.
+// The descriptor of any field: reads a message through the row of the field's member. The classes
+// of the single fields are shells around it, which say which row.
 #pragma once
 
 #include "FieldInfo.h"
@@ -40,6 +40,21 @@ protected:
 
 private:
     struct Locale;
+    // How a value stands in the record.
+    enum class Storage : unsigned char {
+        byte,
+        character,
+        real,
+        record,
+        u8,
+        u16,
+        u32,
+        u64,
+        i8,
+        i16,
+        i32,
+        i64
+    };
 
     void addSubFields();
     void describe();
@@ -47,14 +62,21 @@ private:
     const RecordMessage& checkedKind(const Message* message) const;
     void demandValue(const RecordMessage& message, unsigned index) const;
     const char* placeIn(const RecordMessage& message, unsigned index) const;
-    FieldValue integerValue(qint64 value) const;
+    static Storage storageOf(const RTCM2_member_s& row);
+    FieldValue valueAt(const char* place) const;
+    FieldValue valueOf(qint64 value) const;
+    FieldValue valueElsewhere(const RecordMessage& message, unsigned index) const;
     FieldValue valueIn(const RecordMessage& message, unsigned index) const;
     QString textIn(const RecordMessage& message, unsigned index) const;
     QString integerText(qint64 value) const;
     QString withUnitText(const QString& text) const;
 
-    const KindFields* kind;
     const RTCM2_member_s* row;
+    bool isPlain;    // one value in every message, in the record itself
+    Storage storage;
+    unsigned char width;
+    quint16 offset;
+    const KindFields* kind;
     const std::type_info* messageClass;
     const char* name;
     // The locale of the field's texts, shared by copies of the descriptor.
@@ -78,7 +100,10 @@ private:
 #define VORLO_RTCM2_DEFINE_FIELD(Class, kindFields, index)                                         \
     Class::Class() : FieldDescriptor(kindFields, index, #Class) {}                                 \
     Class::~Class() = default;                                                                     \
-    Class* Class::getInstance_nonconst() { return Singleton<Class>::instance(); }                  \
+    Class* Class::getInstance_nonconst()                                                           \
+    {                                                                                              \
+        return Singleton<Class>::instance();                                                       \
+    }                                                                                              \
     const Class* Class::getInstance()                                                              \
     {                                                                                              \
         (kindFields).trace->pass();                                                                \

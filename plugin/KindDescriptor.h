@@ -33,4 +33,7 @@ private:
 #define VORLO_RTCM2_DEFINE_KIND(Class, kindFields)                                                 \
     Class::Class() : KindDescriptor(kindFields, #Class) {}                                         \
     Class::~Class() = default;                                                                     \
-    const Class* Class::getInstance() { return Singleton<Class>::instance(); }
+    const Class* Class::getInstance()                                                              \
+    {                                                                                              \
+        return Singleton<Class>::instance();                                                       \
+    }

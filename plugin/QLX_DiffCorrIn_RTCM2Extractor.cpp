@@ -8,7 +8,7 @@
 namespace {
 
 UnitTrace extractorTrace{"vorlortcm2", "QLX_DiffCorrIn_RTCM2Extractor",
-                "plugin/QLX_DiffCorrIn_RTCM2Extractor.cpp"};
+                         "plugin/QLX_DiffCorrIn_RTCM2Extractor.cpp"};
 
 constexpr int unitSize = 4;
 constexpr int wordSize = 3;

@@ -29,7 +29,7 @@ RTCM2Decoder::RTCM2Decoder(QObject* parent) : AbstractDecoder(QStringLiteral("RT
     decoderTrace.pass();
     MemLeakTracer::allocateObject(QStringLiteral("RTCM2Decoder"));
     RTCM2_init_context(&context);
-    const auto kinds = pluginKinds();
+    const auto kinds = pluginKinds;
     for (std::size_t value = 0; value < kinds.size(); ++value) {
         if (kinds[value].descriptor != nullptr) {
             setMessageEnum(kinds[value].descriptor(), static_cast<int>(value));

@@ -43,7 +43,7 @@ void RTCM2_FormatInfo::setupMessageInfos()
 {
     setupDone = true;
     for (const RTCM2_message_enum kind : registeredKinds()) {
-        const MessageInfo* const info = pluginKinds()[kind].descriptor();
+        const MessageInfo* const info = pluginKinds[kind].descriptor();
         if (RTCM2_kind(kind)->type >= 0) {
             addMessageInfo(info);
         } else {

@@ -73,8 +73,8 @@ void appendField(QString& line, const RecordMessage& message, const RTCM2_member
 QString rawLineOf(const RecordMessage& message, const QVector<bool>& selection)
 {
     const RTCM2_kind_s& kind = message.kindRow();
-    const int fields = std::min(static_cast<int>(selection.size()),
-                                static_cast<int>(kind.member_count));
+    const int fields =
+        std::min(static_cast<int>(selection.size()), static_cast<int>(kind.member_count));
     QString line;
     bool somethingWritten = false;
     for (int i = 0; i < fields; ++i) {

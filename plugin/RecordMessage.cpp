@@ -1,51 +1,20 @@
 #include "RecordMessage.h"
 
-#include "MemLeakTracer.h"
-#include "MessageInfo.h"
 #include "Misuse.h"
-#include "PluginKinds.h"
 #include "RawLine.h"
 #include "record_values.h"
 
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-const PluginKind& classOf(RTCM2_message_enum kind)
+RecordMessage::RecordMessage(RTCM2_message_enum ofKind, const MessageInfo* info, void* record,
+                             Hold holding)
+    : Message(info), representation(record), hold(holding), kind(ofKind)
 {
-    return pluginKinds()[kind];
-}
-
-}    // namespace
-
-RecordMessage::RecordMessage(RTCM2_message_enum kind, void* record, Hold holding)
-    : Message(classOf(kind).descriptor()), representation(record), row(*RTCM2_kind(kind)),
-      hold(holding)
-{
-    MemLeakTracer::allocateObject(classOf(kind).messageClassName());
-}
-
-void RecordMessage::dispose()
-{
-    MemLeakTracer::deallocateObject(classOf(row.kind).messageClassName());
-    subMessages.reset();
-    if (!hasRecord() || hold == Hold::reference) {
-        return;
-    }
-    if (row.array != nullptr) {
-        std::free(rtcm2::elementsOf(representation, *row.array));
-    }
-    if (hold == Hold::own) {
-        ::operator delete(representation, row.size);
-    }
 }
 
 void RecordMessage::failWithoutRecord() const
 {
-    qFatal("%s::assertRepresentation() failed when trying to access data of an uninitialized "
-           "message.",
-           qPrintable(classOf(row.kind).messageClassName()));
+    qFatal("RTCM2_%s_Message::assertRepresentation() failed when trying to access data of an "
+           "uninitialized message.",
+           kindRow().name);
 }
 
 const Message* RecordMessage::subMessage(const RTCM2_member_s& array, unsigned index) const

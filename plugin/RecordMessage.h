@@ -1,5 +1,5 @@
-// What all message objects share: the record behind the object, the checks of its accessors, its raw
-// line, its sub-messages and its release. The rendered classes add one accessor per member.
+// What all message objects share: the record behind the object, the checks of its accessors, its
+// raw line, its sub-messages and its release. The rendered classes add one accessor per member.
 #pragma once
 
 #include "Message.h"
@@ -9,17 +9,19 @@
 
 #include <QVector>
 
+#include <cstdlib>
 #include <memory>
+#include <span>
 #include <type_traits>
 
 // An object either refers to a record of somebody else or owns one: that came from new, as a record
-// of exactly the kind's type, and goes with the object, its arrays first. What the decoder hands out
-// holds a copy of the decoded record in itself, so that a message takes one block of memory instead
-// of two.
+// of exactly the kind's type, and goes with the object, its arrays first. What the decoder hands
+// out holds a copy of the decoded record in itself, so that a message takes one block of memory
+// instead of two.
 class VORLO_RTCM2_EXPORT RecordMessage : public Message {
 public:
     // The row of the message's kind.
-    const RTCM2_kind_s& kindRow() const { return row; }
+    const RTCM2_kind_s& kindRow() const { return *RTCM2_kind(kind); }
 
     // The record, for whoever reads it. Without one the process ends.
     const void* assertedRecord() const
@@ -49,18 +51,16 @@ public:
 protected:
     enum class Hold { reference, own, copy };
 
-    RecordMessage(RTCM2_message_enum kind, void* record, Hold holding);
-
-    // The destructor of the class with the record begins with this: reports the destruction, and
-    // releases sub-messages and record.
-    void dispose();
+    RecordMessage(RTCM2_message_enum ofKind, const MessageInfo* info, void* record, Hold holding);
 
     bool hasRecord() const { return representation != nullptr; }
     bool has(int member) const;
-    const RTCM2_member_s& member(int index) const { return row.members[index]; }
+    const RTCM2_member_s& member(int index) const { return kindRow().members[index]; }
 
     void* representation;
     mutable std::unique_ptr<SubMessages> subMessages;
+
+    const Hold hold;
 
 private:
     const void* getRawRepresentation() const override { return representation; }
@@ -69,30 +69,42 @@ private:
 
     [[noreturn]] void failWithoutRecord() const;
 
-    const RTCM2_kind_s& row;
-    const Hold hold;
+    const RTCM2_message_enum kind;
 };
 
 // Stands where an object has no room for a record.
 struct NoRecord {};
 
-// A message object on a record of the codec; main kinds have room for a decoded one.
-template <class RecordType, bool isMain>
+// A message object on a record of the codec; main kinds have room for a decoded one. `elements` is
+// the record's array of sub-records, where it has one.
+template <class RecordType, bool isMain, auto elements = nullptr>
 class MessageOf : public RecordMessage {
 public:
     using Record = RecordType;
 
-    ~MessageOf() override { dispose(); }
+    ~MessageOf() override
+    {
+        subMessages.reset();
+        if (!hasRecord() || hold == Hold::reference) {
+            return;
+        }
+        if constexpr (elements != nullptr) {
+            std::free(unchecked()->*elements);
+        }
+        if (hold == Hold::own) {
+            delete unchecked();
+        }
+    }
 
 protected:
-    MessageOf(RTCM2_message_enum kind, Record* record, bool owns)
-        : RecordMessage(kind, record, owns ? Hold::own : Hold::reference)
+    MessageOf(RTCM2_message_enum ofKind, const MessageInfo* info, Record* record, bool owns)
+        : RecordMessage(ofKind, info, record, owns ? Hold::own : Hold::reference)
     {
     }
 
     // Takes over the arrays of a decoded record, whose elements are told their new parent.
-    MessageOf(RTCM2_message_enum kind, const Record& decoded)
-        : RecordMessage(kind, &copy, Hold::copy), copy(decoded)
+    MessageOf(RTCM2_message_enum ofKind, const MessageInfo* info, const Record& decoded)
+        : RecordMessage(ofKind, info, &copy, Hold::copy), copy(decoded)
     {
     }
 
@@ -119,12 +131,12 @@ protected:
     QVector<T> elementsOf(int run, const T (&array)[Capacity]) const
     {
         const unsigned count = numberOf(member(run));
-        QVector<T> elements;
-        elements.reserve(static_cast<int>(count));
+        QVector<T> values;
+        values.reserve(static_cast<int>(count));
         for (unsigned i = 0; i < count; ++i) {
-            elements.append(i < Capacity ? array[i] : T{});
+            values.append(i < Capacity ? array[i] : T{});
         }
-        return elements;
+        return values;
     }
 
 private:
@@ -133,16 +145,18 @@ private:
 
 // A main message with an array of sub-records; `array` and `count` are the record's members.
 template <class Record, class Element, auto array, auto count>
-class MessageWithSubMessages : public MessageOf<Record, true> {
-    using Base = MessageOf<Record, true>;
+class MessageWithSubMessages : public MessageOf<Record, true, array> {
+    using Base = MessageOf<Record, true, array>;
 
 protected:
     using Base::Base;
 
-    MessageWithSubMessages(RTCM2_message_enum kind, const Record& decoded) : Base(kind, decoded)
+    MessageWithSubMessages(RTCM2_message_enum ofKind, const MessageInfo* info,
+                           const Record& decoded)
+        : Base(ofKind, info, decoded)
     {
-        for (unsigned i = 0; i < decoded.*count; ++i) {
-            (decoded.*array)[i].parent = this->representation;
+        for (auto& element : std::span(decoded.*array, decoded.*count)) {
+            element.parent = this->representation;
         }
     }
 

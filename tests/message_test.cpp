@@ -273,8 +273,8 @@ TEST(MessageObjects, RefuseIndicesOutOfRangeByDisplayName)
               refusal("Antenna Serial Number"));
     // The last index is the terminator; the serial number is readable whatever the flag says.
     EXPECT_FALSE(antennas.hasAntenna_Serial_Number());
-    EXPECT_EQ(antennas.getAntenna_Serial_NumberVector(), QVector<char>({'S', '1', '\0'}));
-    EXPECT_STREQ(antennas.getAntenna_Serial_NumberArray(), "S1");
+    EXPECT_EQ(antennas.getAntenna_Serial_NumberVector(), QVector<RTCM2_char>({'S', '1', '\0'}));
+    EXPECT_EQ(antennas.getAntenna_Serial_NumberArray(), named.Antenna_Serial_Number);
 }
 
 TEST(MessageObjectsDeathTest, HaveNothingToTellWithoutRecord)

@@ -68,7 +68,7 @@ TEST(Quarn, EveryTypeReadsAndWritesEveryWidthAtEveryBit)
 {
     CHECK_TYPE(BYTE, std::uint8_t, 1, 200);
     CHECK_TYPE(UINT8, std::uint8_t, 1, 200);
-    CHECK_TYPE(CHAR, char, 1, 8);
+    CHECK_TYPE(CHAR, quarn_char, 1, 8);
     CHECK_TYPE(INT8, std::int8_t, 1, 8);
     CHECK_TYPE(UINT16, std::uint16_t, 9, 16);
     CHECK_TYPE(INT16, std::int16_t, 9, 16);
@@ -138,7 +138,7 @@ const Breach BREACHES[] = {
     {BOUNDS, writing<quarn_write_UINT8, 0xFFFFFFFC, 8>},
     // The bounds are tested before the width.
     {BOUNDS, reading<std::uint16_t, quarn_read_UINT16, 80, 3>},
-    {"bit_len > 0", reading<char, quarn_read_CHAR, 0, 0>},
+    {"bit_len > 0", reading<quarn_char, quarn_read_CHAR, 0, 0>},
     {"bit_len <= 8", reading<std::int8_t, quarn_read_INT8, 0, 9>},
     {"bit_len > 8", reading<std::uint16_t, quarn_read_UINT16, 0, 8>},
     {"bit_len > 8", writing<quarn_write_UINT16, 0, 8>},

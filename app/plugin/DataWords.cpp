@@ -2,7 +2,6 @@
 
 #include <cstddef>
 
-
 namespace dataWords {
 namespace {
 
@@ -21,8 +20,7 @@ bool agrees(const RecordDraft& draft, bool exactly)
         if (row.when == &draft.member(member(draft)) && draft.isGiven(i) && !draft.isPresent(i)) {
             return false;
         }
-        const bool hasCount =
-            row.length != nullptr && row.length->role == RTCM2_ROLE_COUNT;
+        const bool hasCount = row.length != nullptr && row.length->role == RTCM2_ROLE_COUNT;
         if (hasCount && draft.isPresent(i) && !agreesWithArray(draft, i, exactly)) {
             return false;
         }

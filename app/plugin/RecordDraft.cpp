@@ -29,8 +29,7 @@ std::string limitText(const RTCM2_member_s& row)
 
 }    // namespace
 
-RecordDraft::RecordDraft(const RTCM2_kind_s& kindRow, const Names& memberNames,
-                         void* targetRecord)
+RecordDraft::RecordDraft(const RTCM2_kind_s& kindRow, const Names& memberNames, void* targetRecord)
     : row(&kindRow), names(&memberNames), target(targetRecord), given(kindRow.member_count)
 {
 }
@@ -210,10 +209,9 @@ RecordDraft::Result RecordDraft::checkWire(int member,
     if (!isGiven(member)) {
         return Problem{member, "is missing" + expected};
     }
-    return Problem{member,
-                   "has " + std::to_string(givenCount(member)) +
-                       (source.type == RTCM2_TYPE_CHARACTER ? " characters" : " elements") +
-                       expected};
+    return Problem{member, "has " + std::to_string(givenCount(member)) +
+                               (source.type == RTCM2_TYPE_CHARACTER ? " characters" : " elements") +
+                               expected};
 }
 
 RecordDraft::Result RecordDraft::checkDerived(int member) const
@@ -248,8 +246,7 @@ std::string RecordDraft::sourceText(int member) const
 std::string RecordDraft::conditionText(int member) const
 {
     const int when = indexOf(this->member(member).when);
-    return when < 0 ? std::string()
-                                   : " where " + name(when) + " is " + value(when).text();
+    return when < 0 ? std::string() : " where " + name(when) + " is " + value(when).text();
 }
 
 bool RecordDraft::agreesWithLength(int member) const

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstddef>
 
-
 namespace {
 
 MessageEncoder::Shape shapeOf(const RTCM2_member_s& row)
@@ -16,10 +15,10 @@ MessageEncoder::Shape shapeOf(const RTCM2_member_s& row)
         return RecordEncoder::Shape::elements;
     case RTCM2_ROLE_RUN:
         return row.type == RTCM2_TYPE_CHARACTER ? RecordEncoder::Shape::text
-                                                 : RecordEncoder::Shape::bytes;
+                                                : RecordEncoder::Shape::bytes;
     default:
         return row.type == RTCM2_TYPE_REAL ? RecordEncoder::Shape::real
-                                            : RecordEncoder::Shape::integer;
+                                           : RecordEncoder::Shape::integer;
     }
 }
 

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cstring>
 
-
 namespace {
 
 std::span<const RTCM2_member_s> membersOf(const RTCM2_kind_s& kind)
@@ -20,9 +19,8 @@ const RTCM2_member_s* memberOf(const RTCM2_kind_s& kind, const std::string& name
 {
     const auto members = membersOf(kind);
     const auto found =
-        std::find_if(members.begin(), members.end(), [&](const RTCM2_member_s& member) {
-            return sameName(labelOf(member), name);
-        });
+        std::find_if(members.begin(), members.end(),
+                     [&](const RTCM2_member_s& member) { return sameName(labelOf(member), name); });
     return found != members.end() ? &*found : nullptr;
 }
 

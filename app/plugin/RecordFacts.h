@@ -1,8 +1,8 @@
 // Reads facts of messages from the codec's records, through the table of members.
 #pragma once
 
-#include "RTCM2_format.h"
 #include "MessageFacts.h"
+#include "RTCM2_format.h"
 
 #include <vector>
 

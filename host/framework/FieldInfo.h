@@ -22,6 +22,11 @@ public:
 
     using SymbolicValue = QPair<FieldValue, QString>;
 
+protected:
+    // First of the virtual functions, in whose order plug-ins are built.
+    virtual ~FieldInfo();
+
+public:
     FieldInfo(const FieldInfo&) = default;
     FieldInfo& operator=(const FieldInfo&) = default;
 
@@ -69,7 +74,6 @@ public:
 
 protected:
     FieldInfo(QString name, const FieldType& type);
-    virtual ~FieldInfo();
 
     void setRole(Role value) { role = value; }
     void setUnit(QString text) { unit = text; }

@@ -1,4 +1,5 @@
-/* What compilers and platforms say in different ways, for quarn and the codec. Valid C99 and C++. */
+/* What compilers and platforms say in different ways, for quarn and the codec. Valid C99 and C++.
+ */
 #ifndef QUARN_PLATFORM_H
 #define QUARN_PLATFORM_H
 
