@@ -65,6 +65,36 @@ TEST(CodecRecords, WrappedCountFailsWhereTheBufferEnds)
     }
 }
 
+// With a parent, the declared length of a wide-area message ends before its elements.
+TEST(CodecRecords, NestedLengthIsAppliedBeforeTheElements)
+{
+    struct Case {
+        bool hasParent;
+        std::uint32_t declared;
+        std::int32_t result;
+        unsigned bits;
+    };
+    const Case cases[] = {
+        {true, 0, 168, 168},
+        {true, 48, 168, 168},
+        {true, 72, 192, 168},
+        {true, 47, RTCM2_ERR_MESSAGE_TYPE_44_CORRECTIONS_SIZE_UNDERFLOW, 48},
+        {false, 72, RTCM2_ERR_MESSAGE_TYPE_44_CORRECTIONS_SIZE_UNDERFLOW, 168},
+        {false, 192, 192, 168},
+    };
+    const MainKind& kind = mainKind(44);
+    for (const Case& c : cases) {
+        SCOPED_TRACE("declared " + std::to_string(c.declared));
+        TestMessage message(kind);
+        ExactBuffer buffer(packedMessage(44, 5, 24));
+        std::uint32_t offset = 0;
+        EXPECT_EQ(kind.decode(message.message, offset, buffer.data(), buffer.size(), c.declared,
+                              c.hasParent ? &offset : nullptr),
+                  c.result);
+        EXPECT_EQ(message.message.header.bit_count, c.bits);
+    }
+}
+
 TEST(CodecRecords, SpecialMessageHoldsNinetyCharacters)
 {
     TestMessage decoded(mainKind(16));

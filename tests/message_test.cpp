@@ -234,6 +234,7 @@ TEST(SubMessages, AreMadeWhenAskedForAndGoWithTheirMessage)
         EXPECT_EQ(elements[i]->getParentMessage(), message.get());
         EXPECT_TRUE(elements[i]->getSubMessages().isEmpty());
     }
+    EXPECT_EQ(constElements.constData(), constant.getCorrectionsVector().constData()) << "shared";
     EXPECT_EQ(liveMessages(), before + 4);
     message.reset();
     EXPECT_EQ(liveMessages(), before);
@@ -289,6 +290,8 @@ TEST(MessageObjectsDeathTest, HaveNothingToTellWithoutRecord)
     const RTCM2_OCDS_52_Message element(nullptr, nullptr, true);
     EXPECT_EQ(RecordPeek::recordOf(&main), nullptr);
     EXPECT_TRUE(main.getSubMessages().isEmpty());
+    EXPECT_EQ(main.getRawStringFor({}) + main.getRawStringFor({false}), QString());
+    EXPECT_DEATH(main.getRawStringFor({true}), fatal("RTCM2_Message_Type_1_Message"));
     EXPECT_DEATH(main.getNs(), fatal("RTCM2_Message_Type_1_Message"));
     EXPECT_DEATH(main.getCorrectionsVector(), fatal("RTCM2_Message_Type_1_Message"));
     EXPECT_DEATH(antennas.hasAntenna_Serial_Number(), fatal("RTCM2_Message_Type_23_Message"));

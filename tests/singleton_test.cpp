@@ -5,6 +5,7 @@
 #include "RTCM2_DGNSS_MessageInfo.h"
 #include "RTCM2_Message_Type_1_MessageInfo.h"
 #include "RTCM2_Type_15_MessageInfo.h"
+#include "dbg.h"
 #include "support/CompletionOrder.h"
 
 #include <gtest/gtest.h>
@@ -20,6 +21,7 @@ namespace {
 QStringList& constructed = *new QStringList;
 QStringList& destroyed = *new QStringList;
 QStringList& completed = *new QStringList;
+QStringList& asked = *new QStringList;
 
 }    // namespace
 
@@ -31,6 +33,13 @@ void MemLeakTracer::allocateObject(QString className)
 void MemLeakTracer::deallocateObject(QString className)
 {
     destroyed << className;
+}
+
+// Whether a unit is traced: an answer that a cache must not take for none.
+int dbg_SubModActive(const char*, const char* unit)
+{
+    asked << QString::fromLatin1(unit);
+    return -1;
 }
 
 namespace {
@@ -103,6 +112,7 @@ void PrintTo(const FirstTouch& touch, std::ostream* out)
     completed = completionOrder(first.late);
     demand(constructed.size() == 1 + 30 + 259, "number of objects");
     demand(!constructed.removeDuplicates(), "each constructed once");
+    demand(asked.size() > 30 && !asked.removeDuplicates(), "each unit asks once");
     std::exit(0);
 }
 
