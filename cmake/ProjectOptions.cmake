@@ -1,5 +1,7 @@
 # Compiler settings that every target of the project links privately.
 add_library(rtcm2_project_options INTERFACE)
+# A newer standard that was chosen for the whole build stays.
+target_compile_features(rtcm2_project_options INTERFACE cxx_std_20 c_std_99)
 target_compile_options(rtcm2_project_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion
   $<$<BOOL:${RTCM2_WERROR}>:-Werror>
