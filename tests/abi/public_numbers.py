@@ -20,7 +20,7 @@ def _read(folders):
 
 def _expressions(text):
     """From the name of each public number to what a C compiler computes it from, by its owner: an
-    enumeration, a structure, or "#define" for the rest."""
+    enumeration, a structure, or "macros"."""
     owners = {"macros": {n: n for n in re.findall(r"^#define (\w+) +\(?-?\d", text, re.M)}}
     for owner, body in re.findall(r"typedef enum (\w+) \{(.*?)\}", text, re.S):
         owners[owner] = {name: name for name in re.findall(r"^ *(\w+)", body, re.M)}
