@@ -328,10 +328,17 @@ def _check_between_kinds(fmt):
         for what in unique:
             if taken.setdefault(what, kind) is not kind:
                 fail(f"{what} is taken by {taken[what].name}")
-        array = kind.records_member
-        if array and array.elements not in [k.name for k in fmt.sub_kinds]:
-            fail = _complaint(array.where, f"{kind.name}.{array.name}")
-            fail(f"no sub-record kind '{array.elements}'")
+        if kind.records_member:
+            _check_elements(kind.records_member, kind, {k.name: k.value for k in fmt.sub_kinds})
+
+
+def _check_elements(array, kind, values):
+    """`values` are those of the sub-records."""
+    fail = _complaint(array.where, f"{kind.name}.{array.name}")
+    if array.elements not in values:
+        fail(f"no sub-record kind '{array.elements}'")
+    if values[array.elements] > kind.value:
+        fail(f"its elements {array.elements} have to be listed before {kind.name}")
 
 
 def load(folder):

@@ -102,6 +102,7 @@ WRONG = [
     (HARBOURS, "    members:\n      - *levels", "    members: [" + ", ".join(
         f"{{member: M{n}, type: i, bits: 33}}" for n in range(29)) + "]",
      "harbours.yaml:36: kind Tide: its record has 264 bytes, and RTCM2_message_s has 256"),
+    (FORMAT, "[Buoy, Harbour, Tide]", "[Harbour, Tide]\n  later: [Buoy]", "Harbour.Buoys: its elements Buoy have to be listed before Harbour"),
     # the header
     (FORMAT, "bits: 34", "bits: 35", "header: has 49 bits, not 48"),
     (FORMAT, "bits: 34", "bits: 34, when: {Message_Type: [5]}", "header: Station_ is not always on the wire"),
