@@ -7,11 +7,16 @@ codes, storage types, wire positions, capacities.
 from dataclasses import dataclass, field
 
 STORAGE_CLASSES = (8, 16, 32, 64)
+RECORD_HEAD_BYTES = 16  # kind, bit_count, parent
 
 
 def storage_bits(width):
     """The narrowest storage class that holds `width` bits."""
     return next(bits for bits in STORAGE_CLASSES if width <= bits)
+
+
+def rounded_up(size, unit):
+    return -(-size // unit) * unit
 
 
 def upper_name(member):
@@ -84,6 +89,13 @@ class Member:
     def capacity(self):
         """Elements of an inline array; texts keep room for their terminating NUL."""
         return self.limit + (1 if self.type == "ch" else 0)
+
+    @property
+    def bytes_each(self):
+        """Bytes of the member, or of one element of an inline array, where pointers have 64 bits."""
+        if self.role == "records" or self.type == "f64":
+            return 8
+        return 1 if self.type in ("ch", "byte") else storage_bits(self.width) // 8
 
     @property
     def is_virtual(self):
@@ -231,6 +243,14 @@ class Kind:
         """The record's length in the message where it is fixed, else None."""
         fixed = all(m.role not in ("inline", "records") and not m.when for m in self.members)
         return sum(m.bits for m in self.members) if fixed else None
+
+    @property
+    def size(self):
+        """Bytes of the record where pointers have 64 bits; nowhere has it more."""
+        end = RECORD_HEAD_BYTES
+        for m in self.members:
+            end = rounded_up(end, m.bytes_each) + m.bytes_each * (m.capacity if m.role == "inline" else 1)
+        return rounded_up(end, 8)
 
     @property
     def only_run(self):

@@ -47,6 +47,8 @@ RECORD_HEAD = {"kind", "bit_count", "parent"}
 HEADER_BITS = 48
 HEADER_START = [("Preamble", 8), ("Message_Type", 6)]
 MOST_KINDS = 46
+# The union of all records, which later kinds must not make larger.
+UNION_BYTES = 256
 
 
 def _complaint(where, subject):
@@ -215,6 +217,8 @@ def _check_kind(kind, type_bits):
             fail("name and text go together")
         if kind.type >= 1 << type_bits:
             fail(f"type {kind.type} does not fit {type_bits} bits")
+        if kind.size > UNION_BYTES:
+            fail(f"its record has {kind.size} bytes, and RTCM2_message_s has {UNION_BYTES}")
     else:
         if not kind.is_described or kind.text:
             fail("without 'type' it is a sub-record, which has a name and no text")
@@ -324,10 +328,17 @@ def _check_between_kinds(fmt):
         for what in unique:
             if taken.setdefault(what, kind) is not kind:
                 fail(f"{what} is taken by {taken[what].name}")
-        array = kind.records_member
-        if array and array.elements not in [k.name for k in fmt.sub_kinds]:
-            fail = _complaint(array.where, f"{kind.name}.{array.name}")
-            fail(f"no sub-record kind '{array.elements}'")
+        if kind.records_member:
+            _check_elements(kind.records_member, kind, {k.name: k.value for k in fmt.sub_kinds})
+
+
+def _check_elements(array, kind, values):
+    """`values` are those of the sub-records."""
+    fail = _complaint(array.where, f"{kind.name}.{array.name}")
+    if array.elements not in values:
+        fail(f"no sub-record kind '{array.elements}'")
+    if values[array.elements] > kind.value:
+        fail(f"its elements {array.elements} have to be listed before {kind.name}")
 
 
 def load(folder):

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Does what docs/adding-a-kind.md says, with the kind that it shows, in a copy of the sources: the
-copy is built without optimisation, and its program is asked for what the page promises."""
+copy is built without optimisation, and its program is asked for what the page promises. No number
+that programs know may move, and the new kind takes every way that the old ones take."""
 
 import json
 import os
@@ -15,6 +16,10 @@ from pathlib import Path
 import yaml
 
 ROOT = Path(__file__).resolve().parent.parent
+sys.path.insert(0, str(ROOT / "tests" / "abi"))
+
+from public_numbers import header_folders, public_numbers  # noqa: E402
+
 PAGE = (ROOT / "docs" / "adding-a-kind.md").read_text(encoding="utf-8")
 CHEAP = ["-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0", "-DBUILD_TESTING=OFF", "-DRTCM2_WERROR=ON",
          "-DCMAKE_UNITY_BUILD=ON", "-DCMAKE_UNITY_BUILD_BATCH_SIZE=16"]
@@ -27,6 +32,53 @@ PACKED = "".join(f"{value:0{bits}b}" for value, bits in [
     (0x66, 8), (17, 6), (321, 10), (5999, 13), (6, 3), (3, 5), (2, 3), (9, 4), (2, 4), (51234, 16),
     (7, 5), (6, 3), (31, 5), (0, 3), (2345, 16), (0xAAAA, 16)])
 PACKED = bytes(int(PACKED[i:i + 8], 2) for i in range(0, len(PACKED), 8)).hex()
+# Without its last word, in which the week of the second satellite ends.
+CUT = f"{int(PACKED[:24], 16) - (1 << 51):024x}"
+CUT_ERROR = "RTCM2_ERR_WEEK_17_WEEK_EXT_BUFFER_OVERFLOW"
+
+# Decodes the messages given in hexadecimal, reads and writes the last member of the last element by
+# the table alone, and encodes again.
+GENERIC = r"""
+#include "RTCM2_format.h"
+#include <stdio.h>
+#include <string.h>
+
+static void treat(const uint8_t* data, uint16_t size)
+{
+    RTCM2_message_s message = {RTCM2_MESSAGE_NULL};
+    const int32_t bits = RTCM2_decode(NULL, data, size, &message);
+    const RTCM2_kind_s* kind = RTCM2_kind_of_type(message.header.Message_Type);
+    const uint32_t count = RTCM2_count(&message, kind->array);
+    void* last = RTCM2_element(&message, kind->array, count - 1);
+    const RTCM2_member_s* member = RTCM2_find_member(kind->array->elements, "Week");
+    int64_t week = -1;
+    uint32_t end = 0;
+    uint8_t encoded[99] = {0};
+    printf("%s %d %u ", RTCM2_error_to_string(bits), message.kind == kind->kind, count);
+    if (bits > 0 && RTCM2_read_integer(last, member, 0, &week) == RTCM2_ACCESS_DONE &&
+        RTCM2_write_integer(last, member, 0, week + 1) == RTCM2_ACCESS_DONE) {
+        printf("%d ", RTCM2_encode_record(&message, encoded, sizeof encoded, &end) == bits);
+        for (uint32_t i = 0; i < end / 8; ++i) {
+            printf("%02x", encoded[i]);
+        }
+    }
+    RTCM2_free_message(&message);
+}
+
+int main(int count, char** texts)
+{
+    for (int i = 1; i < count; ++i) {
+        uint8_t data[99];
+        unsigned byte, size = 0;
+        for (; sscanf(texts[i] + 2 * size, "%2x", &byte) == 1; ++size) {
+            data[size] = (uint8_t)byte;
+        }
+        treat(data, (uint16_t)size);
+        puts("");
+    }
+    return 0;
+}
+"""
 
 
 def section(number):
@@ -78,6 +130,17 @@ def check_and_build(tree):
     return tree / "build" / "dev"
 
 
+def compare_numbers(before, after):
+    """Nothing that exists moves: neither a constant nor a size or a place in a structure."""
+    moved = [f"{owner}: {name} was {number}, is {after.get(owner, {}).get(name)}" for owner in before
+             for name, number in before[owner].items() if after.get(owner, {}).get(name) != number]
+    demand(not moved, "no public number moves" + "".join(f"\n  {line}" for line in moved))
+    kinds, errors = (after[enum].items() - before[enum].items() for enum in ("RTCM2_message_enum", "RTCM2_error_enum"))
+    demand(dict(kinds) == {"RTCM2_WEEK_17": 42, "RTCM2_MESSAGE_TYPE_17": 43}, "the new kinds are 42 and 43")
+    last = min(before["RTCM2_error_enum"].values())
+    demand(sorted(code for _, code in errors) == list(range(last - len(errors), last)), "new codes stand behind the old")
+
+
 def look(build):
     """Section 4: the files that appeared."""
     places = re.findall(r"^\| (`.*?) \|", section(4), re.M)
@@ -101,6 +164,28 @@ def use(build, tree):
     demand(all(text in shown for text in ("Satellite Weeks", "Healthy", "2345 week")), "show has texts and units")
     listed = rtcm2("list", "--where", "Weeks.Week == 2345")
     demand("17;321;5999;6;3;" in listed, "list shows it and filters by a field")
+    described = json.loads(run([build / "app" / "rtcm2", "describe", "--json"], tree))["kinds"]
+    last = {kind["main"]: kind["name"] for kind in described}
+    demand(last == {True: "Message Type 17", False: "Week 17"}, "describe lists it behind all others")
+
+
+def fail(build, tree):
+    """A message that does not decode: an event, and its array is released."""
+    rtcm2 = [build / "app" / "rtcm2", "list", "-"]
+    told = subprocess.run(rtcm2, input=CUT + "\n", text=True, capture_output=True)
+    demand(CUT_ERROR in told.stderr and "17;321;" not in told.stdout, "a truncated message is told by its error")
+    run(["valgrind", "--quiet", "--leak-check=full", "--error-exitcode=9", *rtcm2], tree, CUT + "\n")
+    demand(True, "what a failed decode leaves is released")
+
+
+def use_generic(build, tree):
+    (tree / "generic.c").write_text(GENERIC, encoding="utf-8")
+    codec = build / "codec"
+    run(["cc", "-std=c99", "-g", *(f"-I{folder}" for folder in header_folders(build / "rendered", tree)), "generic.c",
+         "-o", "generic", f"-L{codec}", f"-Wl,-rpath,{codec}", "-lrtcm2_codec"], tree)
+    printed = run(["valgrind", "--quiet", "--leak-check=full", "--error-exitcode=9", tree / "generic", PACKED, CUT], tree)
+    written = f"{(int(PACKED, 16) >> 16) + 1:026x}"
+    demand(printed == f"RTCM2_ERR_NONE 1 2 1 {written}\n{CUT_ERROR} 1 2 \n", f"generic functions work on it: {printed}")
 
 
 def bring_up_to_date(tree):
@@ -109,6 +194,12 @@ def bring_up_to_date(tree):
     run(shlex.split(command), tree)
     reference = (tree / "docs" / "messages.md").read_text(encoding="utf-8")
     demand("Satellite Weeks" in reference, "the reference has it")
+    check = [sys.executable, "scripts/check-abi", "build/dev"]
+    printed = subprocess.run(check, cwd=tree, text=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+    differences = printed.stdout.splitlines()
+    demand(differences and all(line.startswith("  + ") for line in differences), "check-abi prints what is new alone")
+    run([check[0], check[1], "--update", check[2]], tree)
+    run(check, tree)
 
 
 def main():
@@ -116,10 +207,16 @@ def main():
         tree = Path(folder) / "rtcm2"
         ignored = shutil.ignore_patterns("build*", ".git", ".cache", "__pycache__")
         shutil.copytree(ROOT, tree, ignore=ignored, symlinks=True)
+        run(shlex.split("python3 generator/render.py --schema schema --out before"), tree)
         give_numbers(tree, *write_rows(tree))
         build = check_and_build(tree)
+        rendered = build / "rendered"
+        after = public_numbers(header_folders(rendered, tree))
+        compare_numbers(public_numbers([*header_folders(tree / "before", tree), rendered / "codec"]), after)
         look(build)
         use(build, tree)
+        fail(build, tree)
+        use_generic(build, tree)
         bring_up_to_date(tree)
 
 

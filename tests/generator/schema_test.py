@@ -99,6 +99,10 @@ WRONG = [
     (FORMAT, ", Tide]", ", Tide]\n  later: [Buoy]", "later: names Buoy twice"),
     (FORMAT, ", Tide]", ", Tide, Ebb]", "@order: names 'Ebb', which is no kind"),
     (FORMAT, "[Buoy, Harbour, Tide]", "[Harbour, Buoy, Tide]", "@order: sub-records stand before main kinds"),
+    (HARBOURS, "    members:\n      - *levels", "    members: [" + ", ".join(
+        f"{{member: M{n}, type: i, bits: 33}}" for n in range(29)) + "]",
+     "harbours.yaml:36: kind Tide: its record has 264 bytes, and RTCM2_message_s has 256"),
+    (FORMAT, "[Buoy, Harbour, Tide]", "[Harbour, Tide]\n  later: [Buoy]", "Harbour.Buoys: its elements Buoy have to be listed before Harbour"),
     # the header
     (FORMAT, "bits: 34", "bits: 35", "header: has 49 bits, not 48"),
     (FORMAT, "bits: 34", "bits: 34, when: {Message_Type: [5]}", "header: Station_ is not always on the wire"),
@@ -156,8 +160,11 @@ class Schema(unittest.TestCase):
         names = [f"K{n}" for n in range(44)]
         rows = "".join(f"  {n}: {{type: {i + 10}, members: []}}\n" for i, n in enumerate(names))
         (self.folder / "many.yaml").write_text("family: Many\nkinds:\n" + rows)
-        self.replace(FORMAT, ", Tide]", f", Tide, {', '.join(names)}]")
-        self.assertEqual(self.complaint(), "format.yaml:9: order: there are 47 kinds, and flags for 46")
+        for row, place in (f", Tide, {', '.join(names)}]", "9: order"), (f", Tide]\n  later: {names}", "10: later"):
+            good = (self.folder / FORMAT).read_bytes()
+            self.replace(FORMAT, ", Tide]", row)
+            self.assertEqual(self.complaint(), f"format.yaml:{place}: there are 47 kinds, and flags for 46")
+            (self.folder / FORMAT).write_bytes(good)
 
 
 if __name__ == "__main__":
