@@ -1,5 +1,4 @@
-#include "RawLine.h"
-
+// The raw text line of a message: the selected fields in order, joined by the host's separator.
 #include "FloatRepresentation.h"
 #include "RecordMessage.h"
 #include "ValueText.h"
@@ -70,11 +69,13 @@ void appendField(QString& line, const RecordMessage& message, const RTCM2_member
 
 }    // namespace
 
-QString rawLineOf(const RecordMessage& message, const QVector<bool>& selection)
+// An absent optional field leaves its slot empty. The record is asked for with the first field that
+// is selected.
+QString RecordMessage::getRawStringFor(const QVector<bool>& selection) const
 {
-    const RTCM2_kind_s& kind = message.kindRow();
+    const RTCM2_kind_s& row = kindRow();
     const int fields =
-        std::min(static_cast<int>(selection.size()), static_cast<int>(kind.member_count));
+        std::min(static_cast<int>(selection.size()), static_cast<int>(row.member_count));
     QString line;
     bool somethingWritten = false;
     for (int i = 0; i < fields; ++i) {
@@ -85,7 +86,7 @@ QString rawLineOf(const RecordMessage& message, const QVector<bool>& selection)
             line += Message::fieldSeparator;
         }
         somethingWritten = true;
-        appendField(line, message, kind.members[i]);
+        appendField(line, *this, row.members[i]);
     }
     return line;
 }

@@ -1,7 +1,6 @@
 #include "RecordMessage.h"
 
 #include "Misuse.h"
-#include "RawLine.h"
 #include "record_values.h"
 
 RecordMessage::RecordMessage(RTCM2_message_enum ofKind, const MessageInfo* info, void* record,
@@ -36,11 +35,6 @@ QVector<const Message*> RecordMessage::getSubMessages() const
 {
     const QVector<Message*> objects = const_cast<RecordMessage*>(this)->getSubMessages();
     return QVector<const Message*>(objects.cbegin(), objects.cend());
-}
-
-QString RecordMessage::getRawStringFor(const QVector<bool>& selection) const
-{
-    return rawLineOf(*this, selection);
 }
 
 bool RecordMessage::has(int index) const
