@@ -1,7 +1,9 @@
 // Symbol visibility of the plug-in.
 #pragma once
 
-#define VORLO_RTCM2_EXPORT __attribute__((visibility("default")))
+#include "quarn_platform.h"
+
+#define VORLO_RTCM2_EXPORT QUARN_SHOWN
 
 // For members of an exported class that only the plug-in itself uses.
-#define VORLO_RTCM2_INTERNAL __attribute__((visibility("hidden")))
+#define VORLO_RTCM2_INTERNAL QUARN_HIDDEN

@@ -1,6 +1,8 @@
 // Eight bytes at once, the first one highest.
 #pragma once
 
+#include "quarn_platform.h"
+
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -9,11 +11,7 @@ namespace framing {
 
 inline std::uint64_t bigEndian(std::uint64_t value)
 {
-    if constexpr (std::endian::native == std::endian::little) {
-        return __builtin_bswap64(value);
-    } else {
-        return value;
-    }
+    return std::endian::native == std::endian::little ? quarn::reversedBytes(value) : value;
 }
 
 inline std::uint64_t loadBig(const std::uint8_t* bytes)

@@ -5,11 +5,13 @@
 
 #include <limits.h>
 
-/* A function or a constant that a shared library shows. */
+/* What a shared library shows, and what it keeps to itself. */
 #if defined(__GNUC__)
 #define QUARN_SHOWN __attribute__((visibility("default")))
+#define QUARN_HIDDEN __attribute__((visibility("hidden")))
 #else
 #define QUARN_SHOWN
+#define QUARN_HIDDEN
 #endif
 
 /* A function that does not return. */
