@@ -23,6 +23,7 @@ from public_numbers import header_folders, public_numbers  # noqa: E402
 PAGE = (ROOT / "docs" / "adding-a-kind.md").read_text(encoding="utf-8")
 CHEAP = ["-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0", "-DBUILD_TESTING=OFF", "-DRTCM2_WERROR=ON",
          "-DCMAKE_UNITY_BUILD=ON", "-DCMAKE_UNITY_BUILD_BATCH_SIZE=16"]
+VALGRIND = ["valgrind", "--quiet", "--leak-check=full", "--error-exitcode=9"]
 HEADER = {"Preamble": 0x66, "Message_Type": 17, "Reference_Station_Id": 321, "Modified_Z_Count": 5999,
           "Sequence_No": 6, "No_Of_Data_Words": 3, "Station_Health": 2}
 BODY = {"Version": 9, "Ns": 2, "Spare": 51234,
@@ -138,7 +139,8 @@ def compare_numbers(before, after):
     kinds, errors = (after[enum].items() - before[enum].items() for enum in ("RTCM2_message_enum", "RTCM2_error_enum"))
     demand(dict(kinds) == {"RTCM2_WEEK_17": 42, "RTCM2_MESSAGE_TYPE_17": 43}, "the new kinds are 42 and 43")
     last = min(before["RTCM2_error_enum"].values())
-    demand(sorted(code for _, code in errors) == list(range(last - len(errors), last)), "new codes stand behind the old")
+    codes = sorted(code for _, code in errors)
+    demand(codes == list(range(last - len(errors), last)), "the new codes stand behind the old ones")
 
 
 def look(build):
@@ -174,7 +176,7 @@ def fail(build, tree):
     rtcm2 = [build / "app" / "rtcm2", "list", "-"]
     told = subprocess.run(rtcm2, input=CUT + "\n", text=True, capture_output=True)
     demand(CUT_ERROR in told.stderr and "17;321;" not in told.stdout, "a truncated message is told by its error")
-    run(["valgrind", "--quiet", "--leak-check=full", "--error-exitcode=9", *rtcm2], tree, CUT + "\n")
+    run([*VALGRIND, *rtcm2], tree, CUT + "\n")
     demand(True, "what a failed decode leaves is released")
 
 
@@ -183,9 +185,9 @@ def use_generic(build, tree):
     codec = build / "codec"
     run(["cc", "-std=c99", "-g", *(f"-I{folder}" for folder in header_folders(build / "rendered", tree)), "generic.c",
          "-o", "generic", f"-L{codec}", f"-Wl,-rpath,{codec}", "-lrtcm2_codec"], tree)
-    printed = run(["valgrind", "--quiet", "--leak-check=full", "--error-exitcode=9", tree / "generic", PACKED, CUT], tree)
+    printed = run([*VALGRIND, tree / "generic", PACKED, CUT], tree)
     written = f"{(int(PACKED, 16) >> 16) + 1:026x}"
-    demand(printed == f"RTCM2_ERR_NONE 1 2 1 {written}\n{CUT_ERROR} 1 2 \n", f"generic functions work on it: {printed}")
+    demand(printed == f"RTCM2_ERR_NONE 1 2 1 {written}\n{CUT_ERROR} 1 2 \n", "generic functions work on it")
 
 
 def bring_up_to_date(tree):
