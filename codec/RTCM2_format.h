@@ -11,8 +11,9 @@
  * they are, so they have to be initialised or decoded before they are handed in. Nothing here keeps
  * state; a record is used by one caller at a time.
  *
- * Later versions may put further members at the end of the structures below: they change the name
- * under which programs load the library, so a program is always run with what it was built against.
+ * A later version may add members to the structures below. The name under which programs load the
+ * library changes with it, so that a program never meets other structures than those it was built
+ * with.
  */
 #ifndef RTCM2_FORMAT_H
 #define RTCM2_FORMAT_H

@@ -9,9 +9,9 @@
 
 namespace rtcm2 {
 
-// What every record starts with.
+// What every record starts with; the kind as a number, which may be any in a record of none.
 struct RecordHead {
-    RTCM2_message_enum kind;
+    std::int32_t kind;
     std::uint32_t bit_count;
     void* parent;
 };

@@ -19,7 +19,7 @@ struct KindFunctions {
 };
 
 template <class Record, auto init, auto decode, auto encode>
-constexpr KindFunctions functionsOf()
+constexpr KindFunctions typedFunctions()
 {
     return {[](void* record) { return init(static_cast<Record*>(record)); },
             [](void* record, std::uint32_t* offset, const std::uint8_t* data, std::uint16_t size,

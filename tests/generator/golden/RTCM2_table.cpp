@@ -62,9 +62,9 @@ const RTCM2_kind_s kindTable[3] = {
 };
 
 constexpr KindFunctions functionTable[] = {
-    functionsOf<RTCM2_Buoy_s, RTCM2_init_Buoy, layouts::decode_Buoy, layouts::encode_Buoy>(),
-    functionsOf<RTCM2_Harbour_s, RTCM2_init_Harbour, layouts::decode_Harbour, layouts::encode_Harbour>(),
-    functionsOf<RTCM2_Tide_s, RTCM2_init_Tide, layouts::decode_Tide, layouts::encode_Tide>(),
+    typedFunctions<RTCM2_Buoy_s, RTCM2_init_Buoy, layouts::decode_Buoy, layouts::encode_Buoy>(),
+    typedFunctions<RTCM2_Harbour_s, RTCM2_init_Harbour, layouts::decode_Harbour, layouts::encode_Harbour>(),
+    typedFunctions<RTCM2_Tide_s, RTCM2_init_Tide, layouts::decode_Tide, layouts::encode_Tide>(),
 };
 
 }    // namespace
