@@ -73,16 +73,16 @@ static void put_number(const void* record, const RTCM2_member_s* member, uint32_
     }
 }
 
-static void put_single(const void* record, const RTCM2_member_s* member)
+static void put_value(const void* record, const RTCM2_member_s* member, uint32_t index)
 {
     int64_t value = 0;
     const char* text = NULL;
-    if (RTCM2_read_integer(record, member, 0, &value) == RTCM2_ACCESS_DONE) {
+    if (RTCM2_read_integer(record, member, index, &value) == RTCM2_ACCESS_DONE) {
         text = RTCM2_text_of(member, value);
     }
     int plain = !text && !*member->unit;
     fputs(plain ? "" : "{\"value\": ", stdout);
-    put_number(record, member, 0);
+    put_number(record, member, index);
     if (text) {
         fputs(", \"text\": ", stdout);
         put_string(text);
@@ -106,7 +106,7 @@ static void put_list(const void* record, const RTCM2_member_s* member)
             put_members(RTCM2_element(record, member, i), member->elements, "");
             putchar('}');
         } else {
-            put_number(record, member, i);
+            put_value(record, member, i);
         }
     }
     putchar(']');
@@ -126,7 +126,7 @@ static void put_members(const void* record, const RTCM2_kind_s* kind, const char
         } else if (member->role == RTCM2_ROLE_RUN || member->role == RTCM2_ROLE_ARRAY) {
             put_list(record, member);
         } else {
-            put_single(record, member);
+            put_value(record, member, 0);
         }
     }
 }

@@ -55,8 +55,8 @@ def number(record, member, index):
     return value[0] if member.type == lib.RTCM2_TYPE_SIGNED else value[0] % 2**64
 
 
-def single(record, member):
-    value = number(record, member, 0)
+def value_of(record, member, index):
+    value = number(record, member, index)
     shown = {"value": value}
     if member.type != lib.RTCM2_TYPE_REAL and lib.RTCM2_text_of(member, value):
         shown["text"] = text(lib.RTCM2_text_of(member, value))
@@ -75,11 +75,11 @@ def members(record, kind):
             value = [members(lib.RTCM2_element(record, member, i), member.elements)
                      for i in indices]
         elif member.role != lib.RTCM2_ROLE_RUN:
-            value = single(record, member)
+            value = value_of(record, member, 0)
         elif member.type == lib.RTCM2_TYPE_CHARACTER:
             value = "".join(chr(number(record, member, i) & 0xFF) for i in indices)
         else:
-            value = [number(record, member, i) for i in indices]
+            value = [value_of(record, member, i) for i in indices]
         shown[text(member.name)] = value
     return shown
 
