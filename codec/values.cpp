@@ -296,6 +296,9 @@ int32_t RTCM2_write_integer(void* record, const RTCM2_member_s* member, uint32_t
 
 int32_t RTCM2_write_real(void* record, const RTCM2_member_s* member, uint32_t index, double value)
 {
+    if (!isInteger(*member)) {
+        return RTCM2_write_integer(record, member, index, 0);    // refuses it, whatever the value
+    }
     constexpr double beyond = 18446744073709551616.0;    // 2 to the power of 64
     if (member->type == RTCM2_TYPE_UNSIGNED && member->bits == 64 && value >= beyond / 2 &&
         value < beyond) {
@@ -303,7 +306,7 @@ int32_t RTCM2_write_real(void* record, const RTCM2_member_s* member, uint32_t in
                                    static_cast<std::int64_t>(static_cast<std::uint64_t>(value)));
     }
     if (!(value >= -beyond / 2 && value < beyond / 2) || std::trunc(value) != value) {
-        return isInteger(*member) ? RTCM2_ACCESS_RANGE : RTCM2_ACCESS_TYPE;
+        return RTCM2_ACCESS_RANGE;
     }
     return RTCM2_write_integer(record, member, index, static_cast<std::int64_t>(value));
 }
