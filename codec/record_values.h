@@ -9,9 +9,9 @@
 
 namespace rtcm2 {
 
-// What every record starts with.
+// What every record starts with. The kind is a number here, as a record of no kind may hold any.
 struct RecordHead {
-    RTCM2_message_enum kind;
+    std::int32_t kind;
     std::uint32_t bit_count;
     void* parent;
 };
