@@ -2,14 +2,15 @@
  * any kind through it. Valid C99 and C++.
  *
  * A program that knows nothing of the single messages decodes one with RTCM2_decode, takes the row
- * of its kind from RTCM2_kind(message.kind), and goes through kind->members, reading each with
+ * of its kind from RTCM2_kind_of(&message), and goes through kind->members, reading each with
  * RTCM2_read_integer, RTCM2_read_real or RTCM2_read_text. The elements of an array are records of
  * their own, with a row of their own: RTCM2_element.
  *
  * The rows are constant and live as long as the library. Functions that take a row and a record
  * need a row of that record's kind. Records are those of RTCM2.h: their head says of which kind
- * they are, so they have to be initialised or decoded before they are handed in. Nothing here keeps
- * state; a record is used by one caller at a time.
+ * they are, so they have to be initialised or decoded before they are handed in. Elements point to
+ * the record that they are in, so a record with an array stays where it is, and an element in its
+ * array. Nothing here keeps state; a record is used by one caller at a time.
  *
  * A later version may add members to the structures below. The name under which programs load the
  * library changes with it, so that a program never meets other structures than those it was built
@@ -42,7 +43,8 @@ typedef enum RTCM2_type_enum {
     RTCM2_TYPE_UNSIGNED = 0,  /* an integer of 0 or more, up to 64 bits */
     RTCM2_TYPE_SIGNED = 1,    /* an integer in two's complement, up to 64 bits */
     RTCM2_TYPE_BYTE = 2,      /* up to 8 bits: flags and codes, shown as two hexadecimal digits */
-    RTCM2_TYPE_CHARACTER = 3, /* 8 bits, signed; ASCII, or Latin-1 above it */
+    RTCM2_TYPE_CHARACTER = 3, /* 8 bits, signed: -128 to 127. ASCII; negative ones, with 256 added,
+                               * are Latin-1 */
     RTCM2_TYPE_REAL = 4,      /* a double */
     RTCM2_TYPE_RECORD = 5     /* a sub-record */
 } RTCM2_type_enum;
@@ -66,7 +68,7 @@ struct RTCM2_kind_s;
 typedef struct RTCM2_member_s {
     const char* name;    /* in code: "Modified_Z_Count" */
     const char* display; /* for people: "Modified Z-Count"; "" in kinds that have no name either */
-    const char* unit;    /* of the number, for people; "" for none */
+    const char* unit;    /* of the number as it is in the record, for people; "" for none */
     RTCM2_role_enum role;
     RTCM2_type_enum type;
     uint8_t bits;    /* width of the value (of one character or byte of a run); 0 for an array */
@@ -133,6 +135,9 @@ RTCM2_API int32_t RTCM2_last_kind(void);
 /* The row of a kind 1 to RTCM2_last_kind(); null for any other number. */
 RTCM2_API const RTCM2_kind_s* RTCM2_kind(int32_t kind);
 
+/* The row of a record's kind; null for a record of no kind. */
+RTCM2_API const RTCM2_kind_s* RTCM2_kind_of(const void* record);
+
 /* The main kind of a message type; null for a type of no kind. */
 RTCM2_API const RTCM2_kind_s* RTCM2_kind_of_type(int32_t type);
 
@@ -153,8 +158,11 @@ RTCM2_API void RTCM2_enable_kind(RTCM2_context_s* context, int32_t kind, int ena
 /* 1 or 0; 0 for values of no kind. */
 RTCM2_API int RTCM2_is_kind_enabled(const RTCM2_context_s* context, int32_t kind);
 
-/* The bytes of a packed message as its header tells: 6 to 99. RTCM2_ERR_INVALID_MESSAGE when
- * data_size bytes do not hold the header (6 bytes). */
+/* Room for any packed message, in bytes: a header of two words and 31 data words. */
+#define RTCM2_PACKED_ROOM 99
+
+/* The bytes of a packed message as its header tells: 6 to RTCM2_PACKED_ROOM.
+ * RTCM2_ERR_INVALID_MESSAGE when data_size bytes do not hold the header (6 bytes). */
 RTCM2_API int32_t RTCM2_packed_length(const uint8_t* data, uint16_t data_size);
 
 /* ---- Records of any kind ---- */
@@ -165,16 +173,20 @@ RTCM2_API int32_t RTCM2_init_record(int32_t kind, void* record);
 
 /* Decodes a record of a kind, main or sub, that starts at bit *bit_offset of data, data_size bytes
  * long, whatever type the message names. Returns the bits consumed, by which *bit_offset grows, or
- * an error code as RTCM2_decode does; also then the record is to be released. */
+ * an error code as RTCM2_decode does: *bit_offset is then where the member would be that does not
+ * fit, and the record is to be released all the same, but its elements are not to be used. For a
+ * value of no kind RTCM2_ERR_INVALID_MESSAGE, and nothing is written. */
 RTCM2_API int32_t RTCM2_decode_record(int32_t kind, const uint8_t* data, uint16_t data_size,
                                       uint32_t* bit_offset, void* record);
 
-/* Encodes a record of any kind, main or sub, at bit *bit_offset: as RTCM2_encode_<kind>. */
+/* Encodes a record of any kind, main or sub, at bit *bit_offset: as RTCM2_encode_<kind>, or
+ * RTCM2_ERR_INVALID_MESSAGE for a record of no kind. */
 RTCM2_API int32_t RTCM2_encode_record(void* record, uint8_t* data, uint16_t data_size,
                                       uint32_t* bit_offset);
 
-/* As RTCM2_append_<kind>_<member>: the new element of the record's array. Null when the kind has no
- * array, the count is at its maximum or there is no memory. */
+/* As RTCM2_append_<kind>_<member>: the new element of the record's array, initialised, which leaves
+ * most of its values to be written. Null when the kind has no array, the count is at its maximum or
+ * there is no memory. */
 RTCM2_API void* RTCM2_append_element(void* record);
 
 /* Releases the record's array, if it has one, and sets pointer and count to null and 0, so that a
@@ -191,13 +203,12 @@ RTCM2_API void RTCM2_free_message(RTCM2_message_s* message);
 /* What the functions below answer. */
 typedef enum RTCM2_access_enum {
     RTCM2_ACCESS_DONE = 0,
-    RTCM2_ACCESS_ABSENT = 1,  /* the member is not in this message */
-    RTCM2_ACCESS_INDEX = 2,   /* no value has that index */
-    RTCM2_ACCESS_TYPE = 3,    /* the value is of a type that the function cannot give or take */
-    RTCM2_ACCESS_RANGE = 4,   /* the value does not fit the member, or the text the room */
-    RTCM2_ACCESS_DERIVED = 5, /* it follows from other members and cannot be written, or is not
-                               * in the message and has no place there */
-    RTCM2_ACCESS_NO_MEMORY = 6
+    RTCM2_ACCESS_ABSENT = 1, /* the member is not in this message */
+    RTCM2_ACCESS_INDEX = 2,  /* no value has that index */
+    RTCM2_ACCESS_TYPE = 3,   /* the value is of a type that the function cannot give or take */
+    RTCM2_ACCESS_RANGE = 4,  /* the value does not fit the member, or the text the room */
+    RTCM2_ACCESS_DERIVED = 5 /* it follows from other members or is constant, so it cannot be
+                              * written and has no place in the message */
 } RTCM2_access_enum;
 
 /* Whether the member is in the message: 1 or 0. */
@@ -218,18 +229,20 @@ RTCM2_API int32_t RTCM2_read_integer(const void* record, const RTCM2_member_s* m
 RTCM2_API int32_t RTCM2_read_real(const void* record, const RTCM2_member_s* member, uint32_t index,
                                   double* value);
 
-/* Reads a value as it is shown: the text of a coded value, else a decimal number, or two
- * hexadecimal digits for a byte. A run of characters is one text, up to its first NUL; it has index
- * 0 only. Without units. At most `room` bytes are written, with a NUL; RTCM2_TEXT_ROOM is enough
- * for any. */
+/* Reads a value as it is shown: the text of a coded value in UTF-8, else a decimal number, or two
+ * hexadecimal digits for a byte. Real numbers have the fewest digits that give the same number
+ * again, with a point in every locale. A run of characters is one text, up to its first NUL, and as
+ * it stands in the message: in Latin-1; it has index 0 only. Without units. At most `room` bytes
+ * are written, with a NUL; RTCM2_TEXT_ROOM is enough for any. */
 #define RTCM2_TEXT_ROOM 256
 RTCM2_API int32_t RTCM2_read_text(const void* record, const RTCM2_member_s* member, uint32_t index,
                                   char* text, uint32_t room);
 
-/* Write a value. Only what stands in the message can be written, and slices, whose bits the member
- * that they belong to then holds; slices and lookups follow what they follow from. Counts do not
- * follow No_Of_Data_Words and the length of an array not what is written: what is in the record
- * decides, and the caller makes the number of words agree. */
+/* Write a value. What stands in the message can be written; slices, whose bits the member that they
+ * belong to then holds; and the length of a run, also when it is a count: a run has to have its
+ * length before its values are written. Slices and lookups follow what they follow from. Counts do
+ * not follow No_Of_Data_Words, and an array gets its length from RTCM2_append_element alone: what
+ * is in the record decides, and the caller makes the number of words agree. */
 RTCM2_API int32_t RTCM2_write_integer(void* record, const RTCM2_member_s* member, uint32_t index,
                                       int64_t value);
 
@@ -248,7 +261,8 @@ RTCM2_API int32_t RTCM2_derive(const void* record, const RTCM2_member_s* member,
 
 /* Where the index-th value stands in the packed message: its first bit, counted from the start of
  * the message also for members of an array's elements, and its width in bits. For an array the
- * index-th element. The record has been decoded, or its arrays were filled by RTCM2_append_.... */
+ * index-th element. The record has been decoded, or its arrays were filled by RTCM2_append_.... A
+ * sub-record that was decoded by itself counts as the start. */
 RTCM2_API int32_t RTCM2_locate(const void* record, const RTCM2_member_s* member, uint32_t index,
                                uint32_t* first_bit, uint32_t* bits);
 

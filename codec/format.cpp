@@ -1,6 +1,7 @@
 // Kinds and members by number and by name, contexts, and what a header tells.
 #include "RTCM2_version.h"
 #include "codec_support.h"
+#include "record_values.h"
 #include "table.h"
 
 #include <algorithm>
@@ -40,6 +41,11 @@ int32_t RTCM2_last_kind(void)
 const RTCM2_kind_s* RTCM2_kind(int32_t kind)
 {
     return rowOf(kind);
+}
+
+const RTCM2_kind_s* RTCM2_kind_of(const void* record)
+{
+    return rowOf(headOf(record).kind);
 }
 
 const RTCM2_kind_s* RTCM2_kind_of_type(int32_t type)

@@ -18,7 +18,7 @@ std::uint32_t bitsOf(const void* record, const RTCM2_member_s& member)
     case RTCM2_ROLE_WIRE:
         return member.bits;
     case RTCM2_ROLE_RUN:
-        return member.bits * countOf(record, member);
+        return member.bits * elementCount(record, member);
     default:
         return 0;
     }
@@ -61,17 +61,20 @@ std::uint32_t bitInRecord(const void* record, const RTCM2_kind_s& kind,
     return bits;
 }
 
-// The first bit of a sub-record in the message: 0 for a main record, or one without parent.
+// The first bit of a sub-record in the message: 0 for a main record, and for one in no array.
 std::uint32_t startOf(const void* record)
 {
     const void* const parent = headOf(record).parent;
-    const RTCM2_kind_s* const kind = parent != nullptr ? rowOf(headOf(parent).kind) : nullptr;
+    const RTCM2_kind_s* const kind = parent != nullptr ? RTCM2_kind_of(parent) : nullptr;
     if (kind == nullptr || kind->array == nullptr) {
         return 0;
     }
-    const auto distance = static_cast<const char*>(record) - elementsOf(parent, *kind->array);
-    const auto index = static_cast<std::uint32_t>(distance / kind->array->elements->size);
-    return bitInRecord(parent, *kind, *kind->array) + bitsBefore(parent, *kind->array, index);
+    for (std::uint32_t i = 0; i < elementCount(parent, *kind->array); ++i) {
+        if (RTCM2_element(parent, kind->array, i) == record) {
+            return bitInRecord(parent, *kind, *kind->array) + bitsBefore(parent, *kind->array, i);
+        }
+    }
+    return 0;
 }
 
 }    // namespace
@@ -85,14 +88,19 @@ int32_t RTCM2_locate(const void* record, const RTCM2_member_s* member, uint32_t 
         wire.role != RTCM2_ROLE_ARRAY) {
         return RTCM2_ACCESS_DERIVED;
     }
+    const RTCM2_kind_s* const kind = RTCM2_kind_of(record);
+    if (kind == nullptr) {
+        return RTCM2_ACCESS_TYPE;
+    }
     if (!isPresent(record, wire)) {
         return RTCM2_ACCESS_ABSENT;
     }
-    if (index >= countOf(record, wire)) {
+    const bool hasElement =
+        wire.role != RTCM2_ROLE_ARRAY || RTCM2_element(record, &wire, index) != nullptr;
+    if (index >= elementCount(record, wire) || !hasElement) {
         return RTCM2_ACCESS_INDEX;
     }
-    const std::uint32_t first =
-        startOf(record) + bitInRecord(record, *rowOf(headOf(record).kind), wire);
+    const std::uint32_t first = startOf(record) + bitInRecord(record, *kind, wire);
     if (wire.role == RTCM2_ROLE_ARRAY) {
         *first_bit = first + bitsBefore(record, wire, index);
         *bits = bitsOf(RTCM2_element(record, &wire, index), *wire.elements);

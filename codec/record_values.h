@@ -101,7 +101,7 @@ inline std::uint32_t lengthOf(const void* record, const RTCM2_member_s& member)
 }
 
 // The values of a member that is present.
-inline std::uint32_t countOf(const void* record, const RTCM2_member_s& member)
+inline std::uint32_t elementCount(const void* record, const RTCM2_member_s& member)
 {
     switch (member.role) {
     case RTCM2_ROLE_RUN:

@@ -25,7 +25,7 @@ int32_t RTCM2_decode_record(int32_t kind, const uint8_t* data, uint16_t data_siz
 
 int32_t RTCM2_encode_record(void* record, uint8_t* data, uint16_t data_size, uint32_t* bit_offset)
 {
-    const RTCM2_kind_s* const row = rowOf(headOf(record).kind);
+    const RTCM2_kind_s* const row = RTCM2_kind_of(record);
     return row != nullptr ? functionsOf(*row).encode(record, data, data_size, bit_offset)
                           : static_cast<int32_t>(RTCM2_ERR_INVALID_MESSAGE);
 }
@@ -56,13 +56,13 @@ void* rtcm2::appendElement(const RTCM2_kind_s& kind, void* record)
 
 void* RTCM2_append_element(void* record)
 {
-    const RTCM2_kind_s* const row = rowOf(headOf(record).kind);
+    const RTCM2_kind_s* const row = RTCM2_kind_of(record);
     return row != nullptr ? appendElement(*row, record) : nullptr;
 }
 
 void RTCM2_free_record(void* record)
 {
-    const RTCM2_kind_s* const row = rowOf(headOf(record).kind);
+    const RTCM2_kind_s* const row = RTCM2_kind_of(record);
     if (row == nullptr || row->array == nullptr) {
         return;
     }

@@ -18,7 +18,7 @@ RTCM2_access_enum accessTo(const void* record, const RTCM2_member_s& member, std
     if (!isPresent(record, member)) {
         return RTCM2_ACCESS_ABSENT;
     }
-    return index < countOf(record, member) ? RTCM2_ACCESS_DONE : RTCM2_ACCESS_INDEX;
+    return index < elementCount(record, member) ? RTCM2_ACCESS_DONE : RTCM2_ACCESS_INDEX;
 }
 
 bool isInteger(const RTCM2_member_s& member)
@@ -26,9 +26,10 @@ bool isInteger(const RTCM2_member_s& member)
     return member.type != RTCM2_TYPE_REAL && member.type != RTCM2_TYPE_RECORD;
 }
 
+// A run of characters, which is one text.
 bool isText(const RTCM2_member_s& member)
 {
-    return member.type == RTCM2_TYPE_CHARACTER;
+    return member.type == RTCM2_TYPE_CHARACTER && member.role == RTCM2_ROLE_RUN;
 }
 
 // Whether the member's bits hold the value. Unsigned values of 64 bits are any 64 bits.
@@ -45,14 +46,11 @@ bool fits(const RTCM2_member_s& member, std::int64_t value)
                                             quarn::lowMask(member.bits)));
 }
 
-template <class Visit>
-void forEachDependent(const void* record, const RTCM2_member_s& source, Visit visit)
+// The members beside one of a record; none in a record of no kind.
+std::span<const RTCM2_member_s> membersOf(const void* record)
 {
-    for (const RTCM2_member_s& member : membersOf(*rowOf(headOf(record).kind))) {
-        if (member.of == &source) {
-            visit(member);
-        }
-    }
+    const RTCM2_kind_s* const kind = RTCM2_kind_of(record);
+    return kind != nullptr ? rtcm2::membersOf(*kind) : std::span<const RTCM2_member_s>{};
 }
 
 double numberChosen(const void* record, const RTCM2_member_s& lookup)
@@ -76,7 +74,10 @@ std::uint64_t derivedInteger(const void* record, const RTCM2_member_s& member)
 // Puts a number into what follows from a wire member that was written.
 void followSource(void* record, const RTCM2_member_s& source)
 {
-    forEachDependent(record, source, [record](const RTCM2_member_s& member) {
+    for (const RTCM2_member_s& member : membersOf(record)) {
+        if (member.of != &source) {
+            continue;
+        }
         if (member.role == RTCM2_ROLE_SLICE) {
             putInteger(placeOf(record, member), member.size,
                        static_cast<std::int64_t>(derivedInteger(record, member)));
@@ -84,7 +85,7 @@ void followSource(void* record, const RTCM2_member_s& source)
             const double number = numberChosen(record, member);
             std::memcpy(placeOf(record, member), &number, sizeof number);
         }
-    });
+    }
 }
 
 // Puts a slice into the member that it is a part of.
@@ -99,7 +100,7 @@ void foldInto(void* record, const RTCM2_member_s& slice)
 // The run whose length the member is, or null.
 const RTCM2_member_s* runOfLength(const void* record, const RTCM2_member_s& length)
 {
-    for (const RTCM2_member_s& member : membersOf(*rowOf(headOf(record).kind))) {
+    for (const RTCM2_member_s& member : membersOf(record)) {
         if (member.length == &length) {
             return &member;
         }
@@ -133,7 +134,7 @@ RTCM2_access_enum copyOut(std::string_view text, char* target, std::uint32_t roo
 
 std::string_view charactersOf(const void* record, const RTCM2_member_s& run)
 {
-    const std::string_view all(placeOf(record, run), countOf(record, run));
+    const std::string_view all(placeOf(record, run), elementCount(record, run));
     return all.substr(0, all.find('\0'));
 }
 
@@ -199,12 +200,12 @@ int RTCM2_is_present(const void* record, const RTCM2_member_s* member)
 
 uint32_t RTCM2_count(const void* record, const RTCM2_member_s* member)
 {
-    return isPresent(record, *member) ? countOf(record, *member) : 0;
+    return isPresent(record, *member) ? elementCount(record, *member) : 0;
 }
 
 void* RTCM2_element(const void* record, const RTCM2_member_s* member, uint32_t index)
 {
-    if (member->role != RTCM2_ROLE_ARRAY || index >= countOf(record, *member)) {
+    if (member->role != RTCM2_ROLE_ARRAY || index >= elementCount(record, *member)) {
         return nullptr;
     }
     char* const elements = elementsOf(record, *member);
@@ -296,6 +297,9 @@ int32_t RTCM2_write_integer(void* record, const RTCM2_member_s* member, uint32_t
 
 int32_t RTCM2_write_real(void* record, const RTCM2_member_s* member, uint32_t index, double value)
 {
+    if (!isInteger(*member)) {
+        return RTCM2_write_integer(record, member, index, 0);    // refuses it, whatever the value
+    }
     constexpr double beyond = 18446744073709551616.0;    // 2 to the power of 64
     if (member->type == RTCM2_TYPE_UNSIGNED && member->bits == 64 && value >= beyond / 2 &&
         value < beyond) {
@@ -303,7 +307,7 @@ int32_t RTCM2_write_real(void* record, const RTCM2_member_s* member, uint32_t in
                                    static_cast<std::int64_t>(static_cast<std::uint64_t>(value)));
     }
     if (!(value >= -beyond / 2 && value < beyond / 2) || std::trunc(value) != value) {
-        return isInteger(*member) ? RTCM2_ACCESS_RANGE : RTCM2_ACCESS_TYPE;
+        return RTCM2_ACCESS_RANGE;
     }
     return RTCM2_write_integer(record, member, index, static_cast<std::int64_t>(value));
 }

@@ -14,7 +14,7 @@
 #include <stdio.h>
 #include <string.h>
 
-enum { LONGEST = 99, UNKNOWN = 64 }; /* bytes of a packed message; no number of a type */
+enum { UNKNOWN = 64 }; /* no number of a type */
 
 /* One byte of UTF-8. */
 static void put_byte(unsigned char byte)
@@ -73,16 +73,16 @@ static void put_number(const void* record, const RTCM2_member_s* member, uint32_
     }
 }
 
-static void put_single(const void* record, const RTCM2_member_s* member)
+static void put_value(const void* record, const RTCM2_member_s* member, uint32_t index)
 {
     int64_t value = 0;
     const char* text = NULL;
-    if (RTCM2_read_integer(record, member, 0, &value) == RTCM2_ACCESS_DONE) {
+    if (RTCM2_read_integer(record, member, index, &value) == RTCM2_ACCESS_DONE) {
         text = RTCM2_text_of(member, value);
     }
     int plain = !text && !*member->unit;
     fputs(plain ? "" : "{\"value\": ", stdout);
-    put_number(record, member, 0);
+    put_number(record, member, index);
     if (text) {
         fputs(", \"text\": ", stdout);
         put_string(text);
@@ -106,7 +106,7 @@ static void put_list(const void* record, const RTCM2_member_s* member)
             put_members(RTCM2_element(record, member, i), member->elements, "");
             putchar('}');
         } else {
-            put_number(record, member, i);
+            put_value(record, member, i);
         }
     }
     putchar(']');
@@ -126,13 +126,13 @@ static void put_members(const void* record, const RTCM2_kind_s* kind, const char
         } else if (member->role == RTCM2_ROLE_RUN || member->role == RTCM2_ROLE_ARRAY) {
             put_list(record, member);
         } else {
-            put_single(record, member);
+            put_value(record, member, 0);
         }
     }
 }
 
 /* The bytes that the digits stand for, with blanks between them; -1 where they are damaged. */
-static int read_bytes(const char* digits, uint8_t bytes[LONGEST])
+static int read_bytes(const char* digits, uint8_t bytes[RTCM2_PACKED_ROOM])
 {
     int count = 0;
     for (;; ++count) {
@@ -142,7 +142,7 @@ static int read_bytes(const char* digits, uint8_t bytes[LONGEST])
         if (!*digits) {
             return count;
         }
-        if (count == LONGEST || !isxdigit((unsigned char)digits[0]) ||
+        if (count == RTCM2_PACKED_ROOM || !isxdigit((unsigned char)digits[0]) ||
             !isxdigit((unsigned char)digits[1])) {
             return -1;
         }
@@ -156,10 +156,10 @@ static int read_bytes(const char* digits, uint8_t bytes[LONGEST])
 /* Prints the message and returns 0, or 1 after an error. */
 static int put_message(const char* digits)
 {
-    uint8_t bytes[LONGEST];
+    uint8_t bytes[RTCM2_PACKED_ROOM];
     int size = read_bytes(digits, bytes);
     if (size < 0) {
-        fprintf(stderr, "No hexadecimal digits of up to %d bytes: %s\n", LONGEST, digits);
+        fprintf(stderr, "No hexadecimal digits of up to %d bytes: %s\n", RTCM2_PACKED_ROOM, digits);
         return 1;
     }
     RTCM2_context_s context;
@@ -172,7 +172,7 @@ static int put_message(const char* digits)
     } else if (result < 0) {
         fprintf(stderr, "%s: %s\n", RTCM2_error_to_string(result), digits);
     } else {
-        const RTCM2_kind_s* kind = RTCM2_kind((int32_t)message.kind);
+        const RTCM2_kind_s* kind = RTCM2_kind_of(&message);
         printf("{\"kind\": \"%s\"", kind->name);
         put_members(&message, kind, ", ");
         puts("}");

@@ -17,7 +17,7 @@ from pathlib import Path
 
 import cffi
 
-LONGEST, UNKNOWN = 99, 64    # bytes of a packed message; no number of a type
+UNKNOWN = 64    # no number of a type
 
 
 def installed(variable):
@@ -55,8 +55,8 @@ def number(record, member, index):
     return value[0] if member.type == lib.RTCM2_TYPE_SIGNED else value[0] % 2**64
 
 
-def single(record, member):
-    value = number(record, member, 0)
+def value_of(record, member, index):
+    value = number(record, member, index)
     shown = {"value": value}
     if member.type != lib.RTCM2_TYPE_REAL and lib.RTCM2_text_of(member, value):
         shown["text"] = text(lib.RTCM2_text_of(member, value))
@@ -75,11 +75,11 @@ def members(record, kind):
             value = [members(lib.RTCM2_element(record, member, i), member.elements)
                      for i in indices]
         elif member.role != lib.RTCM2_ROLE_RUN:
-            value = single(record, member)
+            value = value_of(record, member, 0)
         elif member.type == lib.RTCM2_TYPE_CHARACTER:
             value = "".join(chr(number(record, member, i) & 0xFF) for i in indices)
         else:
-            value = [number(record, member, i) for i in indices]
+            value = [value_of(record, member, i) for i in indices]
         shown[text(member.name)] = value
     return shown
 
@@ -95,7 +95,7 @@ def shown(data):
         raise ValueError(f"Unknown type {context.unknown_type}")
     if result < 0:
         raise ValueError(text(lib.RTCM2_error_to_string(result)))
-    kind = lib.RTCM2_kind(message.kind)
+    kind = lib.RTCM2_kind_of(message)
     return {"kind": text(kind.name), **members(message, kind)}
 
 
@@ -104,8 +104,8 @@ def bytes_of(digits):
         data = bytes.fromhex(digits)
     except ValueError:
         data = None
-    if data is None or len(data) > LONGEST:
-        raise ValueError(f"No hexadecimal digits of up to {LONGEST} bytes")
+    if data is None or len(data) > lib.RTCM2_PACKED_ROOM:
+        raise ValueError(f"No hexadecimal digits of up to {lib.RTCM2_PACKED_ROOM} bytes")
     return data
 
 
