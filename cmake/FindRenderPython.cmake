@@ -1,6 +1,7 @@
 # Finds a Python 3 that has the modules of the generator (Jinja2 and PyYAML), also where another
-# python3 without them comes first on PATH. Sets RENDER_PYTHON.
-if(NOT RENDER_PYTHON)
+# python3 without them comes first on PATH. Sets RENDER_PYTHON, unless that was set before; OFF stands
+# for none.
+if(NOT DEFINED RENDER_PYTHON)
   set(candidates "${Python3_EXECUTABLE}")
   string(REPLACE ":" ";" directories "$ENV{PATH}")
   foreach(directory IN LISTS directories ITEMS /usr/bin /usr/local/bin)
@@ -17,8 +18,6 @@ if(NOT RENDER_PYTHON)
     endif()
   endforeach()
 endif()
-if(NOT RENDER_PYTHON)
-  message(FATAL_ERROR "No python3 with the modules jinja2 and yaml was found. On Debian: "
-                      "apt-get install python3 python3-jinja2 python3-yaml")
+if(RENDER_PYTHON)
+  message(STATUS "Python for the generator: ${RENDER_PYTHON}")
 endif()
-message(STATUS "Python for the generator: ${RENDER_PYTHON}")

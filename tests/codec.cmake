@@ -18,6 +18,12 @@ if(VALGRIND)
     COMMAND ${VALGRIND} --tool=helgrind --quiet --error-exitcode=1 $<TARGET_FILE:codec_threads_test>)
 endif()
 
+# The installation, used by programs that know nothing else
+if(NOT RTCM2_SANITIZE AND NOT CMAKE_CROSSCOMPILING)
+  add_test(NAME outside_test COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/outside/run.sh ${PROJECT_BINARY_DIR}
+    $<IF:$<BOOL:${RTCM2_CODEC_ONLY}>,codec,all>)
+endif()
+
 # The generator: wrong schemas, goldens and the message reference, and what a change renders anew
 if(CMAKE_CROSSCOMPILING OR NOT RENDER_PYTHON)
   return()

@@ -1,11 +1,12 @@
 #!/bin/bash
 # Installs a build into an empty directory, moves that elsewhere, and builds and runs programs
-# against what was installed and nothing else.
-#   tests/outside/run.sh <build directory>
+# against what was installed and nothing else; and one that has the sources as a part of itself.
+#   tests/outside/run.sh <build directory> [codec]    codec: the build has nothing else
 set -euo pipefail
 build=$(realpath "$1")
+scope=${2:-all}
 here=$(realpath "$(dirname "$0")")
-root=$here/../..
+root=$(realpath "$here/../..")
 EXAMPLES=$root/docs/examples
 
 work=$(mktemp -d)
@@ -28,14 +29,14 @@ expect() {
 # own_libraries <program>: every library of the project comes from the installation.
 own_libraries() {
     local libraries
-    libraries=$(ldd "$1" | grep -E 'rtcm2|libhost_') || fail "$1 uses no library of the project"
+    libraries=$(ldd "$1" | grep -E 'rtcm2|libvorlo_') || fail "$1 uses no library of the project"
     ! grep -v "=> $prefix/" <<< "$libraries" || fail "$1 uses libraries from elsewhere"
 }
 
 # cmake_project <name>: configures and builds tests/outside/<name> in a directory of that name.
 cmake_project() {
     cmake -G Ninja -S "$here/$1" -B "$1" -DCMAKE_PREFIX_PATH="$prefix" -DEXAMPLES="$EXAMPLES" \
-        -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF > log 2>&1 &&
+        -DROOT="$root" -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF > log 2>&1 &&
         cmake --build "$1" >> log 2>&1 || {
         cat log >&2
         fail "the project tests/outside/$1 does not build"
@@ -48,12 +49,8 @@ mv stage/opt/somewhere "$prefix"
 rmdir stage/opt stage || fail "something was installed outside the prefix"
 lib=$(dirname "$(dirname "$(find "$prefix" -name rtcm2-codec.pc)")")
 
-! grep -rlE "$build|$(realpath "$root")" "$prefix/include" "$lib/cmake" "$lib/pkgconfig" ||
+! grep -rlE "$build|$root" "$prefix/include" "$lib/cmake" "$lib/pkgconfig" ||
     fail "installed files name the build's directories"
-
-expect "rtcm2 " "$prefix/bin/rtcm2" --version
-expect "29 messages" "$prefix/bin/rtcm2" stats "$root/samples/all-types.rtcm2"
-own_libraries "$prefix/bin/rtcm2"
 
 cmake_project codec
 expect "satellite 12: PRC -100" codec/decode
@@ -61,11 +58,28 @@ own_libraries codec/decode
 ! ldd codec/decode | grep Qt || fail "the codec needs Qt"
 
 export PKG_CONFIG_PATH=$lib/pkgconfig
-read -ra flags <<< "$(pkg-config --cflags --libs rtcm2-codec)"
-cc -std=c99 -pedantic-errors -Wall -Werror "$EXAMPLES/decode.c" "${flags[@]}" \
-    -Wl,-rpath,"$lib" -o decode
-expect "satellite 12: PRC -100" ./decode
+# compile <program> <pkg-config option...>
+compile() {
+    local flags
+    read -ra flags <<< "$(pkg-config "${@:2}" --cflags --libs rtcm2-codec)"
+    cc -std=c99 -pedantic-errors -Wall -Werror "$EXAMPLES/decode.c" "${flags[@]}" -o "$1"
+    expect "satellite 12: PRC -100" "./$1"
+}
+compile decode
 own_libraries decode
+rm "$lib"/librtcm2_codec.so
+compile decode_static --static
+! ldd decode_static | grep rtcm2 || fail "the static form needs the shared library"
+
+cmake_project parent
+expect "satellite 12: PRC -100" parent/decode
+DESTDIR=$work/stage cmake --install parent > log
+[ "$(find stage -type f -printf '%f ')" = "decode " ] || fail "a part installs something: $(cat log)"
+
+[ "$scope" = all ] || exit 0
+expect "rtcm2 " "$prefix/bin/rtcm2" --version
+expect "29 messages" "$prefix/bin/rtcm2" stats "$root/samples/all-types.rtcm2"
+own_libraries "$prefix/bin/rtcm2"
 [ "$(pkg-config --modversion rtcm2-codec)" = "$("$prefix/bin/rtcm2" --version | cut -d' ' -f2)" ] ||
     fail "pkg-config and the program give different versions"
 
