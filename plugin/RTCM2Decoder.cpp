@@ -78,3 +78,6 @@ bool RTCM2Decoder::isEnabledMessageEnum(int value) const
 {
     return RTCM2_is_kind_enabled(&context, value) != 0;
 }
+
+// Compiled here instead of on its own.
+#include "moc_RTCM2Decoder.cpp"

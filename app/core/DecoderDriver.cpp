@@ -112,3 +112,6 @@ Outcome::Kind DecoderDriver::kindOf(int result) const
     }
     return result < 0 ? Outcome::Kind::misfit : Outcome::Kind::unreported;
 }
+
+// Compiled here instead of on its own.
+#include "moc_DecoderDriver.cpp"

@@ -39,3 +39,6 @@ void AbstractDecoder::setMessageEnum(const MessageInfo* info, int value)
 {
     messageEnums.insert(info, value);
 }
+
+// Compiled here instead of on its own.
+#include "moc_AbstractDecoder.cpp"

@@ -3,3 +3,6 @@
 MessageSource::MessageSource(QObject* parent) : QObject(parent) {}
 
 MessageSource::~MessageSource() = default;
+
+// Compiled here instead of on its own.
+#include "moc_MessageSource.cpp"

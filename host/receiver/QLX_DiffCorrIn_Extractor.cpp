@@ -36,3 +36,6 @@ void QLX_DiffCorrIn_Extractor::extract(const Message* message)
     decoder->decodeMessage(reinterpret_cast<const unsigned char*>(packed.constData()),
                            static_cast<unsigned int>(packed.size()));
 }
+
+// Compiled here instead of on its own.
+#include "moc_QLX_DiffCorrIn_Extractor.cpp"
