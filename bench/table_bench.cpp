@@ -111,7 +111,7 @@ std::uint64_t sumOf(const void* record, const RTCM2_kind_s& kind, std::int64_t& 
     std::uint64_t sum = 0;
     for (std::uint32_t m = 0; m < kind.member_count; ++m) {
         const RTCM2_member_s& member = kind.members[m];
-        const std::uint32_t count = RTCM2_count(record, &member);
+        const std::uint32_t count = member.length != nullptr ? RTCM2_count(record, &member) : 1;
         for (std::uint32_t i = 0; i < count; ++i) {
             std::int64_t value = 0;
             if (member.role == RTCM2_ROLE_ARRAY) {
