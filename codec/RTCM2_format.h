@@ -109,7 +109,8 @@ typedef struct RTCM2_member_s {
 
 /* One kind of record. */
 typedef struct RTCM2_kind_s {
-    const char* name;    /* in code: "Message_Type_1", "DGNSS" */
+    const char* name;     /* in code: "Message_Type_1", "DGNSS" */
+    const char* constant; /* of its number: "RTCM2_MESSAGE_TYPE_1" */
     const char* display; /* for people: "Message Type 1"; "" for kinds that hosts are not told of */
     const char* text;    /* one line about a main kind: "Differential GPS Corrections", or "" */
     const char* family;  /* the kinds that belong together: "Differential corrections" */

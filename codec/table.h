@@ -36,6 +36,9 @@ constexpr KindFunctions typedFunctions()
 extern const std::span<const RTCM2_kind_s> kindRows;
 extern const std::span<const KindFunctions> kindFunctions;
 
+// By error code, from -1 downward.
+extern const std::span<const char* const> errorNames;
+
 inline std::span<const RTCM2_member_s> membersOf(const RTCM2_kind_s& kind)
 {
     return {kind.members, kind.member_count};

@@ -97,12 +97,15 @@ public:
     }
 
 protected:
+    // What the rendered class derives from.
+    using Shared = MessageOf;
+
     MessageOf(RTCM2_message_enum ofKind, const MessageInfo* info, Record* record, bool owns)
         : RecordMessage(ofKind, info, record, owns ? Hold::own : Hold::reference)
     {
     }
 
-    // Takes over the arrays of a decoded record, whose elements are told their new parent.
+    // Takes over the arrays of a decoded record.
     MessageOf(RTCM2_message_enum ofKind, const MessageInfo* info, const Record& decoded)
         : RecordMessage(ofKind, info, &copy, Hold::copy), copy(decoded)
     {
@@ -149,8 +152,10 @@ class MessageWithSubMessages : public MessageOf<Record, true, array> {
     using Base = MessageOf<Record, true, array>;
 
 protected:
+    using Shared = MessageWithSubMessages;
     using Base::Base;
 
+    // The elements are told their new parent.
     MessageWithSubMessages(RTCM2_message_enum ofKind, const MessageInfo* info,
                            const Record& decoded)
         : Base(ofKind, info, decoded)

@@ -5,7 +5,8 @@
 #include "RTCM2_Buoy_Message.h"
 
 // Type 5: Harbour and its buoys.
-class VORLO_RTCM2_EXPORT RTCM2_Harbour_Message final : public MessageWithSubMessages<RTCM2_Harbour_s, RTCM2_Buoy_Message, &RTCM2_Harbour_s::Buoys, &RTCM2_Harbour_s::Nb> {
+class VORLO_RTCM2_EXPORT RTCM2_Harbour_Message final :
+    public MessageWithSubMessages<RTCM2_Harbour_s, RTCM2_Buoy_Message, &RTCM2_Harbour_s::Buoys, &RTCM2_Harbour_s::Nb> {
 public:
     // Refers to a record, or takes it over with its arrays if it came from new.
     RTCM2_Harbour_Message(RTCM2_Harbour_s* record, bool ownsRepresentation);

@@ -50,15 +50,45 @@ const RTCM2_member_s members_Tide[4] = {
 };
 
 const RTCM2_kind_s kindTable[3] = {
-    {.name = "Buoy", .display = "Buoy", .text = "", .family = "Harbours",
+    {.name = "Buoy", .constant = "RTCM2_BUOY", .display = "Buoy", .text = "", .family = "Harbours",
      .kind = RTCM2_BUOY, .type = -1, .size = sizeof(RTCM2_Buoy_s), .bits = 16,
      .members = members_Buoy, .member_count = 4},
-    {.name = "Harbour", .display = "Harbour", .text = "Harbour and its buoys", .family = "Harbours",
+    {.name = "Harbour", .constant = "RTCM2_HARBOUR", .display = "Harbour", .text = "Harbour and its buoys", .family = "Harbours",
      .kind = RTCM2_HARBOUR, .type = 5, .size = sizeof(RTCM2_Harbour_s), .bits = 0,
      .members = members_Harbour, .member_count = 11, .array = &members_Harbour[10]},
-    {.name = "Tide", .display = "", .text = "", .family = "Harbours",
+    {.name = "Tide", .constant = "RTCM2_TIDE", .display = "", .text = "", .family = "Harbours",
      .kind = RTCM2_TIDE, .type = 6, .size = sizeof(RTCM2_Tide_s), .bits = 88,
      .members = members_Tide, .member_count = 4},
+};
+
+const char* const errorTable[] = {
+    "RTCM2_ERR_INVALID_CRC",
+    "RTCM2_ERR_BUOY_LOOK_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_BUOY_HEIGHT_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_BUOY_HEIGHT_SIZE_UNDERFLOW",
+    "RTCM2_ERR_BUOY_INTERNAL",
+    "RTCM2_ERR_HARBOUR_PREAMBLE_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_HARBOUR_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_HARBOUR_STATION_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_HARBOUR_PILOT_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_HARBOUR_CHANNEL_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_HARBOUR_LENGTH_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_HARBOUR_TITLE_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_HARBOUR_TITLE_INT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_HARBOUR_NOTE_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_HARBOUR_NOTE_INT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_HARBOUR_BUOYS_SIZE_UNDERFLOW",
+    "RTCM2_ERR_HARBOUR_INTERNAL",
+    "RTCM2_ERR_TIDE_PREAMBLE_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_TIDE_MESSAGE_TYPE_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_TIDE_STATION_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_TIDE_LEVEL_EXT_BUFFER_OVERFLOW",
+    "RTCM2_ERR_TIDE_LEVEL_SIZE_UNDERFLOW",
+    "RTCM2_ERR_TIDE_INTERNAL",
+    "RTCM2_ERR_HARBOUR_DISABLED",
+    "RTCM2_ERR_TIDE_DISABLED",
+    "RTCM2_ERR_INVALID_MESSAGE",
+    "RTCM2_ERR_EOF",
 };
 
 constexpr KindFunctions functionTable[] = {
@@ -74,4 +104,5 @@ constexpr KindFunctions functionTable[] = {
 #endif
 
 constinit const std::span<const RTCM2_kind_s> rtcm2::kindRows = kindTable;
+constinit const std::span<const char* const> rtcm2::errorNames = errorTable;
 constinit const std::span<const KindFunctions> rtcm2::kindFunctions = functionTable;
