@@ -183,7 +183,7 @@ def fail(build, tree):
 def use_generic(build, tree):
     (tree / "generic.c").write_text(GENERIC, encoding="utf-8")
     codec = build / "codec"
-    run(["cc", "-std=c99", "-g", *(f"-I{folder}" for folder in header_folders(build / "rendered", tree)), "generic.c",
+    run(["cc", "-std=c99", "-g", *(f"-I{folder}" for folder in header_folders(build, tree)), "generic.c",
          "-o", "generic", f"-L{codec}", f"-Wl,-rpath,{codec}", "-lrtcm2_codec"], tree)
     printed = run([*VALGRIND, tree / "generic", PACKED, CUT], tree)
     written = f"{(int(PACKED, 16) >> 16) + 1:026x}"
@@ -212,9 +212,8 @@ def main():
         run(shlex.split("python3 generator/render.py --schema schema --out before"), tree)
         give_numbers(tree, *write_rows(tree))
         build = check_and_build(tree)
-        rendered = build / "rendered"
-        after = public_numbers(header_folders(rendered, tree))
-        compare_numbers(public_numbers([*header_folders(tree / "before", tree), rendered / "codec"]), after)
+        after = public_numbers(header_folders(build, tree))
+        compare_numbers(public_numbers(header_folders(build, tree, tree / "before")), after)
         look(build)
         use(build, tree)
         fail(build, tree)

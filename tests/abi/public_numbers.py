@@ -8,9 +8,10 @@ from pathlib import Path
 HEADERS = ["RTCM2.h", "RTCM2_format.h", "quarn.h", "quarn_platform.h"]
 
 
-def header_folders(rendered, root):
-    """Where the headers lie: those that a build rendered, and those of the sources."""
-    return [Path(rendered) / "codec", Path(root) / "codec", Path(root) / "fw/fw/gen/misc/quarn/src"]
+def header_folders(build, root, rendered=None):
+    """Where the headers lie: those that a build rendered and configured, and those of the sources."""
+    return [Path(rendered or build / "rendered") / "codec", Path(build) / "codec", Path(root) / "codec",
+            Path(root) / "fw/fw/gen/misc/quarn/src"]
 
 
 def _read(folders):
