@@ -8,7 +8,7 @@
 
 namespace rtcm2 {
 
-// What follows takes what RTCM2_decode takes, which goes on there once it has seen the type.
+// Takes what RTCM2_decode takes, which goes on there once it has seen the type.
 using Decoder = std::int32_t (*)(RTCM2_context_s* context, const std::uint8_t* data,
                                  std::uint16_t size, RTCM2_message_s* message);
 

@@ -98,11 +98,6 @@ class Member:
         return 1 if self.type in ("ch", "byte") else storage_bits(self.width) // 8
 
     @property
-    def is_virtual(self):
-        """Computed, and not a part of another member's bits."""
-        return self.role in ("count", "lookup", "constant")
-
-    @property
     def ext_error(self):
         return f"RTCM2_ERR_{self.kind.upper}_{upper_name(self.name)}_EXT_BUFFER_OVERFLOW"
 
@@ -227,7 +222,8 @@ class Kind:
         for m in self.members:
             if m.role == "slice":
                 whole = self.member(m.of)
-                places[m.name] = places[m.of] + whole.bits - m.low - m.width
+                first = places[m.of]
+                places[m.name] = None if first is None else first + whole.bits - m.low - m.width
             elif m.on_wire or m.role == "records":
                 known = known and all(_covers(condition, m.when) for condition in conditions)
                 places[m.name] = offset if known else None
@@ -274,7 +270,6 @@ class Kind:
 
 @dataclass
 class Format:
-    name: str
     preamble: int
     header: list  # the members that all main kinds start with
     kinds: list
@@ -309,11 +304,3 @@ class Format:
         for kind in self.kinds[len(first):]:
             names += kind.errors + ([kind.disabled_error] if kind.is_main else [])
         return names
-
-    @property
-    def flag_bytes(self):
-        """The enable flags with every main kind enabled and nothing else."""
-        flags = [0] * 6
-        for kind in self.main_kinds:
-            flags[(kind.value + 1) // 8] |= 0x80 >> (kind.value % 8)
-        return flags

@@ -47,6 +47,9 @@ RECORD_HEAD = {"kind", "bit_count", "parent"}
 HEADER_BITS = 48
 HEADER_START = [("Preamble", 8), ("Message_Type", 6)]
 MOST_KINDS = 46
+# What a row of the table has room for.
+LONGEST_TEXT = 255
+LARGEST_FACTOR = 65535
 # The union of all records, which later kinds must not make larger.
 UNION_BYTES = 256
 
@@ -139,6 +142,8 @@ def _check_values(member, fail):
     for value, text in member.texts.items():
         if not is_text(text):
             fail(f"the text of {value} is {text!r}, not a text of one line; put it in quotes")
+        if len(text.encode()) > LONGEST_TEXT:
+            fail(f"the text of {value} has more than {LONGEST_TEXT} bytes")
     if member.texts and member.type == "ch":
         fail("characters have no texts")
     if member.do_not_use is not None and (member.type == "byte" or member.when):
@@ -171,6 +176,8 @@ def _check_rule(member, target, others, fail):
                 fail(f"the value for {value} is {number!r}, not a number")
     elif target.type == "i" or target.width > 32:
         fail(f"'of' names {target.name}, which is signed or has more than 32 bits")
+    if max(member.times, member.minus, member.over) > LARGEST_FACTOR:
+        fail(f"a number of its rule is above {LARGEST_FACTOR}")
     if member.role != "slice":
         return
     if target.width > 8:
@@ -349,9 +356,9 @@ def load(folder):
     top = contents.pop("format.yaml")
     check_row(top, FORMS, {"format"}, set(), "the file")
     head = top["format"]
-    check_row(head, FORMS, {"name", "preamble", "header", "order"}, {"later"}, "format")
+    check_row(head, FORMS, {"preamble", "header", "order"}, {"later"}, "format")
     header = _header(head)
     kinds = _ordered(_read_kinds(contents.values(), head), head)
-    fmt = Format(head["name"], head["preamble"], header, kinds)
+    fmt = Format(head["preamble"], header, kinds)
     _check_between_kinds(fmt)
     return fmt

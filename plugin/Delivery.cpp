@@ -5,8 +5,6 @@
 #include "PluginKinds.h"
 #include "RTCM2_format.h"
 
-#include <cstddef>
-
 namespace {
 
 // Holds one reference on a message and drops it on every way out.
@@ -64,12 +62,12 @@ void emitMessage(MessageSource& source, const Message* message)
 void reportDecoded(MessageSource& source, RTCM2_message_s& decoded)
 {
     Arrays arrays(decoded);
-    const auto kind = static_cast<std::size_t>(decoded.kind);
-    if (kind == RTCM2_MESSAGE_NULL || kind >= pluginKinds.size()) {
+    const RTCM2_kind_s* const kind = RTCM2_kind_of(&decoded);
+    if (kind == nullptr || kind->type < 0) {
         emitEvent(source, VorloEvent::InconsistentDecoderState,
                   QStringLiteral("RTCM2: Inconsistent decoder state"));
-    } else if (pluginKinds[kind].make != nullptr) {
-        const Message* const message = pluginKinds[kind].make(decoded);
+    } else if (const auto make = pluginKinds[kind->kind].make; make != nullptr) {
+        const Message* const message = make(decoded);
         arrays.handOver();
         emitMessage(source, message);
     }

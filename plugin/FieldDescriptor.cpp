@@ -15,13 +15,13 @@
 #include <mutex>
 #include <optional>
 
-// Taken from the default locale when the first text is asked for, on whatever thread.
+// The default locale at the time when the first text is asked for, on whatever thread.
 struct FieldDescriptor::Locale {
-    const QLocale& get()
+    void take()
     {
         std::call_once(taken, [this] { locale.emplace(); });
-        return *locale;
     }
+    const QLocale& get() const { return *locale; }
 
     std::once_flag taken;
     std::optional<QLocale> locale;
@@ -294,6 +294,7 @@ QString FieldDescriptor::getInterpretedString(const Message* message, unsigned i
     if (row->type == RTCM2_TYPE_RECORD) {
         return QStringLiteral("submsg");
     }
+    locale->take();
     const QString text = textIn(*static_cast<const RecordMessage*>(message), index);
     return withUnit && !unit.isEmpty() ? withUnitText(text) : text;
 }

@@ -3,9 +3,8 @@
 #include "Misuse.h"
 #include "record_values.h"
 
-RecordMessage::RecordMessage(RTCM2_message_enum ofKind, const MessageInfo* info, void* record,
-                             Hold holding)
-    : Message(info), representation(record), hold(holding), kind(ofKind)
+RecordMessage::RecordMessage(RTCM2_message_enum ofKind, const MessageInfo* info, void* record)
+    : Message(info), representation(record), kind(ofKind)
 {
 }
 

@@ -51,7 +51,10 @@ public:
 protected:
     enum class Hold { reference, own, copy };
 
-    RecordMessage(RTCM2_message_enum ofKind, const MessageInfo* info, void* record, Hold holding);
+    RecordMessage(RTCM2_message_enum ofKind, const MessageInfo* info, void* record);
+
+    // The constructor of the class itself ends with this: until then the record is the caller's.
+    void take(Hold holding) { hold = holding; }
 
     bool hasRecord() const { return representation != nullptr; }
     bool has(int member) const;
@@ -60,7 +63,7 @@ protected:
     void* representation;
     mutable std::unique_ptr<SubMessages> subMessages;
 
-    const Hold hold;
+    Hold hold = Hold::reference;
 
 private:
     const void* getRawRepresentation() const override { return representation; }
@@ -100,14 +103,14 @@ protected:
     // What the rendered class derives from.
     using Shared = MessageOf;
 
-    MessageOf(RTCM2_message_enum ofKind, const MessageInfo* info, Record* record, bool owns)
-        : RecordMessage(ofKind, info, record, owns ? Hold::own : Hold::reference)
+    MessageOf(RTCM2_message_enum ofKind, const MessageInfo* info, Record* record)
+        : RecordMessage(ofKind, info, record)
     {
     }
 
-    // Takes over the arrays of a decoded record.
+    // On a copy of a decoded record.
     MessageOf(RTCM2_message_enum ofKind, const MessageInfo* info, const Record& decoded)
-        : RecordMessage(ofKind, info, &copy, Hold::copy), copy(decoded)
+        : RecordMessage(ofKind, info, &copy), copy(decoded)
     {
     }
 

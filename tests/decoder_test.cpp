@@ -11,10 +11,39 @@
 
 #include <array>
 #include <climits>
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <malloc.h>
 #include <memory>
+#include <new>
+
+namespace {
+
+// So many allocations are left before there is no memory.
+unsigned allocationsLeft = ~0U;
+
+}    // namespace
+
+// Not inlined, so that the compiler sees new and delete, not what they are made of.
+[[gnu::noinline]] void* operator new(std::size_t size)
+{
+    if (allocationsLeft != ~0U && allocationsLeft-- == 0) {
+        allocationsLeft = ~0U;
+        throw std::bad_alloc();
+    }
+    return std::malloc(size);
+}
+
+[[gnu::noinline]] void operator delete(void* block) noexcept
+{
+    std::free(block);
+}
+
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept
+{
+    std::free(block);
+}
 
 namespace {
 
@@ -211,6 +240,26 @@ TEST_F(DecoderTest, EveryOutcomeReturnsItsMemory)
     };
     const auto before = usedAfterRounds(3);
     EXPECT_LT(usedAfterRounds(200), before + 4096);
+}
+
+// Whichever allocation fails, the first report of a class to the tracer included.
+TEST_F(DecoderTest, LackOfMemoryReachesTheCallerAndLeavesNothing)
+{
+    for (const unsigned type : reportedTypes) {
+        const Bytes message = packed(type, 5, Bytes(15));
+        unsigned failures = 0;
+        for (unsigned left = 0; failures == left; ++left) {
+            allocationsLeft = left;
+            try {
+                decode(message);
+            } catch (const std::bad_alloc&) {
+                ++failures;
+            }
+            allocationsLeft = ~0U;
+            ASSERT_EQ(liveMessages(), 0);
+        }
+        EXPECT_GT(failures, 0U) << type;
+    }
 }
 
 TEST_F(DecoderTest, DescriptorsStandForKindsOfTheCodec)

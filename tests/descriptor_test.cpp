@@ -273,6 +273,11 @@ TEST_F(FieldTest, TheHostWordsValuesNotToBeUsed)
 
 TEST_F(FieldTest, LocaleIsTheDefaultOfTheFirstUse)
 {
+    // The first text need not be a number.
+    Sample<RTCM2_DGNSS_Message> worst;
+    worst->RRC = -128;
+    const FieldInfo* rate = fieldOf(worst, "RRC");
+    EXPECT_EQ(rate->getInterpretedString(worst, 0, true), QString("error"));
     Sample<RTCM2_Message_Type_32_Message> glonass;
     glonass->ECEF_X = glonass->ECEF_Y = 1234567;
     const auto text = [&](const char* name) {

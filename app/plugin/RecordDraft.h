@@ -27,7 +27,6 @@ public:
     // `record` is initialised, and zero but for that. `memberNames` must outlive the draft.
     RecordDraft(const RTCM2_kind_s& kindRow, const Names& memberNames, void* target);
 
-    const RTCM2_kind_s& kind() const { return *row; }
     const std::string& name(int member) const { return names->at(index(member)); }
     const RTCM2_member_s& member(int member) const { return row->members[index(member)]; }
     int memberCount() const { return static_cast<int>(row->member_count); }
@@ -37,7 +36,6 @@ public:
         return member != nullptr ? static_cast<int>(member - row->members) : -1;
     }
     int lengthOf(int member) const { return indexOf(this->member(member).length); }
-    void* record() const { return target; }
 
     // Take what is given for a member. Each member may be given once.
     Result set(int member, Integer value);

@@ -61,6 +61,6 @@ private:
     std::string currentKind;
     std::string problemText;
     // The longest message that the header can announce.
-    std::array<std::uint8_t, 99> packed = {};
+    std::array<std::uint8_t, RTCM2_PACKED_ROOM> packed = {};
     std::vector<std::uint8_t> spare;
 };

@@ -82,6 +82,8 @@ WRONG = [
     (HARBOURS, "low: 2, bits: 4", "low: 4, bits: 4", "@Buoy.Colour: the slice lies outside Look with 7 bits"),
     (HARBOURS, "bits: 4}}\n", "bits: 4}}\n      - {member: C2, name: C2, type: u, slice: {of: Look, low: 3, bits: 1}}\n", "Buoy.C2: the slice overlaps Colour"),
     (HARBOURS, "Look, type: byte, bits: 7", "Look, type: u, bits: 9", "Buoy.Colour: 'of' names Look, which has more than 8 bits"),
+    (HARBOURS, "times: 24", "times: 70000", "@Harbour.Nb: a number of its rule is above 65535"),
+    (HARBOURS, "1: Red}", f"1: {'R' * 256}}}", "Buoy.Look: the text of 1 has more than 255 bytes"),
     (HARBOURS, "{0: 0.5, 1: 2}", "{8: 0.5}", "@Harbour.Reach: 8 does not fit Pilot"),
     (HARBOURS, "{0: 0.5, 1: 2}", "{0: .nan}", "Harbour.Reach: the value for 0 is nan, not a number"),
     # arrays
@@ -160,7 +162,7 @@ class Schema(unittest.TestCase):
         names = [f"K{n}" for n in range(44)]
         rows = "".join(f"  {n}: {{type: {i + 10}, members: []}}\n" for i, n in enumerate(names))
         (self.folder / "many.yaml").write_text("family: Many\nkinds:\n" + rows)
-        for row, place in (f", Tide, {', '.join(names)}]", "9: order"), (f", Tide]\n  later: {names}", "10: later"):
+        for row, place in (f", Tide, {', '.join(names)}]", "8: order"), (f", Tide]\n  later: {names}", "9: later"):
             good = (self.folder / FORMAT).read_bytes()
             self.replace(FORMAT, ", Tide]", row)
             self.assertEqual(self.complaint(), f"format.yaml:{place}: there are 47 kinds, and flags for 46")
