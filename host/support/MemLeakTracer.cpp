@@ -4,6 +4,8 @@
 #include <atomic>
 #include <cstdint>
 #include <cstring>
+#include <map>
+#include <memory>
 #include <mutex>
 #include <numeric>
 #include <utility>
@@ -91,7 +93,8 @@ constinit Shortcuts shortcuts;
 
 struct Ledger {
     std::mutex mutex;    // for counters
-    QHash<QString, Counter*> counters;
+    // Not a QHash, which ends the process when there is no memory for an entry.
+    std::map<QString, std::unique_ptr<Counter>> counters;
 };
 
 // Never destroyed: descriptors and messages report their destructors until the last library has
@@ -110,11 +113,12 @@ Ledger& ledger()
     const std::lock_guard<std::mutex> lock(book.mutex);
     auto entry = book.counters.find(className);
     if (entry == book.counters.end()) {
-        auto* counter = new Counter(className);
-        entry = book.counters.insert(counter->className, counter);
+        auto counter = std::make_unique<Counter>(className);
+        const QString key = counter->className;
+        entry = book.counters.emplace(key, std::move(counter)).first;
     }
-    shortcuts.remember(className, *entry);
-    return *entry;
+    shortcuts.remember(className, entry->second.get());
+    return entry->second.get();
 }
 
 void change(const QString& className, int difference)
@@ -154,9 +158,9 @@ QHash<QString, int> MemLeakTracer::liveObjectsByClass()
     Ledger& book = ledger();
     const std::lock_guard<std::mutex> lock(book.mutex);
     QHash<QString, int> alive;
-    for (const Counter* counter : std::as_const(book.counters)) {
+    for (const auto& [className, counter] : book.counters) {
         if (const int count = counter->count.load(std::memory_order_relaxed); count != 0) {
-            alive.insert(counter->className, count);
+            alive.insert(className, count);
         }
     }
     return alive;
