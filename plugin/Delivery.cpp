@@ -5,6 +5,8 @@
 #include "PluginKinds.h"
 #include "RTCM2_format.h"
 
+#include <cstddef>
+
 namespace {
 
 // Holds one reference on a message and drops it on every way out.
@@ -62,14 +64,18 @@ void emitMessage(MessageSource& source, const Message* message)
 void reportDecoded(MessageSource& source, RTCM2_message_s& decoded)
 {
     Arrays arrays(decoded);
+    const auto number = static_cast<std::size_t>(decoded.kind);
+    const auto make = number < pluginKinds.size() ? pluginKinds[number].make : nullptr;
+    if (make != nullptr) [[likely]] {
+        const Message* const message = make(decoded);
+        arrays.handOver();
+        emitMessage(source, message);
+        return;
+    }
     const RTCM2_kind_s* const kind = RTCM2_kind_of(&decoded);
     if (kind == nullptr || kind->type < 0) {
         emitEvent(source, VorloEvent::InconsistentDecoderState,
                   QStringLiteral("RTCM2: Inconsistent decoder state"));
-    } else if (const auto make = pluginKinds[kind->kind].make; make != nullptr) {
-        const Message* const message = make(decoded);
-        arrays.handOver();
-        emitMessage(source, message);
     }
 }
 

@@ -3,11 +3,6 @@
 #include "Misuse.h"
 #include "record_values.h"
 
-RecordMessage::RecordMessage(RTCM2_message_enum ofKind, const MessageInfo* info, void* record)
-    : Message(info), representation(record), kind(ofKind)
-{
-}
-
 void RecordMessage::failWithoutRecord() const
 {
     qFatal("RTCM2_%s_Message::assertRepresentation() failed when trying to access data of an "

@@ -51,7 +51,10 @@ public:
 protected:
     enum class Hold { reference, own, copy };
 
-    RecordMessage(RTCM2_message_enum ofKind, const MessageInfo* info, void* record);
+    RecordMessage(RTCM2_message_enum ofKind, const MessageInfo* info, void* record)
+        : Message(info), representation(record), kind(ofKind)
+    {
+    }
 
     // The constructor of the class itself ends with this: until then the record is the caller's.
     void take(Hold holding) { hold = holding; }
