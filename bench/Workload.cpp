@@ -1,7 +1,7 @@
 #include "Workload.h"
 
-#include "Framer.h"
-#include "StreamWriter.h"
+#include "framing/Framer.h"
+#include "framing/StreamWriter.h"
 
 #include <fstream>
 #include <iterator>

@@ -1,6 +1,6 @@
 // Messages out of a stream, at each bit phase, against one bit after the other.
-#include "Framer.h"
 #include "Measured.h"
+#include "framing/Framer.h"
 
 namespace bench {
 

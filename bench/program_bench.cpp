@@ -1,7 +1,7 @@
 // The program itself on a stream of 100 MB, against what it cannot do without: framing alone for
 // `stats`, and for `export` the JSON library's own writer putting out the same text.
-#include "Framer.h"
 #include "Workload.h"
+#include "framing/Framer.h"
 
 #include <benchmark/benchmark.h>
 

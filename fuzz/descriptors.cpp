@@ -2,14 +2,14 @@
 // that are read without it, which have to be the same.
 #include "Receiver.h"
 
-#include "Characters.h"
 #include "FieldInfo.h"
 #include "FormatInfo.h"
-#include "FormatModel.h"
-#include "MessageFacts.h"
 #include "MessageInfo.h"
-#include "Plugin.h"
 #include "RTCM2_FormatInfo.h"
+#include "base/Characters.h"
+#include "format/FormatModel.h"
+#include "plugin/MessageFacts.h"
+#include "plugin/Plugin.h"
 
 #include <memory>
 

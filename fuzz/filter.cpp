@@ -1,11 +1,11 @@
 // Filter expressions, asked about some messages.
 #include "fuzz.h"
 
-#include "DecoderDriver.h"
-#include "Expression.h"
-#include "Host.h"
 #include "Message.h"
-#include "MessageFilter.h"
+#include "commands/Host.h"
+#include "filter/Expression.h"
+#include "filter/MessageFilter.h"
+#include "plugin/DecoderDriver.h"
 
 #include <optional>
 #include <string>

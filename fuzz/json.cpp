@@ -1,10 +1,10 @@
 // JSON as `encode` reads it.
 #include "fuzz.h"
 
-#include "Frame.h"
-#include "InputFile.h"
-#include "JsonInput.h"
-#include "JsonMessage.h"
+#include "base/InputFile.h"
+#include "commands/encode/JsonInput.h"
+#include "commands/encode/JsonMessage.h"
+#include "framing/Frame.h"
 
 #include <algorithm>
 #include <string>

@@ -1,5 +1,5 @@
-#include "DescribeView.h"
-#include "Plugin.h"
+#include "commands/describe/DescribeView.h"
+#include "plugin/Plugin.h"
 
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>

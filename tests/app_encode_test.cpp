@@ -1,8 +1,8 @@
 // Messages in JSON and what the encoder makes of them, beside what the samples hold.
-#include "InputFile.h"
-#include "JsonInput.h"
-#include "JsonMessage.h"
-#include "PackedText.h"
+#include "base/InputFile.h"
+#include "commands/encode/JsonInput.h"
+#include "commands/encode/JsonMessage.h"
+#include "format/PackedText.h"
 
 #include <gtest/gtest.h>
 

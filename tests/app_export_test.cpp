@@ -1,7 +1,7 @@
-#include "CsvExport.h"
 #include "FieldInfo.h"
-#include "JsonExport.h"
-#include "PackedText.h"
+#include "commands/export/CsvExport.h"
+#include "commands/export/JsonExport.h"
+#include "format/PackedText.h"
 #include "support/AppSession.h"
 #include "support/MessageHelpers.h"
 

@@ -1,6 +1,6 @@
-#include "DecoderDriver.h"
-#include "MessageFilter.h"
-#include "Plugin.h"
+#include "filter/MessageFilter.h"
+#include "plugin/DecoderDriver.h"
+#include "plugin/Plugin.h"
 #include "support/MessageHelpers.h"
 
 #include "AbstractDecoder.h"

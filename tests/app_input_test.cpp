@@ -1,5 +1,5 @@
 // The forms of input: what is found in good, dirty and cut inputs, and where.
-#include "PacketWriter.h"
+#include "forms/PacketWriter.h"
 #include "support/ReadFrames.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // Sessions: how inputs are read and how they end, and which messages are written again.
-#include "CopySink.h"
-#include "Progress.h"
+#include "base/Progress.h"
+#include "commands/convert/CopySink.h"
 #include "support/AppSession.h"
 
 #include <unistd.h>

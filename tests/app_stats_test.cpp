@@ -1,6 +1,6 @@
-#include "Stats.h"
-#include "StatsJson.h"
-#include "StatsTable.h"
+#include "commands/stats/Stats.h"
+#include "commands/stats/StatsJson.h"
+#include "commands/stats/StatsTable.h"
 #include "support/AppSession.h"
 #include "support/MessageHelpers.h"
 

@@ -2,9 +2,9 @@
 #include "QLX_DiffCorrIn_RTCM2Extractor.h"
 
 #include "AbstractDecoder.h"
-#include "DecoderDriver.h"
 #include "MessageInfo.h"
-#include "Plugin.h"
+#include "plugin/DecoderDriver.h"
+#include "plugin/Plugin.h"
 #include "support/MessageHelpers.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Framing: parity, finding messages in byte streams, writing them.
-#include "Framer.h"
-#include "StreamWriter.h"
-#include "parity.h"
+#include "framing/Framer.h"
+#include "framing/StreamWriter.h"
+#include "framing/parity.h"
 #include "support/ReadFrames.h"
 #include "support/StreamBuilder.h"
 

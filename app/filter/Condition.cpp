@@ -1,4 +1,4 @@
-#include "Condition.h"
+#include "filter/Condition.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "Expression.h"
+#include "filter/Expression.h"
 
-#include "Resolver.h"
+#include "filter/Resolver.h"
 
 Expression::Expression(std::string_view text, const std::vector<const KindModel*>& kinds)
 {

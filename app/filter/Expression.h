@@ -15,7 +15,7 @@
 // - not (or !) binds more tightly than and (or &&), which does so more tightly than or (or ||).
 #pragma once
 
-#include "FormatModel.h"
+#include "format/FormatModel.h"
 
 #include <memory>
 #include <string_view>

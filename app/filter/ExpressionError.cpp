@@ -1,4 +1,4 @@
-#include "ExpressionError.h"
+#include "filter/ExpressionError.h"
 
 #include <algorithm>
 

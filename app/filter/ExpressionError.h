@@ -1,7 +1,7 @@
 // What is wrong with an expression, shown at its place.
 #pragma once
 
-#include "MessageFilter.h"
+#include "filter/MessageFilter.h"
 
 #include <string>
 #include <string_view>

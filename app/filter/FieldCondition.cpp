@@ -1,9 +1,9 @@
-#include "FieldCondition.h"
+#include "filter/FieldCondition.h"
 
 #include "FieldInfo.h"
-#include "Lexer.h"
 #include "Message.h"
 #include "MessageInfo.h"
+#include "filter/Lexer.h"
 
 #include <algorithm>
 

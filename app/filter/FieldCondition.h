@@ -1,9 +1,9 @@
 // Conditions on one field of the messages of one kind.
 #pragma once
 
-#include "Condition.h"
-#include "ExpressionError.h"
-#include "Syntax.h"
+#include "filter/Condition.h"
+#include "filter/ExpressionError.h"
+#include "filter/Syntax.h"
 
 #include <variant>
 #include <vector>

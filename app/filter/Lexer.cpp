@@ -1,7 +1,7 @@
-#include "Lexer.h"
+#include "filter/Lexer.h"
 
-#include "ExpressionError.h"
-#include "Number.h"
+#include "filter/ExpressionError.h"
+#include "filter/Number.h"
 
 #include <algorithm>
 #include <array>

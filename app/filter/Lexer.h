@@ -1,7 +1,7 @@
 // Cuts an expression into words, numbers, quoted texts and signs.
 #pragma once
 
-#include "Syntax.h"
+#include "filter/Syntax.h"
 
 #include <vector>
 

@@ -1,9 +1,9 @@
-#include "MessageFilter.h"
+#include "filter/MessageFilter.h"
 
-#include "Expression.h"
 #include "FieldInfo.h"
 #include "Message.h"
-#include "NearestName.h"
+#include "base/NearestName.h"
+#include "filter/Expression.h"
 
 #include <algorithm>
 #include <charconv>

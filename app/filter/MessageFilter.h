@@ -1,7 +1,7 @@
 // Which messages a command takes.
 #pragma once
 
-#include "FormatModel.h"
+#include "format/FormatModel.h"
 
 #include <cstdint>
 #include <memory>

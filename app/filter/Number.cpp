@@ -1,4 +1,4 @@
-#include "Number.h"
+#include "filter/Number.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,7 @@
-#include "ExpressionError.h"
-#include "Lexer.h"
-#include "Syntax.h"
+#include "base/Names.h"
+#include "filter/ExpressionError.h"
+#include "filter/Lexer.h"
+#include "filter/Syntax.h"
 
 namespace where {
 

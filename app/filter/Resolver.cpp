@@ -1,7 +1,7 @@
-#include "Resolver.h"
+#include "filter/Resolver.h"
 
-#include "Lexer.h"
-#include "NearestName.h"
+#include "base/NearestName.h"
+#include "filter/Lexer.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
 // Looks up the names of a parsed expression, once for every kind.
 #pragma once
 
-#include "Condition.h"
-#include "ExpressionError.h"
-#include "FieldCondition.h"
-#include "Syntax.h"
+#include "filter/Condition.h"
+#include "filter/ExpressionError.h"
+#include "filter/FieldCondition.h"
+#include "filter/Syntax.h"
 
 #include <string_view>
 #include <vector>

@@ -2,7 +2,7 @@
 // in the namespace `where`.
 #pragma once
 
-#include "Number.h"
+#include "filter/Number.h"
 
 #include <string>
 #include <string_view>

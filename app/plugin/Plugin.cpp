@@ -1,4 +1,4 @@
-#include "Plugin.h"
+#include "plugin/Plugin.h"
 
 #include "QLX_DiffCorrIn_RTCM2Extractor.h"
 #include "RTCM2Decoder.h"

@@ -1,9 +1,10 @@
-#include "RecordFacts.h"
+#include "plugin/RecordFacts.h"
 
-#include "Characters.h"
-#include "FormatModel.h"
-#include "MemberValue.h"
-#include "Plugin.h"
+#include "base/Characters.h"
+#include "base/Names.h"
+#include "commands/encode/MemberValue.h"
+#include "format/FormatModel.h"
+#include "plugin/Plugin.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,8 +1,8 @@
 // Reads facts of messages from the codec's records, through the table of members.
 #pragma once
 
-#include "MessageFacts.h"
 #include "RTCM2_format.h"
+#include "plugin/MessageFacts.h"
 
 #include <vector>
 

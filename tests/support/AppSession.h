@@ -1,12 +1,12 @@
 // Runs messages through a session into a sink and gives what the sink wrote.
 #pragma once
 
-#include "Host.h"
-#include "InputForm.h"
-#include "MessageFilter.h"
-#include "Output.h"
-#include "Session.h"
-#include "StreamWriter.h"
+#include "base/Output.h"
+#include "commands/Host.h"
+#include "filter/MessageFilter.h"
+#include "forms/InputForm.h"
+#include "framing/StreamWriter.h"
+#include "session/Session.h"
 
 #include <gtest/gtest.h>
 

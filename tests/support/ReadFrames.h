@@ -1,7 +1,7 @@
 // Reads an input cut into pieces, and keeps all frames.
 #pragma once
 
-#include "InputForm.h"
+#include "forms/InputForm.h"
 
 #include <algorithm>
 #include <functional>

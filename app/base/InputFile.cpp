@@ -1,0 +1,76 @@
+#include "base/InputFile.h"
+
+#include "base/Interrupt.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t chunkSize = 1 << 16;
+constexpr int longestWait = 500;    // ms
+
+}    // namespace
+
+InputFile::InputFile(std::string name)
+    : displayName(name == "-" ? "standard input" : name), buffer(chunkSize)
+{
+    open(name);
+}
+
+InputFile::~InputFile()
+{
+    if (descriptor > STDIN_FILENO) {
+        ::close(descriptor);
+    }
+}
+
+void InputFile::open(const std::string& name)
+{
+    descriptor = name == "-" ? STDIN_FILENO : ::open(name.c_str(), O_RDONLY | O_CLOEXEC);
+    struct stat status = {};
+    if (descriptor < 0 || ::fstat(descriptor, &status) != 0) {
+        fail();
+        return;
+    }
+    live = !S_ISREG(status.st_mode);
+    typed = live && ::isatty(descriptor) == 1;
+    fileSize = live ? 0 : static_cast<std::uint64_t>(status.st_size);
+}
+
+std::span<const std::uint8_t> InputFile::read()
+{
+    while (problemText.empty() && waitForBytes()) {
+        const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
+        if (count >= 0) {
+            return std::span(buffer).first(static_cast<std::size_t>(count));
+        }
+        if (errno != EINTR) {
+            fail();
+        }
+    }
+    return {};
+}
+
+// False when the program is asked to end. A signal that comes right before the wait is seen after
+// it, so that must not last.
+bool InputFile::waitForBytes() const
+{
+    pollfd waited = {.fd = descriptor, .events = POLLIN, .revents = 0};
+    while (!interrupt::requested()) {
+        if (!live || ::poll(&waited, 1, longestWait) != 0) {
+            return !interrupt::requested();
+        }
+    }
+    return false;
+}
+
+void InputFile::fail()
+{
+    problemText = "cannot read " + displayName + ": " + std::strerror(errno);
+}

@@ -1,0 +1,108 @@
+#include "base/Progress.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::chrono::milliseconds firstAfter{500};
+constexpr std::chrono::milliseconds interval{200};
+constexpr const char* eraseLine = "\r\033[K";
+
+std::string amountText(double bytes)
+{
+    constexpr std::array<const char*, 5> units = {"B", "kB", "MB", "GB", "TB"};
+    std::size_t unit = 0;
+    for (; bytes >= 999.95 && unit + 1 < units.size(); ++unit) {
+        bytes /= 1000;
+    }
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), unit == 0 ? "%.0f %s" : "%.1f %s", bytes, units[unit]);
+    return text.data();
+}
+
+std::string durationText(double seconds)
+{
+    const auto whole = static_cast<std::uint64_t>(std::ceil(seconds));
+    if (whole < 60) {
+        return std::to_string(whole) + " s";
+    }
+    if (whole < 3600) {
+        return std::to_string(whole / 60) + " min " + std::to_string(whole % 60) + " s";
+    }
+    return std::to_string(whole / 3600) + " h " + std::to_string(whole % 3600 / 60) + " min";
+}
+
+// Columns of the terminal that a line can use without wrapping.
+std::size_t columns()
+{
+    winsize window = {};
+    const bool known = ::ioctl(STDERR_FILENO, TIOCGWINSZ, &window) == 0 && window.ws_col > 1;
+    return (known ? window.ws_col : 80U) - 1U;
+}
+
+}    // namespace
+
+void Progress::begin(const std::string& inputName, std::uint64_t inputSize)
+{
+    name = inputName;
+    size = inputSize;
+    started = Clock::now();
+    nextTime = started + firstAfter;
+}
+
+void Progress::show(std::uint64_t bytes)
+{
+    const Clock::time_point now = Clock::now();
+    if (now < nextTime) {
+        return;
+    }
+    nextTime = now + interval;
+    const double seconds = std::chrono::duration<double>(now - started).count();
+    std::string line = progressText(bytes, size, seconds);
+    if (line.size() + 2 + name.size() <= columns()) {
+        line += "  " + name;
+    }
+    line.resize(std::min(line.size(), columns()));
+    std::fprintf(stderr, "%s%s", eraseLine, line.c_str());
+    std::fflush(stderr);
+    visible = true;
+}
+
+void Progress::erase()
+{
+    if (visible) {
+        std::fputs(eraseLine, stderr);
+        std::fflush(stderr);
+        visible = false;
+    }
+}
+
+void Progress::tell(const std::string& text)
+{
+    erase();
+    std::fprintf(stderr, "rtcm2: %s\n", text.c_str());
+}
+
+std::string progressText(std::uint64_t bytes, std::uint64_t size, double seconds)
+{
+    const double done = static_cast<double>(bytes);
+    const double rate = seconds > 0 ? done / seconds : 0;
+    std::string text = amountText(done);
+    if (size > 0) {
+        const double whole = static_cast<double>(size);
+        const double part = std::min(done / whole, 1.0);
+        text += " of " + amountText(whole) + " (" + std::to_string(static_cast<int>(part * 100)) +
+                " %)";
+    }
+    text += ", " + amountText(rate) + "/s";
+    if (size >= bytes && size > 0 && rate > 0) {
+        text += ", " + durationText(static_cast<double>(size - bytes) / rate) + " left";
+    }
+    return text;
+}

@@ -1,0 +1,32 @@
+// The options that all commands share that read messages: what to read, which messages to take,
+// what to do about trouble, where to write.
+#pragma once
+
+#include "base/Output.h"
+#include "commands/Host.h"
+#include "filter/MessageFilter.h"
+#include "session/Session.h"
+
+#include <CLI/CLI.hpp>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+struct ReadingOptions {
+    std::vector<std::string> inputs;
+    std::string form = "auto";
+    unsigned mode = 0;
+    FilterOptions filter;
+    SessionOptions session;
+    std::string output;    // empty for standard output
+
+    void declare(CLI::App& command);
+};
+
+// Makes a sink that writes to the output. The filter tells which kinds can occur.
+using SinkFactory = std::function<std::unique_ptr<Sink>(Output&, const MessageFilter&)>;
+
+// Reads what the options name and hands it to the sink; tells on standard error what ended it.
+ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFactory& makeSink);

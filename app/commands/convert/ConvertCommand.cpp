@@ -1,0 +1,48 @@
+#include "commands/convert/ConvertCommand.h"
+
+#include "commands/OutputFile.h"
+#include "commands/convert/CopySink.h"
+
+void ConvertCommand::declare(CLI::App& program)
+{
+    app = program.add_subcommand("convert", "The messages again, in any of the input forms");
+    reading.declare(*app);
+    app->add_option("--to", form,
+                    "Form of the output: stream (6 bits a byte, with parity), packed, hex (a "
+                    "message a line), words (a receiver's own recording, with parity)")
+        ->required()
+        ->check(CLI::IsMember({"stream", "packed", "hex", "words"}));
+    app->add_flag("--known-only", knownOnly,
+                  "Leave out messages of unknown types and of types that are decoded but not "
+                  "shown. They are copied unless --type, --station or --where is given");
+    app->add_flag("--keep-undecodable", keepsUndecodable,
+                  "Also copy messages of known types whose content does not fit. Not together "
+                  "with --type, --station or --where");
+    app->footer("Every message that passes the filter is written bit by bit as it was; only parity "
+                "is made anew.\nDamaged and truncated messages and what stands between messages "
+                "are left out.\n\n"
+                "Examples:\n"
+                "  rtcm2 convert --to stream -o clean.rtcm2 damaged.rtcm2\n"
+                "  rtcm2 convert --type 1,31 --to hex capture.rtcm2\n"
+                "  rtcm2 convert --form words --to packed -o out.packed recording.bin");
+}
+
+ExitStatus ConvertCommand::run(Host& host)
+{
+    const InputForm to = *inputFormOf(form);
+    requireNoBinaryOnTerminal(form, reading.output);
+    // With --except, what is of no known type is not of the types that are left out.
+    const bool hasFilter = !reading.filter.kinds.empty() || !reading.filter.stations.empty() ||
+                           !reading.filter.where.empty();
+    if (hasFilter && keepsUndecodable) {
+        throw UsageError{"--keep-undecodable does not go with --type, --station or --where: what "
+                         "cannot be decoded passes none of them"};
+    }
+    const CopyOptions options{.form = to,
+                              .copiesUnknown = !hasFilter && !knownOnly,
+                              .copiesMisfits = keepsUndecodable,
+                              .max = reading.session.max};
+    return runSession(host, reading, [&](Output& output, const MessageFilter&) {
+        return std::make_unique<CopySink>(output, options);
+    });
+}

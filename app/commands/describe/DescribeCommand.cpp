@@ -1,0 +1,96 @@
+#include "commands/describe/DescribeCommand.h"
+
+#include "base/NearestName.h"
+#include "base/Output.h"
+#include "commands/describe/DescribeView.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+std::string unknownKind(const FormatModel& format, const std::string& name)
+{
+    std::vector<std::string> kindNames;
+    for (const auto& kind : format.kinds()) {
+        kindNames.push_back("'" + kind->name + "'");
+    }
+    const std::string meant = suggestion(nearestNames(name, kindNames));
+    return "no kind of message is called '" + name + "'" +
+           (meant.empty() ? " ('rtcm2 describe' lists them)" : ": " + meant);
+}
+
+}    // namespace
+
+void DescribeCommand::declare(CLI::App& program)
+{
+    app = program.add_subcommand("describe", "The format itself: kinds of messages and fields");
+    app->add_option("kind", names,
+                    "Kinds to describe, by type number, name or identifier, or 'all'; without any, "
+                    "the kinds are listed")
+        ->type_name("KIND");
+    auto* asJson = app->add_flag("--json", json, "For programs; all kinds unless some are named");
+    app->add_flag("--markdown", markdown, "As Markdown")->excludes(asJson);
+    app->add_option("-o,--output", outputPath, "Write to this file instead of standard output")
+        ->type_name("FILE");
+    app->footer("Examples:\n"
+                "  rtcm2 describe                          all kinds, one a line\n"
+                "  rtcm2 describe 18 'RTK 18'              the fields of two kinds\n"
+                "  rtcm2 describe all --markdown -o f.md   everything, as a document\n"
+                "  rtcm2 describe --json                   everything, for programs");
+}
+
+ExitStatus DescribeCommand::run(Host& host)
+{
+    const std::string text = description(host.model);
+    Output output;
+    if (!outputPath.empty() && !output.open(outputPath)) {
+        std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
+        return ExitStatus::unwritable;
+    }
+    output << text;
+    if (!output.close() && !output.readerIsGone()) {
+        std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
+        return ExitStatus::unwritable;
+    }
+    return ExitStatus::success;
+}
+
+describe::Kinds DescribeCommand::chosenKinds(const FormatModel& format) const
+{
+    const bool wantsAll =
+        names.empty() || std::find(names.begin(), names.end(), "all") != names.end();
+    describe::Kinds kinds;
+    const auto add = [&](const KindModel* kind) {
+        if (std::find(kinds.begin(), kinds.end(), kind) == kinds.end()) {
+            kinds.push_back(kind);
+        }
+    };
+    for (const std::string& name : names) {
+        const KindModel* kind = format.kind(name);
+        if (kind == nullptr && name != "all") {
+            throw UsageError{unknownKind(format, name)};
+        }
+        if (kind != nullptr && !wantsAll) {
+            add(kind);
+        }
+    }
+    if (wantsAll) {
+        for (const auto& kind : format.kinds()) {
+            add(kind.get());
+        }
+    }
+    return kinds;
+}
+
+std::string DescribeCommand::description(const FormatModel& format) const
+{
+    const describe::Kinds kinds = chosenKinds(format);
+    if (json) {
+        return describe::json(format, kinds);
+    }
+    if (names.empty()) {
+        return markdown ? describe::markdownOverview(format) : describe::textOverview(format);
+    }
+    return markdown ? describe::markdown(format, kinds) : describe::text(format, kinds);
+}

@@ -1,0 +1,105 @@
+#include "commands/describe/DescribeView.h"
+
+#include "FieldInfo.h"
+#include "base/Names.h"
+
+namespace describe {
+
+namespace {
+
+using Row = std::vector<std::string>;
+
+// Text that stands for itself in a cell.
+std::string plain(const std::string& text)
+{
+    std::string result;
+    for (const char c : text) {
+        const bool isMark = std::string_view("\\|`*_<>[]").find(c) != std::string_view::npos;
+        result += isMark ? std::string{'\\', c} : std::string{c};
+    }
+    return result;
+}
+
+std::string line(const Row& row)
+{
+    std::string result = "|";
+    for (const std::string& cell : row) {
+        result += " " + cell + (cell.empty() ? "|" : " |");
+    }
+    return result + "\n";
+}
+
+std::string head(const Row& row)
+{
+    return line(row) + line(Row(row.size(), "---"));
+}
+
+std::string notes(const FieldModel& field)
+{
+    Row parts;
+    for (const FieldInfo::SymbolicValue& symbolic : field.info->getSymbolicValues()) {
+        parts.push_back(valueText(symbolic.first) + ": " + plain(symbolic.second.toStdString()));
+    }
+    if (field.info->hasDoNotUseValue()) {
+        parts.push_back("not to be used when " + valueText(field.info->getDoNotUseValue()));
+    }
+    const auto names = partNames(field);
+    if (!names.empty()) {
+        parts.push_back("parts: " + plain(joined(names)));
+    }
+    std::string result;
+    for (const std::string& part : parts) {
+        result += (result.empty() ? "" : "<br>") + part;
+    }
+    return result;
+}
+
+std::string section(const FormatModel& format, const KindModel& kind)
+{
+    std::string result = "## " + plain(kind.name) + "\n\n";
+    const std::string identified = identification(kind);
+    const std::string carriers = carriersText(format, kind);
+    if (!kind.text.empty()) {
+        result += plain(kind.text) + ".\n\n";
+    }
+    if (!identified.empty()) {
+        result += "Identified by " + plain(identified) + ".\n\n";
+    }
+    if (!carriers.empty()) {
+        result += "Part of " + plain(carriers) + ".\n\n";
+    }
+    result += head({"No.", "Field", "Identifier", "Type", "Unit", "Flags", "Values"});
+    for (const FieldModel& field : kind.fields) {
+        result +=
+            line({std::to_string(field.index), plain(field.name), "`" + field.identifier + "`",
+                  plain(typeText(field)), plain(field.unit), flagsText(field), notes(field)});
+    }
+    return result;
+}
+
+}    // namespace
+
+std::string markdownOverview(const FormatModel& format)
+{
+    std::string result = "# " + plain(format.name()) + "\n\n" +
+                         head({"Type", "Kind", "Identifier", "Fields", "Description"});
+    for (const auto& kind : format.kinds()) {
+        const std::string carriers = carriersText(format, *kind);
+        const std::string about = carriers.empty() ? kind->text : "Part of " + carriers;
+        result += line({kind->typeNumber < 0 ? "" : std::to_string(kind->typeNumber),
+                        plain(kind->name), "`" + identifierOf(kind->name) + "`",
+                        std::to_string(kind->fields.size()), plain(about)});
+    }
+    return result;
+}
+
+std::string markdown(const FormatModel& format, const Kinds& kinds)
+{
+    std::string result = "# " + plain(format.name()) + "\n";
+    for (const KindModel* kind : kinds) {
+        result += "\n" + section(format, *kind);
+    }
+    return result;
+}
+
+}    // namespace describe

@@ -1,0 +1,144 @@
+#include "commands/describe/DescribeView.h"
+
+#include "FieldInfo.h"
+
+#include <algorithm>
+
+namespace describe {
+
+namespace {
+
+constexpr std::size_t lineWidth = 100;
+
+using Row = std::vector<std::string>;
+
+// Aligned columns two blanks apart; numbers in the first column stand to the right. Columns without
+// any content are left out.
+std::string table(const Row& heads, const std::vector<Row>& rows, const std::string& indent)
+{
+    std::vector<std::size_t> widths(heads.size(), 0);
+    for (const Row& row : rows) {
+        for (std::size_t i = 0; i < heads.size(); ++i) {
+            widths[i] = std::max({widths[i], row[i].size(), row[i].empty() ? 0 : heads[i].size()});
+        }
+    }
+    const auto line = [&](const Row& row) {
+        std::string text = indent + std::string(widths[0] - row[0].size(), ' ') + row[0];
+        for (std::size_t i = 1; i < row.size(); ++i) {
+            if (widths[i] != 0) {
+                text += "  " + row[i] + std::string(widths[i] - row[i].size(), ' ');
+            }
+        }
+        return text.substr(0, text.find_last_not_of(' ') + 1) + "\n";
+    };
+    std::string result = line(heads);
+    for (const Row& row : rows) {
+        result += line(row);
+    }
+    return result;
+}
+
+// Broken at blanks; every line after the first is indented further.
+std::string paragraph(const std::string& text, const std::string& indent)
+{
+    std::string result;
+    std::string line = indent;
+    std::size_t begin = 0;
+    while (begin < text.size()) {
+        const std::size_t end = std::min(text.find(' ', begin), text.size());
+        const std::string word = text.substr(begin, end - begin);
+        if (line.size() + 1 + word.size() > lineWidth && line.find_first_not_of(' ') != line.npos) {
+            result += line + "\n";
+            line = indent + "  ";
+        }
+        line += (line.find_first_not_of(' ') == line.npos ? "" : " ") + word;
+        begin = end + 1;
+    }
+    return result + line + "\n";
+}
+
+std::string fieldTable(const KindModel& kind)
+{
+    std::vector<Row> rows;
+    for (const FieldModel& field : kind.fields) {
+        rows.push_back({std::to_string(field.index), field.name, field.identifier, typeText(field),
+                        field.unit, flagsText(field)});
+    }
+    return table({"No.", "Field", "Identifier", "Type", "Unit", "Flags"}, rows, "  ");
+}
+
+// What a line of the table has no room for.
+std::string remarks(const FieldModel& field)
+{
+    std::string result;
+    std::size_t width = 0;
+    for (const FieldInfo::SymbolicValue& symbolic : field.info->getSymbolicValues()) {
+        width = std::max(width, valueText(symbolic.first).size());
+    }
+    for (const FieldInfo::SymbolicValue& symbolic : field.info->getSymbolicValues()) {
+        const std::string value = valueText(symbolic.first);
+        result += "    " + std::string(width - value.size(), ' ') + value + "  " +
+                  symbolic.second.toStdString() + "\n";
+    }
+    if (field.info->hasDoNotUseValue()) {
+        result += "    not to be used when " + valueText(field.info->getDoNotUseValue()) + "\n";
+    }
+    const auto parts = partNames(field);
+    if (!parts.empty()) {
+        result += "    parts of it are shown as " + joined(parts) + "\n";
+    }
+    return result.empty() ? result : "\n  " + field.name + "\n" + result;
+}
+
+std::string kindText(const FormatModel& format, const KindModel& kind)
+{
+    std::string result = kind.name + (kind.text.empty() ? "" : ": " + kind.text) + "\n";
+    const std::string identified = identification(kind);
+    if (!identified.empty()) {
+        result += paragraph("Identified by " + identified, "  ");
+    }
+    const std::string carriers = carriersText(format, kind);
+    if (!carriers.empty()) {
+        result += paragraph("Part of " + carriers, "  ");
+    }
+    result += "\n" + fieldTable(kind);
+    for (const FieldModel& field : kind.fields) {
+        result += remarks(field);
+    }
+    return result;
+}
+
+}    // namespace
+
+std::string textOverview(const FormatModel& format)
+{
+    std::vector<Row> messages;
+    std::string parts;
+    for (const auto& kind : format.kinds()) {
+        const std::string fields = std::to_string(kind->fields.size());
+        if (kind->isMain) {
+            messages.push_back({kind->typeNumber < 0 ? "" : std::to_string(kind->typeNumber),
+                                kind->name, fields, kind->text});
+        } else {
+            const std::string carriers = carriersText(format, *kind);
+            const std::string noun = kind->fields.size() == 1 ? " field" : " fields";
+            parts += paragraph(kind->name + ", " + fields + noun +
+                                   (carriers.empty() ? "" : ", in " + carriers),
+                               "  ");
+        }
+    }
+    return format.name() + " messages\n\n" +
+           table({"Type", "Kind", "Fields", "Description"}, messages, "  ") +
+           (parts.empty() ? "" : "\nParts of messages\n\n" + parts);
+}
+
+std::string text(const FormatModel& format, const Kinds& kinds)
+{
+    std::string result;
+    for (const KindModel* kind : kinds) {
+        result += (result.empty() ? "" : "\n\n") + kindText(format, *kind);
+    }
+    return result;
+}
+
+}    // namespace describe

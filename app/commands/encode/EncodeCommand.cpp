@@ -1,0 +1,73 @@
+#include "commands/encode/EncodeCommand.h"
+
+#include "commands/OutputFile.h"
+#include "commands/encode/EncodeSession.h"
+#include "forms/PacketWriter.h"
+
+#include <unistd.h>
+
+void EncodeCommand::declare(CLI::App& program)
+{
+    app = program.add_subcommand("encode", "Messages in the JSON of export become RTCM 2 again");
+    app->add_option("input", inputs, "JSON files to read; - is standard input, as is no file")
+        ->type_name("FILE");
+    app->add_option("-o,--output", outputName, "Write to this file instead of standard output")
+        ->type_name("FILE");
+    app->add_option("--to", form,
+                    "Form of the output: stream (6 bits a byte), packed, hex (a message a line), "
+                    "words (a receiver's own recording)")
+        ->check(CLI::IsMember({"stream", "packed", "hex", "words"}))
+        ->capture_default_str();
+    app->add_option("-n,--max", options.max, "Stop after this many messages")->type_name("N");
+    app->add_option("--on-error", options.onError,
+                    "What to do about messages that cannot be encoded: report them on standard "
+                    "error, skip them silently, or stop at the first. The exit status is 6 when "
+                    "there were any")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, OnError>{
+                {"report", OnError::report}, {"skip", OnError::skip}, {"stop", OnError::stop}},
+            CLI::ignore_case))
+        ->option_text("report|skip|stop");
+    app->add_flag("-q,--quiet", options.quiet,
+                  "Nothing on standard error but what ends the program");
+    app->footer(
+        "Reads one JSON object a message: a line each, in an array, or simply in a row, with these "
+        "keys:\n"
+        "    kind    name of the message kind, as 'rtcm2 describe' lists them\n"
+        "    fields  the message's fields, as raw values\n"
+        "    fill    bits behind the last field, as zeros and ones, where they are not 1010...\n"
+        "    hex     the packed message, for objects without fields\n"
+        "Other keys are ignored. Preamble, message type, number of data words, counts and lengths "
+        "may be left\n"
+        "out; where they are given they must agree with the rest. What cannot be encoded is left "
+        "out and told on\n"
+        "standard error; the exit status is then 6.\n\n"
+        "Examples:\n"
+        "    rtcm2 export capture.rtcm2 | rtcm2 encode --to packed -o capture.packed\n"
+        "    rtcm2 encode station.ndjson --to stream -o station.rtcm2");
+}
+
+ExitStatus EncodeCommand::run(Host&)
+{
+    const InputForm to = *inputFormOf(form);
+    requireNoBinaryOnTerminal(form, outputName);
+    requireOtherOutput(inputs, outputName);
+    Output output;
+    if (!openOutput(output, outputName)) {
+        return ExitStatus::unwritable;
+    }
+    options.showsProgress =
+        !options.quiet && !goesToTerminal(outputName) && ::isatty(STDERR_FILENO) == 1;
+    const std::unique_ptr<PacketWriter> writer = makeWriter(to);
+    std::vector<std::uint8_t> bytes;
+    const auto write = [&](std::span<const std::uint8_t> packed) {
+        bytes.clear();
+        if (!writer->append(packed, bytes)) {
+            return false;
+        }
+        output.write({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+        return true;
+    };
+    EncodeSession session(output, write, options);
+    return tellEnd(output, session.run(inputs.empty() ? std::vector<std::string>{"-"} : inputs));
+}

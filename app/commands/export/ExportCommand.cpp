@@ -1,0 +1,150 @@
+#include "commands/export/ExportCommand.h"
+
+#include <cstdio>
+#include <filesystem>
+
+void ExportCommand::declare(CLI::App& program)
+{
+    app = program.add_subcommand("export", "Messages for other programs: JSON or CSV");
+    reading.declare(*app);
+    app->add_option("-F,--format", format,
+                    "ndjson (a JSON object a line), json (one array of them) or csv (one table; "
+                    "choose one kind with --type, or give a directory as output to get a file for "
+                    "each kind, or --mixed)")
+        ->check(CLI::IsMember({"ndjson", "json", "csv"}))
+        ->capture_default_str();
+    app->add_flag("-T,--texts", withTexts, "Also say what coded values mean");
+    app->add_flag("-x,--hex", withHex, "Also show the packed message, in hexadecimal");
+    app->add_option("--fields", fields,
+                    "Only these fields, by name; those of sub-messages after a dot, as in "
+                    "Corrections.PRC")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("FIELD");
+    app->add_option("--rows", rows,
+                    "CSV: a row for each sub-message in this field, which repeats the fields of "
+                    "the message; kinds without the field are left out")
+        ->type_name("FIELD");
+    app->add_flag("--mixed", mixed,
+                  "CSV: several kinds in one output; where the kind changes, a blank line, a "
+                  "comment with its name and its header line");
+    app->footer("docs/json.md describes what is written.\n\n"
+                "Examples:\n"
+                "    rtcm2 export capture.rtcm2 | jq .fields.Modified_Z_Count\n"
+                "    rtcm2 export --format json --texts --hex -o capture.json capture.rtcm2\n"
+                "    rtcm2 export --format csv -o tables/ capture.rtcm2\n"
+                "    rtcm2 export --format csv --type 1 --rows Corrections \\\n"
+                "        --fields 'Modified Z-Count,Corrections.Satellite Id,Corrections.PRC' "
+                "capture.rtcm2");
+}
+
+ExitStatus ExportCommand::run(Host& host)
+{
+    try {
+        const std::vector<const KindModel*> kinds = chosenKinds(host);
+        checkNames(kinds, fields);
+        if (format == "csv") {
+            return writeCsv(host, kinds);
+        }
+        if (!rows.empty() || mixed) {
+            throw UsageError{"--rows and --mixed are for --format csv"};
+        }
+        return writeJson(host, kinds);
+    } catch (const FieldChoiceError& error) {
+        throw UsageError{error.text};
+    }
+}
+
+std::vector<const KindModel*> ExportCommand::chosenKinds(const Host& host) const
+{
+    try {
+        return MessageFilter(host.model, reading.filter, host.parts.station).kinds();
+    } catch (const FilterError& error) {
+        throw UsageError{error.text};
+    }
+}
+
+ExitStatus ExportCommand::writeJson(Host& host, const std::vector<const KindModel*>& kinds)
+{
+    const JsonOptions options{.asArray = format == "json",
+                              .withTexts = withTexts,
+                              .withHex = withHex,
+                              .withInput = reading.inputs.size() > 1,
+                              .fields = fields};
+    return runSession(host, reading, [&](Output& output, const MessageFilter&) {
+        return std::make_unique<JsonExport>(output, options, kinds);
+    });
+}
+
+ExitStatus ExportCommand::writeCsv(Host& host, const std::vector<const KindModel*>& kinds)
+{
+    std::vector<const KindModel*> tableKinds = kinds;
+    if (!rows.empty()) {
+        takeKindsWithRows(tableKinds);
+    }
+    if (!wantsFiles() && !mixed) {
+        requireOneTable(tableKinds);
+    }
+    const CsvOptions options{.withTexts = withTexts,
+                             .withHex = withHex,
+                             .withInput = reading.inputs.size() > 1,
+                             .fields = fields,
+                             .rows = rows};
+    CsvExport::Tables tables = CsvExport::tablesFor(tableKinds, options);
+    if (wantsFiles()) {
+        return writeCsvFiles(host, tables);
+    }
+    return runSession(host, reading, [&](Output& output, const MessageFilter&) {
+        return std::make_unique<CsvExport>(output, std::move(tables));
+    });
+}
+
+ExitStatus ExportCommand::writeCsvFiles(Host& host, CsvExport::Tables& tables)
+{
+    if (mixed) {
+        throw UsageError{"--mixed needs one output, and " + reading.output + " is a directory"};
+    }
+    CsvFiles files(reading.output);
+    ReadingOptions toFiles = reading;
+    toFiles.output.clear();
+    const ExitStatus status = runSession(host, toFiles, [&](Output&, const MessageFilter&) {
+        return std::make_unique<CsvExport>(files, std::move(tables));
+    });
+    std::string problem;
+    if (!files.close(problem)) {
+        std::fprintf(stderr, "rtcm2: %s\n", problem.c_str());
+        return ExitStatus::unwritable;
+    }
+    return status;
+}
+
+void ExportCommand::takeKindsWithRows(std::vector<const KindModel*>& kinds)
+{
+    std::erase_if(kinds, [this](const KindModel* kind) {
+        const FieldModel* field = kind->field(rows);
+        return field == nullptr || field->element == nullptr;
+    });
+    if (kinds.empty()) {
+        throw UsageError{"no chosen kind of message has sub-messages in a field '" + rows + "'"};
+    }
+    reading.filter.kinds.clear();
+    for (const KindModel* kind : kinds) {
+        reading.filter.kinds.push_back(kind->name);
+    }
+}
+
+void ExportCommand::requireOneTable(const std::vector<const KindModel*>& kinds) const
+{
+    if (kinds.size() != 1) {
+        throw UsageError{"CSV is one table a kind: choose one kind with --type, or name a "
+                         "directory as in --output tables/ to get a file for each kind, or take "
+                         "all into one output with --mixed"};
+    }
+}
+
+bool ExportCommand::wantsFiles() const
+{
+    std::error_code unreadable;    // then it is no directory that could be written to
+    return reading.output.ends_with('/') ||
+           std::filesystem::is_directory(reading.output, unreadable);
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "commands/Command.h"
+#include "commands/ReadingOptions.h"
+#include "commands/export/CsvExport.h"
+#include "commands/export/JsonExport.h"
+
+class ExportCommand : public Command {
+public:
+    void declare(CLI::App& program) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    std::vector<const KindModel*> chosenKinds(const Host& host) const;
+    void takeKindsWithRows(std::vector<const KindModel*>& kinds);
+    void requireOneTable(const std::vector<const KindModel*>& kinds) const;
+    ExitStatus writeJson(Host& host, const std::vector<const KindModel*>& kinds);
+    ExitStatus writeCsv(Host& host, const std::vector<const KindModel*>& kinds);
+    ExitStatus writeCsvFiles(Host& host, CsvExport::Tables& tables);
+    bool wantsFiles() const;
+
+    ReadingOptions reading;
+    std::string format = "ndjson";
+    bool withTexts = false;
+    bool withHex = false;
+    bool mixed = false;
+    std::vector<std::string> fields;
+    std::string rows;
+};

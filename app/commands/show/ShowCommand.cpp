@@ -1,0 +1,20 @@
+#include "commands/show/ShowCommand.h"
+
+#include "commands/show/ShowView.h"
+
+void ShowCommand::declare(CLI::App& program)
+{
+    app = program.add_subcommand("show", "Every field of every message with its meaning");
+    reading.declare(*app);
+    app->footer("Examples:\n"
+                "  rtcm2 show --max 1 capture.rtcm2\n"
+                "  rtcm2 show --type 16 --station 268 capture.rtcm2\n"
+                "  rtcm2 show --where 'Corrections.Satellite_Id == 12' capture.rtcm2");
+}
+
+ExitStatus ShowCommand::run(Host& host)
+{
+    return runSession(host, reading, [](Output& output, const MessageFilter&) {
+        return std::make_unique<ShowView>(output, output.wantsColour());
+    });
+}

@@ -1,0 +1,31 @@
+#include "commands/stats/StatsCommand.h"
+
+#include "commands/stats/StatsCollector.h"
+#include "commands/stats/StatsJson.h"
+#include "commands/stats/StatsTable.h"
+
+void StatsCommand::declare(CLI::App& program)
+{
+    app = program.add_subcommand("stats", "What the inputs hold, counted");
+    reading.declare(*app);
+    app->add_flag("-j,--json", asJson, "For programs: as JSON");
+    app->footer("Messages by kind and station with their times and rates, satellites, texts, and\n"
+                "what could not be decoded. docs/json.md describes the JSON.\n\n"
+                "Examples:\n"
+                "    rtcm2 stats capture.rtcm2\n"
+                "    rtcm2 stats --station 5 --json *.rtcm2");
+}
+
+ExitStatus StatsCommand::run(Host& host)
+{
+    return runSession(host, reading, [&](Output& output, const MessageFilter& filter) {
+        std::unique_ptr<StatsView> view;
+        if (asJson) {
+            view = std::make_unique<StatsJson>(output, host.parts);
+        } else {
+            view = std::make_unique<StatsTable>(output, host.parts);
+        }
+        return std::make_unique<StatsCollector>(std::move(view), host.parts, plugin::typeNumberOf,
+                                                filter.kinds());
+    });
+}

@@ -1,0 +1,88 @@
+#include "base/Interrupt.h"
+#include "commands/HelpFormatter.h"
+#include "commands/SelfCommands.h"
+#include "commands/convert/ConvertCommand.h"
+#include "commands/describe/DescribeCommand.h"
+#include "commands/encode/EncodeCommand.h"
+#include "commands/export/ExportCommand.h"
+#include "commands/list/ListCommand.h"
+#include "commands/show/ShowCommand.h"
+#include "commands/stats/StatsCommand.h"
+
+#include <QLocale>
+
+#include <cstdio>
+
+namespace {
+
+constexpr const char* programHelp =
+    "'rtcm2 COMMAND --help' tells more about a command.\n\n"
+    "Conditions (--where):\n"
+    "  FIELD == VALUE    also != < <= > >=, and ~ for a piece of a text\n"
+    "  present(FIELD)    and, or, not, parentheses\n"
+    "  A field is named as 'rtcm2 describe' shows it, in quotes where the name has blanks; a "
+    "field\n"
+    "  of a sub-message stands after a dot, and any element may fulfil the condition. A value is "
+    "a\n"
+    "  number or the text that a coded value has.\n"
+    "    'Corrections.PRC < -100 and not Corrections.UDRE == \"GT 8 m\"'\n"
+    "    '\"Station Health\" == \"Not Working\" or Reference_Station_Id > 900'\n\n"
+    "Exit status:\n"
+    "    0  success\n"
+    "    1  the input holds no message\n"
+    "    2  a wrong option, argument or expression\n"
+    "    3  an input cannot be read\n"
+    "    4  the output cannot be written\n"
+    "    5  stopped at a message that is damaged or cannot be decoded (--on-error stop)\n"
+    "    6  something in the input could not be encoded\n"
+    "  130  interrupted; what was done so far is complete";
+
+ExitStatus runChosen(const std::vector<std::unique_ptr<Command>>& commands)
+{
+    try {
+        Host host;
+        for (const auto& command : commands) {
+            if (command->isChosen()) {
+                return command->run(host);
+            }
+        }
+    } catch (const UsageError& error) {
+        std::fprintf(stderr, "rtcm2: %s\n", error.text.c_str());
+    }
+    return ExitStatus::usage;
+}
+
+}    // namespace
+
+int main(int argc, char** argv)
+{
+    // Numbers look the same everywhere.
+    QLocale::setDefault(QLocale::c());
+    interrupt::install();
+
+    CLI::App app{"Decodes, filters, exports and converts RTCM 2.x differential GNSS messages.",
+                 "rtcm2"};
+    app.require_subcommand(1);
+    app.formatter(std::make_shared<HelpFormatter>());
+    app.footer(programHelp);
+    app.set_version_flag("--version", "rtcm2 " RTCM2_VERSION);
+    std::vector<std::unique_ptr<Command>> commands;
+    commands.push_back(std::make_unique<ListCommand>());
+    commands.push_back(std::make_unique<ShowCommand>());
+    commands.push_back(std::make_unique<DescribeCommand>());
+    commands.push_back(std::make_unique<StatsCommand>());
+    commands.push_back(std::make_unique<ExportCommand>());
+    commands.push_back(std::make_unique<ConvertCommand>());
+    commands.push_back(std::make_unique<EncodeCommand>());
+    commands.push_back(std::make_unique<CompletionCommand>());
+    commands.push_back(std::make_unique<ManualCommand>());
+    for (const auto& command : commands) {
+        command->declare(app);
+    }
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : static_cast<int>(ExitStatus::usage);
+    }
+    return static_cast<int>(runChosen(commands));
+}

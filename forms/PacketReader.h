@@ -1,0 +1,40 @@
+// One form of input: turns bytes into packed messages.
+#pragma once
+
+#include "framing/Frame.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+// What a reader has seen so far; final after the last frame.
+struct ReaderCounters {
+    std::uint64_t bytesRead = 0;
+    std::uint64_t bytesSkipped = 0;    // bytes that belong to no good message
+    const char* form = "";             // the input's form, for people; empty if not found out yet
+};
+
+// However the input is cut into pushes, the frames are the same. Memory does not grow with the
+// input, and a message is delivered as soon as it is certain.
+class PacketReader {
+public:
+    virtual ~PacketReader() = default;
+
+    // `bytes` must stay valid until next() has returned null; only then may be pushed again.
+    virtual void push(std::span<const std::uint8_t> bytes) = 0;
+
+    // No more bytes will come; next() then delivers what was still waiting for them.
+    virtual void finish() = 0;
+
+    // The next frame, valid until the following call, or null when more bytes are needed.
+    virtual const framing::Frame* next() = 0;
+
+    // What is wrong with the current frame, if it is damaged; for people.
+    virtual std::string damage() const = 0;
+
+    // The current frame's message as a receiver recorded it, one unit of four bytes a word; empty
+    // for inputs of other forms. Valid as long as the frame.
+    virtual std::span<const std::uint8_t> recorded() const { return {}; }
+
+    virtual ReaderCounters counters() const = 0;
+};

@@ -1,0 +1,81 @@
+// Binary messages one after another, a word in a unit of a few bytes.
+#pragma once
+
+#include "forms/PacketReader.h"
+
+#include <array>
+
+// How a word of 24 data bits stands in its unit.
+struct UnitForm {
+    const char* name;
+    std::size_t size;             // bytes of a unit
+    std::size_t preambleBytes;    // bytes of a unit that show whether it has the preamble
+    std::uint32_t (*data)(const std::uint8_t* unit);
+    bool (*hasPreamble)(const std::uint8_t* unit);
+    bool isRecording;    // the units are a receiver's own
+};
+
+// Packed messages: three bytes a word, first bit highest.
+extern const UnitForm packedUnits;
+// A receiver's recording: a little-endian number of 32 bits a word, data in bits 6 to 29.
+extern const UnitForm recordedUnits;
+
+// Every message is as long as its header says, and the next one follows, from the first byte of the
+// input on. There is no parity to tell whether it does: what has the preamble and room is taken for
+// a message. Where a message had to begin and does not, that is one damaged frame. The search for
+// the next one then begins inside the last message, which may have lost bytes and taken in the
+// beginning of the next instead; it takes only a message that is followed by another preamble or by
+// the end of the input. A partial unit at the end of a recording is dropped.
+class UnitReader : public PacketReader {
+public:
+    explicit UnitReader(const UnitForm& unitForm) : form(unitForm) {}
+
+    void push(std::span<const std::uint8_t> bytes) override;
+    void finish() override { finished = true; }
+    const framing::Frame* next() override;
+    std::string damage() const override { return "no message begins here"; }
+    std::span<const std::uint8_t> recorded() const override;
+    ReaderCounters counters() const override;
+
+private:
+    enum class Step { again, deliver, starve };
+    enum class Room { enough, missing, unknown };
+
+    Step take();
+    Step search();
+    Step accept();
+    Step fail();
+    Step truncate();
+    void deliver(framing::Frame::Kind kind, std::size_t units, std::size_t bytes);
+    void conclude();
+    bool refill();
+
+    Room room();
+    bool isConfirmed() const;
+    bool inputEnded() const { return finished && pending.empty(); }
+    std::uint64_t end() const { return windowBegin + filled; }
+    std::size_t available() const { return static_cast<std::size_t>(end() - begin); }
+    const std::uint8_t* at(std::uint64_t offset) const { return &window[offset - windowBegin]; }
+    std::uint32_t dataAt(std::size_t unit) const { return form.data(at(begin + unit * form.size)); }
+
+    static constexpr std::size_t windowBytes = 4096;
+
+    const UnitForm& form;
+    std::span<const std::uint8_t> pending;
+    bool finished = false;
+
+    std::array<std::uint8_t, windowBytes> window{};
+    std::size_t filled = 0;
+    std::uint64_t windowBegin = 0;    // offset in the input of the window's first byte
+
+    bool expected = true;           // a message has to begin at `begin`
+    std::uint64_t begin = 0;        // of the message looked for
+    std::size_t wordsWanted = 0;    // words of that message, as far as known
+    std::uint64_t lastBegin = 0;    // of the last message accepted
+    std::uint64_t lastEnd = 0;
+    bool concluded = false;
+
+    std::uint64_t skipped = 0;
+    framing::Frame frame;
+    std::span<const std::uint8_t> units;    // of the current frame
+};
