@@ -1,17 +1,13 @@
-// The decoder, and a walk over all descriptors and accessors of what it delivers; and the facts
-// that are read without it, which have to be the same.
+// The decoder, and a walk over all descriptors and accessors of what it delivers; compiled readers
+// of fields have to read the same.
 #include "Receiver.h"
 
 #include "FieldInfo.h"
 #include "FormatInfo.h"
 #include "MessageInfo.h"
 #include "RTCM2_FormatInfo.h"
-#include "base/Characters.h"
 #include "format/FormatModel.h"
-#include "plugin/MessageFacts.h"
 #include "plugin/Plugin.h"
-
-#include <memory>
 
 using namespace fuzz;
 
@@ -80,64 +76,37 @@ void walkMessage(const Message& message)
     message.getRawStringFor(QVector<bool>(own->getFieldInfos().size() + 1, true));
 }
 
-// Reads facts of messages of all kinds.
-struct Facts {
-    Facts()
-    {
-        std::vector<const KindModel*> kinds;
-        for (const auto& kind : model.kinds()) {
-            kinds.push_back(kind.get());
-        }
-        reader = makeFactsReader(parts, kinds);
-    }
-
-    const FormatModel model{plugin::format()};
-    const FieldParts parts = plugin::fieldParts();
-    std::unique_ptr<MessageFactsReader> reader;
+struct RecordPeek : Message {
+    using Message::getRawRepresentationOf;
 };
 
-std::optional<std::uint64_t> numberOf(const FieldModel* field, const Message& message)
+// What compiled readers read has to be what descriptors say.
+void demandRead(const KindModel& kind, const Message& message, const void* record)
 {
-    return field != nullptr ? std::optional(field->info->getValue(&message, 0).toUnsigned())
-                            : std::nullopt;
-}
-
-std::vector<std::uint64_t> satellitesOf(const KindModel& kind, const std::string& name,
-                                        const Message& message)
-{
-    std::vector<std::uint64_t> numbers;
     for (const FieldModel& field : kind.fields) {
-        const FieldModel* satellite =
-            field.element != nullptr ? field.element->field(name) : nullptr;
-        const unsigned count = satellite != nullptr ? field.info->getCount(&message) : 0;
+        const unsigned count = field.count(record);
+        const bool hasTerminator = field.isText() && field.isPresent(record);
+        promise(4, count + (hasTerminator ? 1U : 0U) == field.info->getCount(&message),
+                "another number of values");
+        const char* element =
+            field.element != nullptr ? RTCM2_reader_elements(&field.reader, record) : nullptr;
         for (unsigned i = 0; i < count; ++i) {
-            numbers.push_back(
-                *numberOf(satellite, *field.info->getValue(&message, i).toSubMessage()));
+            const FieldValue value = field.info->getValue(&message, i);
+            if (const Message* part = value.toSubMessage()) {
+                demandRead(*field.element, *part, element + i * field.reader.stride);
+            } else if (field.isReal()) {
+                promise(4, value.toDouble() == RTCM2_reader_real(&field.reader, record),
+                        "another real number");
+            } else {
+                const std::int64_t read = RTCM2_reader_integer(&field.reader, record, i);
+                promise(4,
+                        field.isText() ? value.toCharacter() == static_cast<char>(read)
+                        : value.getKind() == FieldType::Signed
+                            ? value.toSigned() == read
+                            : value.toUnsigned() == static_cast<std::uint64_t>(read),
+                        "another integer");
+            }
         }
-    }
-    return numbers;
-}
-
-void demandFacts(Facts& known, const Message& message, const MessageFacts* facts)
-{
-    promise(4, facts != nullptr, "no facts of a message");
-    const KindModel& kind = *known.model.kindOf(message);
-    promise(4, facts->kind == &kind, "facts of another kind");
-    promise(4, facts->station == numberOf(kind.field(known.parts.station), message),
-            "another station");
-    promise(4, facts->time == numberOf(kind.field(known.parts.time), message), "another time");
-    std::vector<std::uint64_t> numbers;
-    for (const MessageFacts::Satellite& satellite : facts->satellites) {
-        numbers.push_back(satellite.number);
-    }
-    promise(4, numbers == satellitesOf(kind, known.parts.satellite, message), "other satellites");
-    const FieldModel* text = kind.field(known.parts.text);
-    const bool hasText = text != nullptr && text->isText();
-    promise(4, facts->text.has_value() == hasText, "a text, or none");
-    if (hasText) {
-        std::string characters;
-        readCharacters(*text->info, message, characters);
-        promise(4, *facts->text == upToFirstNul(characters), "another text");
     }
 }
 
@@ -145,17 +114,15 @@ void demandFacts(Facts& known, const Message& message, const MessageFacts* facts
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static Facts facts;
-    static std::span<const std::uint8_t> packed;
+    static const FormatModel model{plugin::format()};
     static Receiver receiver([](const Message& message) {
         walkMessage(message);
-        demandFacts(facts, message, facts.reader->read(packed));
+        const void* const record = RecordPeek::getRawRepresentationOf(&message);
+        demandRead(*model.kindOf(record), message, record);
     });
-    packed = {data, size};
     receiver.watch([&] {
         const std::int32_t bits = receiver.decoder.decodeMessage(data, static_cast<unsigned>(size));
         promise(1, bits <= 8 * static_cast<std::int64_t>(size), "more bits than given");
-        promise(4, bits > 0 || facts.reader->read(packed) == nullptr, "facts of no message");
     });
     return 0;
 }

@@ -1,7 +1,6 @@
 // Filter expressions, asked about some messages.
 #include "fuzz.h"
 
-#include "Message.h"
 #include "commands/Host.h"
 #include "filter/Expression.h"
 #include "filter/MessageFilter.h"
@@ -26,12 +25,6 @@ struct Filtered {
         }
     }
 
-    ~Filtered()
-    {
-        for (const Message* message : messages) {
-            message->removeReference();
-        }
-    }
     Filtered(const Filtered&) = delete;
     Filtered& operator=(const Filtered&) = delete;
 
@@ -42,15 +35,13 @@ struct Filtered {
         packed[1] = static_cast<std::uint8_t>(type << 2);
         packed[2] = 5;
         packed[5] = 5 << 3;
-        const Outcome outcome = host.driver.decode(packed);
-        promise(4, outcome.message != nullptr, "a message of zeros is rejected");
-        outcome.message->addReference();
-        messages.push_back(outcome.message);
+        messages.push_back(host.driver.decode(packed));
+        promise(4, messages.back().record != nullptr, "a message of zeros is rejected");
     }
 
     Host host;
     std::vector<const KindModel*> kinds;
-    std::vector<const Message*> messages;
+    std::vector<Outcome> messages;
 };
 
 const Filtered& filtered()
@@ -65,9 +56,9 @@ std::optional<std::vector<bool>> answers(const std::string& text)
     try {
         const Expression expression(text, filtered().kinds);
         std::vector<bool> result;
-        for (const Message* message : filtered().messages) {
-            const KindModel& kind = *filtered().host.model.kindOf(*message);
-            result.push_back(expression.holds(*message, kind));
+        for (const Outcome& message : filtered().messages) {
+            const KindModel& kind = *filtered().host.model.kindOf(message.record);
+            result.push_back(expression.holds(message.record, kind));
             promise(4, !result.back() || expression.canHold(kind), "holds, but cannot");
         }
         return result;

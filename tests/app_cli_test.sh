@@ -45,7 +45,7 @@ for command in list show stats export "convert --to hex"; do
     expect 2 "" "$rtcm2" $command --type 99 "$sample"
     expect 2 "" "$rtcm2" $command --where 'PRC <' "$sample"
 done
-expect 2 "no message that can be listed" "$rtcm2" list --fields PRCC "$sample"
+expect 2 "no chosen kind of message has a field" "$rtcm2" list --fields PRCC "$sample"
 expect 2 "" "$rtcm2"
 expect 2 "" "$rtcm2" no-such-command
 expect 0 "" "$rtcm2" --help

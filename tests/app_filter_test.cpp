@@ -37,8 +37,8 @@ protected:
 
     bool takes(const FilterOptions& options, const Bytes& bytes)
     {
-        const Message& message = *driver.decode(bytes).message;
-        return filterOf(options).takes(message, *model.kindOf(message));
+        const Outcome outcome = driver.decode(bytes);
+        return filterOf(options).takes(outcome.record, *model.kindOf(outcome.record));
     }
 
     bool holds(const std::string& expression, const Bytes& bytes)

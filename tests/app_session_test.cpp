@@ -16,10 +16,12 @@ const std::string misfit = "660c05112200\n";
 
 class Counter : public Sink {
 public:
-    void message(const Place&, const Decoded&) override { ++messages; }
-    void trouble(const Place&, Trouble, const std::string& text) override
+    void take(const Batch& batch, Text&) override
     {
-        troubles += text + ';';
+        for (const Found& found : batch.found) {
+            messages += found.what == Found::What::message ? 1 : 0;
+            troubles += found.text.empty() ? "" : found.text + ';';
+        }
     }
 
     int messages = 0;
@@ -100,7 +102,6 @@ TEST_F(SessionTest, MessagesAreCopiedAsFarAsWanted)
         {{.copiesUnknown = false}, known},
         {{.copiesMisfits = true}, known + unreported + unknown + misfit},
         {{.copiesUnknown = false, .copiesMisfits = true}, known + misfit},
-        {{.max = 2}, known + unreported},
     };
     for (const auto& test : cases) {
         CopyOptions options = test.first;
@@ -109,6 +110,13 @@ TEST_F(SessionTest, MessagesAreCopiedAsFarAsWanted)
             {"input"}, [&](Output& output) { return std::make_unique<CopySink>(output, options); });
         EXPECT_EQ(written, test.second);
     }
+    app.sessionOptions.max = 2;
+    EXPECT_EQ(app.run({"input"},
+                      [&](Output& output) {
+                          return std::make_unique<CopySink>(output,
+                                                            CopyOptions{.form = InputForm::hex});
+                      }),
+              known + unreported);
 }
 
 TEST(ProgressText, TellsWhatIsKnown)

@@ -130,18 +130,6 @@ TEST_F(StatsTest, TableOfACaptureWithDamage)
               app.pathOf("capture") + " (form: stream)\n" + captureTable);
 }
 
-// Where a filter has to look into messages, they are decoded as objects first.
-TEST_F(StatsTest, FiltersThatTakeEverythingChangeNothing)
-{
-    writeCapture();
-    app.filterOptions.where = "Station_Health >= 0";
-    EXPECT_EQ(run<StatsTable>({"capture"}),
-              app.pathOf("capture") + " (form: stream)\n" + captureTable);
-    app.filterOptions.where.clear();
-    app.sessionOptions.max = 6;
-    EXPECT_NE(run<StatsTable>({"capture"}).find("             6 messages\n"), std::string::npos);
-}
-
 TEST_F(StatsTest, JsonOfSeveralInputsAddsUp)
 {
     writeCapture();

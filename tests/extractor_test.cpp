@@ -116,18 +116,18 @@ TEST(Extractor, RelabelledMessagesAreDecodedAndReportedToNobody)
         Outcome outcome = driver.extract(recorded(1, 70), relabellingMode);
         EXPECT_EQ(outcome.kind, Outcome::Kind::unreported);
         EXPECT_GT(outcome.result, 0);
-        EXPECT_EQ(outcome.message, nullptr);
+        EXPECT_EQ(outcome.message.get(), nullptr);
         EXPECT_EQ(signalCount, 0);
 
         outcome = driver.extract(recorded(1, 70), 0);
         EXPECT_EQ(outcome.kind, Outcome::Kind::message);
-        ASSERT_NE(outcome.message, nullptr);
-        EXPECT_EQ(outcome.message->getMessageInfo()->getName(), "Message Type 1");
+        ASSERT_NE(outcome.message.get(), nullptr);
+        EXPECT_EQ(outcome.message.get()->getMessageInfo()->getName(), "Message Type 1");
 
         decoder->disableAllMessages();
         outcome = driver.extract(recorded(1, 74), relabellingMode);
         EXPECT_EQ(outcome.kind, Outcome::Kind::switchedOff);
-        EXPECT_EQ(outcome.message, nullptr);
+        EXPECT_EQ(outcome.message.get(), nullptr);
     }
     EXPECT_EQ(liveMessages(), before);
 }

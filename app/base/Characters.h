@@ -5,16 +5,21 @@
 #include <string>
 #include <string_view>
 
-class FieldInfo;
-class Message;
-
-// Replaces `characters` by all characters of a text field, NULs included.
-void readCharacters(const FieldInfo& field, const Message& message, std::string& characters);
-
-// One terminating NUL says no more than the length of the text does.
-std::string_view withoutTerminator(std::string_view characters);
-
+// The characters before the first NUL.
 std::string_view upToFirstNul(std::string_view characters);
 
 // Appends the characters in UTF-8.
 void appendUtf8(std::string& text, std::string_view characters);
+
+// The most bytes that a character becomes in JSON.
+inline constexpr std::size_t jsonCharacterRoom = 6;
+
+// Writes the characters as they stand within the quotes of a string in JSON, and gives the place
+// behind them. There is room for jsonCharacterRoom bytes each.
+char* putJson(char* out, std::string_view characters);
+
+// The text with U+FFFD instead of bytes that are no UTF-8: files may be called anything.
+std::string validUtf8(std::string_view text);
+
+// A text in UTF-8 as a string in JSON, with its quotes; bytes that are no UTF-8 become U+FFFD.
+std::string jsonString(std::string_view utf8);

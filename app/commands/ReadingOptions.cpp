@@ -2,6 +2,7 @@
 
 #include "commands/Command.h"
 #include "commands/OutputFile.h"
+#include "format/FieldPath.h"
 #include "forms/InputForm.h"
 
 #include <unistd.h>
@@ -96,8 +97,12 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
         SessionOptions sessionOptions = options.session;
         sessionOptions.mode = static_cast<unsigned char>(options.mode);
         sessionOptions.showsProgress = showsProgress(options, *sink);
+        sessionOptions.showsResults =
+            goesToTerminal(options.output) && ::isatty(STDERR_FILENO) == 1;
         return tellEnd(output, session.run(options.inputs, sessionOptions, *sink));
     } catch (const FilterError& error) {
+        throw UsageError{error.text};
+    } catch (const FieldPathError& error) {
         throw UsageError{error.text};
     }
 }

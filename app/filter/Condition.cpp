@@ -9,7 +9,7 @@ namespace {
 class Constant : public Condition {
 public:
     explicit Constant(bool value) : result(value) {}
-    bool holds(const Message&) const override { return result; }
+    bool holds(const void*) const override { return result; }
     std::optional<bool> constant() const override { return result; }
 
 private:
@@ -19,7 +19,7 @@ private:
 class Negation : public Condition {
 public:
     explicit Negation(ConditionPtr negated) : part(std::move(negated)) {}
-    bool holds(const Message& message) const override { return !part->holds(message); }
+    bool holds(const void* record) const override { return !part->holds(record); }
 
 private:
     ConditionPtr part;
@@ -33,10 +33,10 @@ public:
     {
     }
 
-    bool holds(const Message& message) const override
+    bool holds(const void* record) const override
     {
         const bool decided = std::any_of(parts.begin(), parts.end(), [&](const ConditionPtr& part) {
-            return part->holds(message) == decisive;
+            return part->holds(record) == decisive;
         });
         return decided == decisive;
     }

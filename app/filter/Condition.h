@@ -5,16 +5,14 @@
 #include <optional>
 #include <vector>
 
-class Message;
-
 namespace where {
 
 class Condition {
 public:
     virtual ~Condition() = default;
 
-    // The message must be of the kind that the condition was made for.
-    virtual bool holds(const Message& message) const = 0;
+    // The record must be of the kind that the condition was made for.
+    virtual bool holds(const void* record) const = 0;
 
     // The result when it is the same for all messages of the kind.
     virtual std::optional<bool> constant() const { return std::nullopt; }

@@ -19,8 +19,8 @@ bool Expression::canHold(const KindModel& kind) const
     return found != conditions.end() && found->second->constant() != false;
 }
 
-bool Expression::holds(const Message& message, const KindModel& kind) const
+bool Expression::holds(const void* record, const KindModel& kind) const
 {
     const auto found = conditions.find(&kind);
-    return found != conditions.end() && found->second->holds(message);
+    return found != conditions.end() && found->second->holds(record);
 }

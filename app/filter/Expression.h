@@ -22,8 +22,6 @@
 #include <unordered_map>
 #include <vector>
 
-class Message;
-
 namespace where {
 class Condition;
 }
@@ -40,8 +38,8 @@ public:
     // Whether any message of the kind can fulfil the expression.
     bool canHold(const KindModel& kind) const;
 
-    // False for messages of other kinds than those given.
-    bool holds(const Message& message, const KindModel& kind) const;
+    // Whether it holds for a record of this kind; false for other kinds than those given.
+    bool holds(const void* record, const KindModel& kind) const;
 
 private:
     std::unordered_map<const KindModel*, std::unique_ptr<where::Condition>> conditions;

@@ -1,11 +1,13 @@
 #include "filter/FieldCondition.h"
 
-#include "FieldInfo.h"
-#include "Message.h"
-#include "MessageInfo.h"
+#include "base/Characters.h"
 #include "filter/Lexer.h"
+#include "format/FieldText.h"
+
+#include <QString>
 
 #include <algorithm>
+#include <cstddef>
 
 namespace where {
 
@@ -36,30 +38,31 @@ struct NumberTest {
     Comparison comparison;
     Number number;
 
-    bool operator()(const FieldValue& value) const
+    bool operator()(const FieldModel& field, const void* record, unsigned index) const
     {
-        switch (value.getKind()) {
-        case FieldType::Byte:
-        case FieldType::Unsigned:
-            return satisfies(comparison, number.orderOf(std::uint64_t{value.toUnsigned()}));
-        case FieldType::Signed:
-            return satisfies(comparison, number.orderOf(std::int64_t{value.toSigned()}));
-        case FieldType::Float64:
-            return satisfies(comparison, number.orderOf(value.toDouble()));
-        case FieldType::Character:
-        case FieldType::SubMessage:
-            break;
+        if (field.isReal()) {
+            return satisfies(comparison, number.orderOf(RTCM2_reader_real(&field.reader, record)));
         }
-        return false;
+        return holdsFor(field, RTCM2_reader_integer(&field.reader, record, index));
+    }
+    bool holdsFor(const FieldModel& field, std::int64_t value) const
+    {
+        return satisfies(comparison, field.row->type == RTCM2_TYPE_SIGNED
+                                         ? number.orderOf(value)
+                                         : number.orderOf(static_cast<std::uint64_t>(value)));
     }
 };
 
 // The values whose texts are meant.
 struct CodeTest {
-    std::vector<FieldValue> values;
+    std::vector<std::int64_t> values;
     bool wanted;    // whether the field's value is to be one of them
 
-    bool operator()(const FieldValue& value) const
+    bool operator()(const FieldModel& field, const void* record, unsigned index) const
+    {
+        return holdsFor(field, RTCM2_reader_integer(&field.reader, record, index));
+    }
+    bool holdsFor(const FieldModel&, std::int64_t value) const
     {
         return (std::find(values.begin(), values.end(), value) != values.end()) == wanted;
     }
@@ -70,11 +73,11 @@ template <class Test>
 struct AnyValue {
     Test test;
 
-    bool operator()(const FieldInfo& field, const Message& message) const
+    bool operator()(const FieldModel& field, const void* record) const
     {
-        const unsigned count = field.getCount(&message);
+        const unsigned count = field.count(record);
         for (unsigned i = 0; i < count; ++i) {
-            if (test(field.getValueUnchecked(&message, i))) {
+            if (test(field, record, i)) {
                 return true;
             }
         }
@@ -83,9 +86,9 @@ struct AnyValue {
 };
 
 struct Presence {
-    bool operator()(const FieldInfo& field, const Message& message) const
+    bool operator()(const FieldModel& field, const void* record) const
     {
-        return field.isPresent(&message);
+        return field.isPresent(record);
     }
 };
 
@@ -93,49 +96,37 @@ struct TextTest {
     Comparison comparison;
     QString text;
 
-    bool operator()(const FieldInfo& field, const Message& message) const
+    bool operator()(const FieldModel& field, const void* record) const
     {
-        if (!field.isPresent(&message)) {
+        if (!field.isPresent(record)) {
             return false;
         }
-        const QString value = field.getValueString(&message);
+        const std::string_view characters = upToFirstNul(field.characters(record));
+        const auto value =
+            QString::fromLatin1(characters.data(), static_cast<int>(characters.size()));
         return comparison == Comparison::contains
                    ? value.contains(text, Qt::CaseInsensitive)
                    : (value == text) == (comparison == Comparison::equal);
     }
 };
 
-// Walks down to the field and holds when the test does for any element.
+// Holds when the test does for any record that has the field.
 template <class Test>
 class FieldCondition : public Condition {
 public:
-    FieldCondition(const FieldPath& path, Test fieldTest) : test(std::move(fieldTest))
+    FieldCondition(const FieldPath& fieldPath, Test fieldTest)
+        : path(fieldPath), test(std::move(fieldTest))
     {
-        for (const FieldModel* field : path) {
-            steps.push_back(field->info);
-        }
     }
 
-    bool holds(const Message& message) const override { return holdsFrom(0, message); }
+    bool holds(const void* record) const override
+    {
+        return path.anyRecord(record,
+                              [this](const void* holder) { return test(path.last(), holder); });
+    }
 
 private:
-    bool holdsFrom(std::size_t step, const Message& message) const
-    {
-        const FieldInfo& field = *steps[step];
-        if (step + 1 == steps.size()) {
-            return test(field, message);
-        }
-        const unsigned count = field.getCount(&message);
-        for (unsigned i = 0; i < count; ++i) {
-            const Message* element = field.getValueUnchecked(&message, i).toSubMessage();
-            if (element != nullptr && holdsFrom(step + 1, *element)) {
-                return true;
-            }
-        }
-        return false;
-    }
-
-    std::vector<const FieldInfo*> steps;
+    FieldPath path;
     Test test;
 };
 
@@ -145,15 +136,13 @@ ConditionPtr conditionOn(const FieldPath& path, Test test)
     return std::make_unique<FieldCondition<Test>>(path, std::move(test));
 }
 
-// A condition on single values. A field that identifies the kind has the same value in all its
+// A condition on single values. The field that identifies the kind has the same value in all its
 // messages.
 template <class Test>
 ConditionPtr valueCondition(const KindModel& kind, const FieldPath& path, Test test)
 {
-    for (const MessageInfo::Discriminant& discriminant : kind.info->getDiscriminantValues()) {
-        if (path.size() == 1 && discriminant.first == path.front()->info) {
-            return always(test(discriminant.second));
-        }
+    if (path.part == nullptr && path.field->row->offset == offsetof(RTCM2_header_s, Message_Type)) {
+        return always(test.holdsFor(*path.field, kind.typeNumber));
     }
     return conditionOn(path, AnyValue<Test>{std::move(test)});
 }
@@ -164,50 +153,44 @@ bool isMeant(const QString& candidate, const QString& text, Comparison compariso
                                               : candidate.compare(text, Qt::CaseInsensitive) == 0;
 }
 
-// All texts that the field's values can show.
-QVector<FieldInfo::SymbolicValue> textsOf(const FieldInfo& field)
-{
-    QVector<FieldInfo::SymbolicValue> texts = field.getSymbolicValues();
-    if (field.hasDoNotUseValue()) {
-        texts.append({field.getDoNotUseValue(), Message::doNotUseString});
-    }
-    return texts;
-}
-
-std::string listOf(const QVector<FieldInfo::SymbolicValue>& texts)
+std::string listOfTexts(const FieldModel& field)
 {
     std::string list = "its texts are";
-    for (const FieldInfo::SymbolicValue& symbolic : texts) {
-        list += "\n    " + quoted(symbolic.second.toStdString());
+    for (const RTCM2_text_s& coded : codedTexts(field)) {
+        list += "\n    " + quoted(coded.text);
     }
     return list;
+}
+
+bool isForTexts(Comparison comparison)
+{
+    return comparison == Comparison::equal || comparison == Comparison::notEqual ||
+           comparison == Comparison::contains;
 }
 
 std::variant<ConditionPtr, Problem> codeComparison(const KindModel& kind, const FieldPath& path,
                                                    const SyntaxNode& syntax)
 {
-    const FieldModel& field = *path.back();
-    const auto texts = textsOf(*field.info);
-    if (texts.isEmpty()) {
+    const FieldModel& field = path.last();
+    if (!field.hasTexts()) {
         return Problem{syntax.value.place, "the values of '" + field.name + "' have no texts",
                        "expected a number; a comparison of two fields is not possible"};
     }
-    if (syntax.comparison != Comparison::equal && syntax.comparison != Comparison::notEqual &&
-        syntax.comparison != Comparison::contains) {
+    if (!isForTexts(syntax.comparison)) {
         return Problem{syntax.comparisonPlace, "texts have no order",
                        "expected ==, != or ~ before a text, or a number behind this"};
     }
     const QString meant = QString::fromStdString(syntax.value.text);
     CodeTest test{{}, syntax.comparison != Comparison::notEqual};
-    for (const FieldInfo::SymbolicValue& symbolic : texts) {
-        if (isMeant(symbolic.second, meant, syntax.comparison)) {
-            test.values.push_back(symbolic.first);
+    for (const RTCM2_text_s& coded : codedTexts(field)) {
+        if (isMeant(QString::fromUtf8(coded.text), meant, syntax.comparison)) {
+            test.values.push_back(coded.value);
         }
     }
     if (test.values.empty()) {
         return Problem{syntax.value.place,
                        "'" + syntax.value.text + "' is no text of '" + field.name + "'",
-                       listOf(texts)};
+                       listOfTexts(field)};
     }
     return valueCondition(kind, path, std::move(test));
 }
@@ -215,11 +198,10 @@ std::variant<ConditionPtr, Problem> codeComparison(const KindModel& kind, const 
 std::variant<ConditionPtr, Problem> textComparison(const FieldPath& path, const SyntaxNode& syntax)
 {
     if (syntax.number) {
-        return Problem{syntax.value.place, "'" + path.back()->name + "' is a text, not a number",
+        return Problem{syntax.value.place, "'" + path.last().name + "' is a text, not a number",
                        "expected a text in quotes: " + quoted(syntax.value.text)};
     }
-    if (syntax.comparison != Comparison::equal && syntax.comparison != Comparison::notEqual &&
-        syntax.comparison != Comparison::contains) {
+    if (!isForTexts(syntax.comparison)) {
         return Problem{syntax.comparisonPlace, "texts have no order", "expected ==, != or ~"};
     }
     return conditionOn(path,
@@ -245,12 +227,12 @@ ConditionPtr presenceOf(const FieldPath& path)
 std::variant<ConditionPtr, Problem> comparisonOf(const KindModel& kind, const FieldPath& path,
                                                  const SyntaxNode& syntax)
 {
-    const FieldModel& field = *path.back();
+    const FieldModel& field = path.last();
     if (field.element != nullptr) {
         return Problem{syntax.comparisonPlace, "'" + field.name + "' has no value of its own",
                        "expected a dot and one of its parts: " + partsOf(field)};
     }
-    if (field.type == FieldType::Character) {
+    if (field.isText()) {
         return textComparison(path, syntax);
     }
     if (!syntax.number) {

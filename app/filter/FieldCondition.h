@@ -4,14 +4,11 @@
 #include "filter/Condition.h"
 #include "filter/ExpressionError.h"
 #include "filter/Syntax.h"
+#include "format/FieldPath.h"
 
 #include <variant>
-#include <vector>
 
 namespace where {
-
-// A field, or a part of the elements of sub-message fields: these first, the field itself last.
-using FieldPath = std::vector<const FieldModel*>;
 
 // Holds for a message in which the field, or that of any element, is present.
 ConditionPtr presenceOf(const FieldPath& path);

@@ -1,7 +1,5 @@
 #include "filter/MessageFilter.h"
 
-#include "FieldInfo.h"
-#include "Message.h"
 #include "base/NearestName.h"
 #include "filter/Expression.h"
 
@@ -98,7 +96,7 @@ void MessageFilter::chooseStations(const FilterOptions& options, const std::stri
     }
     for (const KindModel* kind : passingKinds) {
         if (const FieldModel* field = kind->field(stationField)) {
-            stationFields.emplace(kind, field->info);
+            stationFields.emplace(kind, field);
         }
     }
     dropKinds(passingKinds, [this](const KindModel* kind) { return !stationFields.count(kind); });
@@ -121,21 +119,22 @@ bool MessageFilter::takesKind(const KindModel& kind) const
     return isAmong(passingKinds, &kind);
 }
 
-bool MessageFilter::takes(const Message& message, const KindModel& kind) const
+bool MessageFilter::takes(const void* record, const KindModel& kind) const
 {
-    return takesKind(kind) && takesStation(message, kind) &&
-           (expression == nullptr || expression->holds(message, kind));
+    return takesKind(kind) && takesStation(record, kind) &&
+           (expression == nullptr || expression->holds(record, kind));
 }
 
-bool MessageFilter::takesStation(const Message& message, const KindModel& kind) const
+bool MessageFilter::takesStation(const void* record, const KindModel& kind) const
 {
     if (stations.empty()) {
         return true;
     }
     const auto field = stationFields.find(&kind);
-    if (field == stationFields.end() || !field->second->isPresent(&message)) {
+    if (field == stationFields.end() || field->second->count(record) == 0) {
         return false;
     }
-    const std::uint64_t station = field->second->getValueUnchecked(&message, 0).toUnsigned();
+    const auto station =
+        static_cast<std::uint64_t>(RTCM2_reader_integer(&field->second->reader, record, 0));
     return std::find(stations.begin(), stations.end(), station) != stations.end();
 }

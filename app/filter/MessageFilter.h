@@ -9,8 +9,6 @@
 #include <unordered_map>
 #include <vector>
 
-class Message;
-
 struct FilterOptions {
     std::vector<std::string> kinds{};       // names, identifiers or type numbers; empty for all
     std::vector<std::string> stations{};    // numbers; empty for all
@@ -38,19 +36,18 @@ public:
     // the decoder. Kinds whose messages can never fulfil the expression are not among them.
     const std::vector<const KindModel*>& kinds() const { return passingKinds; }
 
-    // Whether more than the kind of a message decides.
-    bool looksInside() const { return !stations.empty() || expression != nullptr; }
     bool takesKind(const KindModel& kind) const;
-    bool takes(const Message& message, const KindModel& kind) const;
+    // `record` is that of a message of the kind.
+    bool takes(const void* record, const KindModel& kind) const;
 
 private:
     void chooseKinds(const FormatModel& model, const FilterOptions& options);
     void chooseStations(const FilterOptions& options, const std::string& stationField);
     void chooseByExpression(const std::string& where);
-    bool takesStation(const Message& message, const KindModel& kind) const;
+    bool takesStation(const void* record, const KindModel& kind) const;
 
     std::vector<const KindModel*> passingKinds;
     std::vector<std::uint64_t> stations;
-    std::unordered_map<const KindModel*, const FieldInfo*> stationFields;
+    std::unordered_map<const KindModel*, const FieldModel*> stationFields;
     std::unique_ptr<Expression> expression;
 };

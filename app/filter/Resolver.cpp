@@ -7,18 +7,6 @@
 
 namespace where {
 
-// How far a path leads from a kind.
-struct Resolver::Lookup {
-    FieldPath found;            // shorter than the path where a name is missing
-    const KindModel* holder;    // the kind where the last name was looked up; null when the field
-                                // before holds no messages
-
-    bool isComplete(const std::vector<PlacedText>& path) const
-    {
-        return found.size() == path.size();
-    }
-};
-
 namespace {
 
 std::string listOf(std::vector<std::string> names)
@@ -69,19 +57,20 @@ std::vector<ConditionPtr> Resolver::resolveParts(const SyntaxNode& node) const
 std::vector<ConditionPtr> Resolver::resolveField(const SyntaxNode& node) const
 {
     std::vector<ConditionPtr> result;
-    std::vector<Lookup> incomplete;
+    const std::vector<std::string_view> names(node.path.begin(), node.path.end());
+    std::vector<FieldLookup> incomplete;
     std::optional<Problem> firstProblem;
     bool makesSense = false;
     for (const KindModel* kind : kinds) {
-        const Lookup lookup = lookUp(node.path, *kind);
+        const FieldLookup lookup = lookUp(*kind, names);
         result.push_back(always(false));
-        if (!lookup.isComplete(node.path)) {
+        if (lookup.known < names.size()) {
             incomplete.push_back(lookup);
             continue;
         }
         auto made = node.kind == SyntaxNode::Kind::presence
-                        ? presenceOf(lookup.found)
-                        : comparisonOf(*kind, lookup.found, node);
+                        ? presenceOf(lookup.path)
+                        : comparisonOf(*kind, lookup.path, node);
         if (auto* condition = std::get_if<ConditionPtr>(&made)) {
             result.back() = std::move(*condition);
             makesSense = true;
@@ -96,36 +85,19 @@ std::vector<ConditionPtr> Resolver::resolveField(const SyntaxNode& node) const
     return result;
 }
 
-Resolver::Lookup Resolver::lookUp(const std::vector<PlacedText>& path, const KindModel& kind) const
-{
-    Lookup lookup{{}, &kind};
-    for (const PlacedText& name : path) {
-        const FieldModel* field =
-            lookup.holder != nullptr ? lookup.holder->field(name.text) : nullptr;
-        if (field == nullptr) {
-            break;
-        }
-        lookup.found.push_back(field);
-        if (lookup.found.size() < path.size()) {
-            lookup.holder = field->element;
-        }
-    }
-    return lookup;
-}
-
 // Speaks of the kinds that have most of the path.
 Problem Resolver::unknownName(const std::vector<PlacedText>& path,
-                              const std::vector<Lookup>& lookups) const
+                              const std::vector<FieldLookup>& lookups) const
 {
     std::size_t known = 0;
-    for (const Lookup& lookup : lookups) {
-        known = std::max(known, lookup.found.size());
+    for (const FieldLookup& lookup : lookups) {
+        known = std::max(known, lookup.known);
     }
     const PlacedText& missing = path[known];
     std::vector<std::string> names;
     bool holdsMessages = known == 0;
-    for (const Lookup& lookup : lookups) {
-        if (lookup.found.size() == known && lookup.holder != nullptr) {
+    for (const FieldLookup& lookup : lookups) {
+        if (lookup.known == known && lookup.holder != nullptr) {
             holdsMessages = true;
             for (const FieldModel& field : lookup.holder->fields) {
                 names.push_back(quotedIfNeeded(field.name));

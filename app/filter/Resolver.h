@@ -21,13 +21,10 @@ public:
     std::vector<ConditionPtr> resolve(const SyntaxNode& node) const;
 
 private:
-    struct Lookup;
-
     std::vector<ConditionPtr> resolveParts(const SyntaxNode& node) const;
     std::vector<ConditionPtr> resolveField(const SyntaxNode& node) const;
-    Lookup lookUp(const std::vector<PlacedText>& path, const KindModel& kind) const;
     Problem unknownName(const std::vector<PlacedText>& path,
-                        const std::vector<Lookup>& lookups) const;
+                        const std::vector<FieldLookup>& lookups) const;
     std::vector<std::string> longerPaths(const std::string& name) const;
 
     std::string_view expression;

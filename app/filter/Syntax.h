@@ -16,6 +16,8 @@ enum class Comparison { equal, notEqual, less, lessOrEqual, greater, greaterOrEq
 struct PlacedText {
     std::string text;
     std::size_t place = 0;    // bytes before it in the expression
+
+    operator std::string_view() const { return text; }
 };
 
 struct SyntaxNode {

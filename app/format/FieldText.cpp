@@ -1,32 +1,172 @@
 #include "format/FieldText.h"
 
-#include "FieldInfo.h"
-#include "Message.h"
+#include "base/Characters.h"
 
-std::string rawText(const FieldModel& field, const Message& message)
+#include <charconv>
+
+namespace {
+
+constexpr const char* doNotUse = "DoNotUse";
+
+bool meansDoNotUse(const FieldModel& field, std::int64_t value)
 {
-    return field.info->isPresent(&message) ? field.info->getValueString(&message).toStdString()
-                                           : std::string();
+    return field.row->has_do_not_use != 0 && value == field.row->do_not_use;
 }
 
-std::string interpretedText(const FieldModel& field, const Message& message, unsigned index,
-                            bool withUnit)
+void appendText(Text& text, const FieldModel& field, const void* record)
 {
-    return field.info->getInterpretedString(&message, index, withUnit).toStdString();
+    std::string utf8;
+    appendUtf8(utf8, upToFirstNul(field.characters(record)));
+    text.append(utf8);
 }
 
-std::string interpretedText(const FieldModel& field, const Message& message, bool withUnit)
+void appendBytes(Text& text, const FieldModel& field, const void* record)
 {
-    const unsigned count = field.info->getCount(&message);
-    if (field.element != nullptr) {
-        return std::to_string(count) + " x " + field.element->name;
-    }
-    if (field.isText()) {
-        return rawText(field, message);
-    }
-    std::string text;
+    const unsigned count = field.count(record);
     for (unsigned i = 0; i < count; ++i) {
-        text += (i == 0 ? "" : " ") + interpretedText(field, message, i, withUnit);
+        if (i > 0 && i % 4 == 0) {
+            text.append(' ');
+        }
+        appendPlain(text, field, RTCM2_reader_integer(&field.reader, record, i));
     }
-    return text;
+}
+
+void appendElements(Text& text, unsigned count)
+{
+    for (unsigned i = 0; i < count; ++i) {
+        text.append(i == 0 ? "submsg" : " submsg");
+    }
+}
+
+void appendUnit(Text& text, const FieldModel& field)
+{
+    if (!field.unit.empty()) {
+        text.append(' ');
+        text.append(field.unit);
+    }
+}
+
+void appendInterpretedValue(Text& text, const FieldModel& field, std::int64_t value, bool withUnit)
+{
+    if (const char* meaning = meaningOf(field, value)) {
+        text.append(meaning);
+    } else {
+        appendPlain(text, field, value);
+    }
+    if (withUnit) {
+        appendUnit(text, field);
+    }
+}
+
+// Of all records that have the field, separated by blanks.
+template <class Append>
+void appendAll(Text& text, const FieldPath& path, const void* record, Append append)
+{
+    bool isFirst = true;
+    path.anyRecord(record, [&](const void* holder) {
+        if (!isFirst) {
+            text.append(' ');
+        }
+        isFirst = false;
+        append(path.last(), holder);
+        return false;
+    });
+}
+
+}    // namespace
+
+void appendPlain(Text& text, const FieldModel& field, std::int64_t value)
+{
+    char* const out = text.room(numberRoom);
+    switch (field.row->type) {
+    case RTCM2_TYPE_BYTE:
+        out[0] = "0123456789abcdef"[value >> 4 & 15];
+        out[1] = "0123456789abcdef"[value & 15];
+        return text.end(out + 2);
+    case RTCM2_TYPE_SIGNED:
+        return text.end(putSigned(out, value));
+    default:
+        return text.end(putUnsigned(out, static_cast<std::uint64_t>(value)));
+    }
+}
+
+const char* meaningOf(const FieldModel& field, std::int64_t value)
+{
+    return meansDoNotUse(field, value) ? doNotUse : RTCM2_text_of(field.row, value);
+}
+
+std::vector<RTCM2_text_s> codedTexts(const FieldModel& field)
+{
+    std::vector<RTCM2_text_s> texts;
+    if (field.row->has_do_not_use != 0) {
+        texts.push_back({field.row->do_not_use, doNotUse});
+    }
+    texts.insert(texts.end(), field.row->texts, field.row->texts + field.row->text_count);
+    return texts;
+}
+
+void appendReal(Text& text, double value)
+{
+    constexpr std::size_t most = 400;    // of the largest number
+    char* const out = text.room(most);
+    text.end(std::to_chars(out, out + most, value, std::chars_format::fixed, 6).ptr);
+}
+
+void appendRaw(Text& text, const FieldModel& field, const void* record)
+{
+    if (field.count(record) == 0) {
+        return;
+    }
+    if (field.element != nullptr) {
+        appendElements(text, field.count(record));
+    } else if (field.isText()) {
+        appendText(text, field, record);
+    } else if (field.isRepeated()) {
+        appendBytes(text, field, record);
+    } else if (field.isReal()) {
+        appendReal(text, RTCM2_reader_real(&field.reader, record));
+    } else if (const std::int64_t value = RTCM2_reader_integer(&field.reader, record, 0);
+               meansDoNotUse(field, value)) {
+        text.append(doNotUse);
+    } else {
+        appendPlain(text, field, value);
+    }
+}
+
+void appendRaw(Text& text, const FieldPath& path, const void* record)
+{
+    appendAll(text, path, record,
+              [&](const FieldModel& field, const void* holder) { appendRaw(text, field, holder); });
+}
+
+void appendInterpreted(Text& text, const FieldModel& field, const void* record, bool withUnit)
+{
+    const unsigned count = field.count(record);
+    if (field.element != nullptr) {
+        appendUnsigned(text, count);
+        text.append(" x ");
+        text.append(field.element->name);
+    } else if (field.isText()) {
+        appendText(text, field, record);
+    } else if (field.isReal()) {
+        appendReal(text, RTCM2_reader_real(&field.reader, record));
+        if (withUnit) {
+            appendUnit(text, field);
+        }
+    } else {
+        for (unsigned i = 0; i < count; ++i) {
+            if (i > 0) {
+                text.append(' ');
+            }
+            appendInterpretedValue(text, field, RTCM2_reader_integer(&field.reader, record, i),
+                                   withUnit);
+        }
+    }
+}
+
+void appendInterpreted(Text& text, const FieldPath& path, const void* record, bool withUnit)
+{
+    appendAll(text, path, record, [&](const FieldModel& field, const void* holder) {
+        appendInterpreted(text, field, holder, withUnit);
+    });
 }

@@ -1,19 +1,28 @@
-// Texts of a field's values for people and for columns.
+// Values of fields as texts for people and for columns.
 #pragma once
 
-#include "format/FormatModel.h"
+#include "base/Text.h"
+#include "format/FieldPath.h"
 
-#include <string>
+// One value as a plain number: integers in decimal, bytes as two hexadecimal digits.
+void appendPlain(Text& text, const FieldModel& field, std::int64_t value);
 
-class Message;
+// What a coded value means, UTF-8; "DoNotUse" for the value that says so; null for a plain number.
+const char* meaningOf(const FieldModel& field, std::int64_t value);
 
-// The raw value or values as one text; empty for an absent field.
-std::string rawText(const FieldModel& field, const Message& message);
+// All texts of the field's values; "DoNotUse" first, whose value may have another text, too.
+std::vector<RTCM2_text_s> codedTexts(const FieldModel& field);
 
-// As rawText, but with the meaning of coded values, and units if asked for. Texts and numbers of
-// repeated fields are joined; the elements of a sub-message field are counted.
-std::string interpretedText(const FieldModel& field, const Message& message, bool withUnit);
+// All values as they are: numbers separated by blanks, bytes in groups of four, a text up to its
+// first NUL, "submsg" for each element; "DoNotUse" for the value that says so. Nothing for an
+// absent field.
+void appendRaw(Text& text, const FieldModel& field, const void* record);
+// Of a part of the elements: those of all elements, separated by blanks.
+void appendRaw(Text& text, const FieldPath& path, const void* record);
 
-// The text of one value of a field.
-std::string interpretedText(const FieldModel& field, const Message& message, unsigned index,
-                            bool withUnit);
+// As appendRaw, but with the meaning of coded values, and units if asked for; elements are counted.
+void appendInterpreted(Text& text, const FieldModel& field, const void* record, bool withUnit);
+void appendInterpreted(Text& text, const FieldPath& path, const void* record, bool withUnit);
+
+// A real number with six decimals.
+void appendReal(Text& text, double value);

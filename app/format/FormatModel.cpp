@@ -4,7 +4,6 @@
 
 #include "FieldInfo.h"
 #include "FormatInfo.h"
-#include "Message.h"
 #include "MessageInfo.h"
 
 #include <algorithm>
@@ -17,7 +16,9 @@ const FieldModel* KindModel::field(std::string_view nameOrIdentifier) const
     return found != fields.end() ? &*found : nullptr;
 }
 
-FormatModel::FormatModel(const FormatInfo* format) : formatName(format->getName().toStdString())
+FormatModel::FormatModel(const FormatInfo* format)
+    : formatName(format->getName().toStdString()),
+      byNumber(static_cast<std::size_t>(RTCM2_last_kind()) + 1)
 {
     for (const MessageInfo* info : format->getMessageInfos()) {
         addKind(info);
@@ -30,9 +31,14 @@ FormatModel::FormatModel(const FormatInfo* format) : formatName(format->getName(
     }
 }
 
-const KindModel* FormatModel::kindOf(const Message& message) const
+const KindModel* FormatModel::kindOf(const void* record) const
 {
-    return kindOf(message.getMessageInfo());
+    return modelOf(RTCM2_kind_of(record));
+}
+
+const KindModel* FormatModel::modelOf(const RTCM2_kind_s* row) const
+{
+    return row != nullptr ? byNumber[static_cast<std::size_t>(row->kind)] : nullptr;
 }
 
 const KindModel* FormatModel::kind(std::string_view nameOrNumber) const
@@ -50,12 +56,11 @@ void FormatModel::addKind(const MessageInfo* info)
     auto kind = std::make_unique<KindModel>();
     kind->info = info;
     kind->name = info->getName().toStdString();
+    kind->row = RTCM2_find_kind(kind->name.c_str());
     kind->text = info->getShortDescriptiveText().toStdString();
     kind->isMain = info->isMain();
-    for (const MessageInfo::Discriminant& discriminant : info->getDiscriminantValues()) {
-        kind->typeNumber = static_cast<int>(discriminant.second.toUnsigned());
-    }
-    byInfo.insert(info, kind.get());
+    kind->typeNumber = kind->row->type;
+    byNumber[static_cast<std::size_t>(kind->row->kind)] = kind.get();
     allKinds.push_back(std::move(kind));
 }
 
@@ -66,13 +71,11 @@ void FormatModel::addFields(KindModel& kind) const
         field.info = info;
         field.index = static_cast<int>(kind.fields.size());
         field.name = info->getName().toStdString();
+        field.row = RTCM2_find_member(kind.row, field.name.c_str());
+        RTCM2_compile_reader(field.row, &field.reader);
         field.identifier = identifierOf(field.name);
         field.unit = info->getUnit().toStdString();
-        field.type = info->getType().getKind();
-        field.repeated = info->isRepeated();
-        field.optional = info->isOptional();
-        field.element = kindOf(info->getType().getSubMessageInfo());
-        field.hasTexts = !info->getSymbolicValues().isEmpty() || info->hasDoNotUseValue();
+        field.element = modelOf(field.row->elements);
         kind.fields.push_back(std::move(field));
     }
 }

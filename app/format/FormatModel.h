@@ -1,10 +1,8 @@
-// A format as the commands see it: everything here is learnt from descriptors, once, at the start.
+// A format as the commands see it: descriptors for what people are told, and the row of each kind
+// and field for its values. Everything is looked up once, at the start.
 #pragma once
 
-#include "FieldType.h"
-
-#include <QHash>
-#include <QString>
+#include "RTCM2_reader.h"
 
 #include <memory>
 #include <string>
@@ -13,7 +11,6 @@
 
 class FieldInfo;
 class FormatInfo;
-class Message;
 class MessageInfo;
 
 struct KindModel;
@@ -22,29 +19,57 @@ struct KindModel;
 struct FieldModel {
     const FieldInfo* info = nullptr;
     int index = 0;
-    std::string name;    // display name, UTF-8
+    const RTCM2_member_s* row = nullptr;
+    RTCM2_reader_s reader{};    // of the row
+    std::string name;           // display name, UTF-8
     std::string
         identifier;      // the display name as one word: what is no letter or digit becomes "_"
     std::string unit;    // empty where there is none
-    FieldType::Kind type = FieldType::Byte;
-    bool repeated = false;
-    bool optional = false;
     const KindModel* element = nullptr;    // kind of the elements of a sub-message field
-    bool hasTexts = false;                 // some values have a text of their own
 
-    bool isText() const { return repeated && type == FieldType::Character; }
+    bool isRepeated() const { return row->length != nullptr; }
+    bool isOptional() const { return row->when != nullptr; }
+    bool isText() const { return row->type == RTCM2_TYPE_CHARACTER; }
+    bool isReal() const { return row->type == RTCM2_TYPE_REAL; }
+    // Whether some values have a text of their own.
+    bool hasTexts() const { return row->text_count != 0 || row->has_do_not_use != 0; }
+
+    // Whether the field has a place in the message; a text may have one without characters.
+    bool isPresent(const void* record) const
+    {
+        return isText() ? RTCM2_reader_is_present(&reader, record) != 0 : count(record) != 0;
+    }
+    // Values in a record of the field's kind; of a text its characters without the terminator.
+    unsigned count(const void* record) const { return RTCM2_reader_count(&reader, record); }
+    // Calls back with the record of each element of a sub-message field.
+    template <class Function>
+    void eachElement(const void* record, Function function) const
+    {
+        const char* next = RTCM2_reader_elements(&reader, record);
+        for (unsigned left = count(record); left > 0; --left, next += reader.stride) {
+            function(static_cast<const void*>(next));
+        }
+    }
+    // The characters of a text, as many as it announces and has room for.
+    std::string_view characters(const void* record) const
+    {
+        return {RTCM2_reader_place(&reader, record), count(record)};
+    }
 };
 
 // One message kind. A main kind of a format with type numbers has one, taken from the value that
 // identifies it.
 struct KindModel {
     const MessageInfo* info = nullptr;
+    const RTCM2_kind_s* row = nullptr;
     std::string name;
     std::string text;    // short description; empty where there is none
     bool isMain = true;
     int typeNumber = -1;
     std::vector<FieldModel> fields;
 
+    // Number of the kind, from 1 to RTCM2_last_kind().
+    std::size_t number() const { return static_cast<std::size_t>(row->kind); }
     // The field of this display name or identifier, regardless of case; null when there is none.
     const FieldModel* field(std::string_view nameOrIdentifier) const;
 };
@@ -59,9 +84,8 @@ public:
     const std::string& name() const { return formatName; }
     // Main kinds, then sub-message kinds, each in the order of their registration.
     const std::vector<std::unique_ptr<KindModel>>& kinds() const { return allKinds; }
-    // The kind of a message or of a descriptor; null for those of another format.
-    const KindModel* kindOf(const Message& message) const;
-    const KindModel* kindOf(const MessageInfo* info) const { return byInfo.value(info, nullptr); }
+    // The kind of a record; null for one that hosts are not told of.
+    const KindModel* kindOf(const void* record) const;
     // The kind of this name, identifier or type number, regardless of case; null when there is
     // none.
     const KindModel* kind(std::string_view nameOrNumber) const;
@@ -69,8 +93,9 @@ public:
 private:
     void addKind(const MessageInfo* info);
     void addFields(KindModel& kind) const;
+    const KindModel* modelOf(const RTCM2_kind_s* row) const;
 
     std::string formatName;
     std::vector<std::unique_ptr<KindModel>> allKinds;
-    QHash<const MessageInfo*, KindModel*> byInfo;
+    std::vector<const KindModel*> byNumber;    // by the number of the kind; null for others
 };

@@ -1,11 +1,21 @@
 #include "plugin/DecoderDriver.h"
 
 #include "AbstractDecoder.h"
-#include "Message.h"
 #include "QLX_DiffCorrIn_Message.h"
 
-// Stands before the decoder, where an extractor hands on what it extracted: it keeps the decoder's
-// result, which the extractor does not tell.
+#include <vector>
+
+namespace {
+
+// Opens what messages keep for each other.
+struct RecordAccess : Message {
+    using Message::getRawRepresentationOf;
+};
+
+}    // namespace
+
+// Stands before the decoder, where an extractor hands on what it extracted: it keeps that and the
+// decoder's result, which the extractor does not tell.
 class DecoderDriver::Tap : public AbstractDecoder {
 public:
     explicit Tap(AbstractDecoder& behind)
@@ -15,6 +25,7 @@ public:
 
     int decodeMessage(const unsigned char* buffer, unsigned int maxlength) override
     {
+        packed.assign(buffer, buffer + maxlength);
         result = decoder.decodeMessage(buffer, maxlength);
         return result;
     }
@@ -22,6 +33,7 @@ public:
     void disableAllMessages() override { decoder.disableAllMessages(); }
 
     int result = 0;
+    std::vector<std::uint8_t> packed;
 
 private:
     // Kinds are switched in the decoder itself.
@@ -37,52 +49,48 @@ DecoderDriver::DecoderDriver(AbstractDecoder& driven, bool (*isSwitchedOff)(int)
     : decoder(driven), switchedOff(isSwitchedOff), tap(std::make_unique<Tap>(driven)),
       extractor(makeExtractor(&recordings, tap.get(), 0))
 {
-    connect(&decoder, &MessageSource::newMessage, this, &DecoderDriver::keepMessage);
-    connect(&decoder, &MessageSource::newEvent, this, &DecoderDriver::keepEvent);
+    // Directly, also when the decoder runs on another thread than the one that made this.
+    connect(&decoder, &MessageSource::newMessage, this, &DecoderDriver::keepMessage,
+            Qt::DirectConnection);
+    connect(&decoder, &MessageSource::newEvent, this, &DecoderDriver::keepEvent,
+            Qt::DirectConnection);
 }
 
-DecoderDriver::~DecoderDriver()
-{
-    dropMessage();
-}
+DecoderDriver::~DecoderDriver() = default;
 
 Outcome DecoderDriver::decode(std::span<const std::uint8_t> packed)
 {
     forget();
-    return outcomeOf(decoder.decodeMessage(packed.data(), static_cast<unsigned>(packed.size())));
+    return outcomeOf(decoder.decodeMessage(packed.data(), static_cast<unsigned>(packed.size())),
+                     packed);
 }
 
 Outcome DecoderDriver::extract(std::span<const std::uint8_t> recorded, unsigned char mode)
 {
     forget();
     tap->result = 0;
-    const auto* block = new QLX_DiffCorrIn_Message(
+    tap->packed.clear();
+    const MessageReference block(new QLX_DiffCorrIn_Message(
         QByteArray(reinterpret_cast<const char*>(recorded.data()),
                    static_cast<decltype(QByteArray().size())>(recorded.size())),
-        mode);
-    block->addReference();
-    Q_EMIT recordings.newMessage(block);
-    block->removeReference();
-    return outcomeOf(tap->result);
+        mode));
+    Q_EMIT recordings.newMessage(block.get());
+    return outcomeOf(tap->result, tap->packed);
 }
 
 void DecoderDriver::forget()
 {
-    dropMessage();
+    kept.drop();
     unknownType = false;
     eventText.clear();
 }
 
-Outcome DecoderDriver::outcomeOf(int result) const
+Outcome DecoderDriver::outcomeOf(int result, std::span<const std::uint8_t> packed)
 {
-    return {.kind = kindOf(result), .message = kept, .result = result, .text = eventText};
-}
-
-void DecoderDriver::keepMessage(const Message* message)
-{
-    dropMessage();
-    message->addReference();
-    kept = message;
+    Outcome outcome{.kind = kindOf(result), .result = result, .packed = packed, .text = eventText};
+    outcome.record = RecordAccess::getRawRepresentationOf(kept.get());
+    outcome.message = std::move(kept);
+    return outcome;
 }
 
 void DecoderDriver::keepEvent(const VorloEvent& event)
@@ -91,17 +99,9 @@ void DecoderDriver::keepEvent(const VorloEvent& event)
     eventText = event.getText();
 }
 
-void DecoderDriver::dropMessage()
-{
-    if (kept != nullptr) {
-        kept->removeReference();
-        kept = nullptr;
-    }
-}
-
 Outcome::Kind DecoderDriver::kindOf(int result) const
 {
-    if (kept != nullptr) {
+    if (kept.get() != nullptr) {
         return Outcome::Kind::message;
     }
     if (unknownType) {

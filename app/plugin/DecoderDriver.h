@@ -1,6 +1,8 @@
 // Hands packed messages to a decoder and tells what came of each.
 #pragma once
 
+#include "plugin/MessageReference.h"
+
 #include "MessageSource.h"
 #include "VorloEvent.h"
 
@@ -12,7 +14,6 @@
 #include <span>
 
 class AbstractDecoder;
-class Message;
 
 // What the decoder made of one packed message.
 struct Outcome {
@@ -25,12 +26,16 @@ struct Outcome {
     };
 
     Kind kind = Kind::unreported;
-    const Message* message = nullptr;    // valid until the next message is decoded
-    int result = 0;                      // the decoder's: bits consumed, or a negative code
-    QString text;                        // of the event, for what gave no message
+    MessageReference message{};
+    const void* record = nullptr;    // the message's; lives as long as the message
+    int result = 0;                  // the decoder's: bits consumed, or a negative code
+    // What was decoded; valid until the next message is decoded, or as long as what was given.
+    std::span<const std::uint8_t> packed{};
+    QString text{};    // of the event, for what gave no message
 };
 
 // Listens to the decoder's signals from construction to destruction. The decoder must outlive it.
+// Used by one thread at a time, whichever that is.
 class DecoderDriver : public QObject {
     Q_OBJECT
 
@@ -55,15 +60,14 @@ private:
     class Tap;
 
     void forget();
-    Outcome outcomeOf(int result) const;
-    void keepMessage(const Message* message);
+    Outcome outcomeOf(int result, std::span<const std::uint8_t> packed);
+    void keepMessage(const Message* message) { kept = MessageReference(message); }
     void keepEvent(const VorloEvent& event);
-    void dropMessage();
     Outcome::Kind kindOf(int result) const;
 
     AbstractDecoder& decoder;
     bool (*switchedOff)(int result);
-    const Message* kept = nullptr;
+    MessageReference kept;
     bool unknownType = false;
     QString eventText;
 

@@ -1,24 +1,8 @@
 #include "session/Session.h"
 
-#include "Message.h"
 #include "base/InputFile.h"
 #include "base/Interrupt.h"
 #include "filter/MessageFilter.h"
-
-const char* nameOf(Trouble trouble)
-{
-    switch (trouble) {
-    case Trouble::damaged:
-        return "damaged message";
-    case Trouble::truncated:
-        return "truncated message";
-    case Trouble::unknownType:
-        return "unknown type";
-    case Trouble::misfit:
-        return "content does not fit";
-    }
-    return "trouble";
-}
 
 Session::Session(const FormatModel& model, DecoderDriver& driver,
                  const MessageFilter& messageFilter, ReaderFactory makeReader)
@@ -32,6 +16,7 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
 {
     options = sessionOptions;
     sink = &target;
+    pipeline = std::make_unique<Pipeline>(target);
     bool allReadable = true;
     for (const std::string& name : inputs) {
         InputFile input(name);
@@ -46,6 +31,7 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
         }
     }
     progress.reset();
+    pipeline.reset();
     sink->finish();
     return statusOfEnd(allReadable);
 }
@@ -61,7 +47,7 @@ ExitStatus Session::statusOfEnd(bool allReadable) const
     if (!allReadable) {
         return ExitStatus::unreadable;
     }
-    return found == 0 ? ExitStatus::nothingFound : ExitStatus::success;
+    return good == 0 ? ExitStatus::nothingFound : ExitStatus::success;
 }
 
 void Session::readInput(InputFile& input)
@@ -74,6 +60,7 @@ void Session::readInput(InputFile& input)
         reader->finish();
         drain(*reader, input.name());
     }
+    pipeline->flush();
     progress->erase();
     const ReaderCounters counters = reader->counters();
     if (input.problem().empty() || counters.bytesRead > 0) {
@@ -93,6 +80,7 @@ void Session::readBytes(InputFile& input, PacketReader& reader)
         reader.push(bytes);
         drain(reader, input.name());
         if (input.isLive()) {
+            pipeline->flush();
             sink->pause();
         }
         progress->advance(bytesRead);
@@ -106,71 +94,97 @@ void Session::drain(PacketReader& reader, const std::string& name)
         if (frame == nullptr) {
             return;
         }
-        const Place place{name, *frame};
-        switch (frame->kind) {
-        case framing::Frame::Kind::message:
-            decode(reader, place);
-            break;
-        case framing::Frame::Kind::damaged:
-            meetTrouble(place, Trouble::damaged, reader.damage());
-            break;
-        case framing::Frame::Kind::truncated:
-            meetTrouble(place, Trouble::truncated, "the input ends inside it");
-            break;
-        }
+        find(reader, *frame, name);
     }
 }
 
-void Session::decode(PacketReader& reader, const Place& place)
+void Session::find(PacketReader& reader, const framing::Frame& frame, const std::string& name)
 {
-    ++found;
-    const std::span<const std::uint8_t> recorded = reader.recorded();
-    if (recorded.empty() && !filter.looksInside() && sink->takePacked(place)) {
-        ++handedOn;
-        return;
+    Found& found = pipeline->place();
+    found.number = frame.number;
+    found.begin = frame.beginOffset;
+    found.end = frame.endOffset;
+    found.kind = nullptr;
+    found.text.clear();
+    switch (frame.kind) {
+    case framing::Frame::Kind::message:
+        ++good;
+        if (!decode(reader, frame, found)) {
+            return;
+        }
+        break;
+    case framing::Frame::Kind::damaged:
+        found.what = Found::What::damaged;
+        found.text = reader.damage();
+        break;
+    case framing::Frame::Kind::truncated:
+        found.what = Found::What::truncated;
+        found.text = "the input ends inside it";
+        break;
     }
-    const Outcome outcome = recorded.empty() ? decoderDriver.decode(place.frame.bytes())
-                                             : decoderDriver.extract(recorded, options.mode);
+    counted += sink->counts(found) ? 1U : 0U;
+    if (!found.text.empty()) {
+        tell(found, name);
+    }
+    pipeline->add(name);
+}
+
+// False for what the filter keeps back.
+bool Session::decode(PacketReader& reader, const framing::Frame& frame, Found& found)
+{
+    const std::span<const std::uint8_t> recorded = reader.recorded();
+    Outcome outcome = recorded.empty() ? decoderDriver.decode(frame.bytes())
+                                       : decoderDriver.extract(recorded, options.mode);
+    found.setPacked(outcome.packed);
     switch (outcome.kind) {
     case Outcome::Kind::message:
-        handOn(place, outcome);
-        break;
-    case Outcome::Kind::unreported:
-        sink->unreported(place);
-        break;
+        return takeMessage(outcome, found);
     case Outcome::Kind::switchedOff:    // by the filter
+        return false;
+    case Outcome::Kind::unreported:
+        found.what = Found::What::unreported;
         break;
     case Outcome::Kind::unknownType:
-        meetTrouble(place, Trouble::unknownType, outcome.text.toStdString());
+        found.what = Found::What::unknownType;
+        found.text = outcome.text.toStdString();
         break;
     case Outcome::Kind::misfit:
-        meetTrouble(place, Trouble::misfit, outcome.text.toStdString());
+        found.what = Found::What::misfit;
+        found.text = outcome.text.toStdString();
         break;
     }
+    return true;
 }
 
-void Session::handOn(const Place& place, const Outcome& outcome)
+bool Session::takeMessage(Outcome& outcome, Found& found) const
 {
-    const Message& message = *outcome.message;
-    const KindModel& kind = *formatModel.kindOf(message);
-    if (filter.takes(message, kind)) {
-        ++handedOn;
-        sink->message(place, {message, kind, outcome.result});
+    const KindModel& kind = *formatModel.kindOf(outcome.record);
+    if (!filter.takes(outcome.record, kind)) {
+        return false;
     }
+    found.what = Found::What::message;
+    found.kind = &kind;
+    found.record = outcome.record;
+    found.message = std::move(outcome.message);
+    found.bits = static_cast<std::size_t>(outcome.result);
+    return true;
 }
 
-void Session::meetTrouble(const Place& place, Trouble trouble, const std::string& text)
+// Says what gave no message, and stops there if that is wanted.
+void Session::tell(const Found& found, const std::string& name)
 {
-    sink->trouble(place, trouble, text);
     stopped = options.onError == OnError::stop;
     if (stopped || (options.onError == OnError::report && !options.quiet)) {
-        progress->tell(place.input + ": message " + std::to_string(place.frame.number) +
-                       " at byte " + std::to_string(place.frame.beginOffset) + ": " +
-                       nameOf(trouble) + ": " + text);
+        if (options.showsResults) {
+            pipeline->flush();
+            sink->pause();
+        }
+        progress->tell(name + ": message " + std::to_string(found.number) + " at byte " +
+                       std::to_string(found.begin) + ": " + nameOf(found.what) + ": " + found.text);
     }
 }
 
 bool Session::isDone() const
 {
-    return stopped || sink->isDone() || (options.max != 0 && handedOn >= options.max);
+    return stopped || pipeline->isDone() || (options.max != 0 && counted >= options.max);
 }

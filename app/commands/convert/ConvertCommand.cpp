@@ -38,10 +38,8 @@ ExitStatus ConvertCommand::run(Host& host)
         throw UsageError{"--keep-undecodable does not go with --type, --station or --where: what "
                          "cannot be decoded passes none of them"};
     }
-    const CopyOptions options{.form = to,
-                              .copiesUnknown = !hasFilter && !knownOnly,
-                              .copiesMisfits = keepsUndecodable,
-                              .max = reading.session.max};
+    const CopyOptions options{
+        .form = to, .copiesUnknown = !hasFilter && !knownOnly, .copiesMisfits = keepsUndecodable};
     return runSession(host, reading, [&](Output& output, const MessageFilter&) {
         return std::make_unique<CopySink>(output, options);
     });

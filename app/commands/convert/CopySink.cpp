@@ -1,47 +1,35 @@
 #include "commands/convert/CopySink.h"
 
-#include "base/Output.h"
-
 CopySink::CopySink(Output& out, const CopyOptions& copyOptions)
     : output(out), options(copyOptions), writer(makeWriter(copyOptions.form))
 {
 }
 
-void CopySink::message(const Place& place, const Decoded&)
+bool CopySink::counts(const Found& found) const
 {
-    copy(place);
-}
-
-void CopySink::unreported(const Place& place)
-{
-    if (options.copiesUnknown) {
-        copy(place);
+    switch (found.what) {
+    case Found::What::message:
+        return true;
+    case Found::What::unreported:
+    case Found::What::unknownType:
+        return options.copiesUnknown;
+    case Found::What::misfit:
+        return options.copiesMisfits;
+    case Found::What::damaged:
+    case Found::What::truncated:
+        break;
     }
+    return false;
 }
 
-void CopySink::trouble(const Place& place, Trouble trouble, const std::string&)
-{
-    if ((trouble == Trouble::unknownType && options.copiesUnknown) ||
-        (trouble == Trouble::misfit && options.copiesMisfits)) {
-        copy(place);
-    }
-}
-
-void CopySink::pause()
-{
-    output.flush();
-}
-
-bool CopySink::isDone() const
-{
-    return output.failed() || (options.max != 0 && written >= options.max);
-}
-
-void CopySink::copy(const Place& place)
+void CopySink::take(const Batch& batch, Text&)
 {
     bytes.clear();
-    if (writer->append(place.frame.bytes(), bytes)) {
-        output.write({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-        ++written;
+    for (const Found& found : batch.found) {
+        if (counts(found)) {
+            // What has just been read is whole.
+            static_cast<void>(writer->append(found.packed(), bytes));
+        }
     }
+    output.write({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }

@@ -1,34 +1,28 @@
 // Writes the messages of a session again.
 #pragma once
 
+#include "base/Output.h"
 #include "forms/PacketWriter.h"
-#include "session/Session.h"
-
-class Output;
+#include "session/Sink.h"
 
 struct CopyOptions {
     InputForm form = InputForm::stream;
     bool copiesUnknown = true;     // also what the decoder does not know or does not report
     bool copiesMisfits = false;    // also what does not fit its kind
-    std::uint64_t max = 0;         // messages to write; 0 for all
 };
 
 class CopySink : public Sink {
 public:
     CopySink(Output& out, const CopyOptions& copyOptions);
 
-    void message(const Place& place, const Decoded& decoded) override;
-    void unreported(const Place& place) override;
-    void trouble(const Place& place, Trouble trouble, const std::string& text) override;
-    void pause() override;
-    bool isDone() const override;
+    bool counts(const Found& found) const override;
+    void take(const Batch& batch, Text& printed) override;
+    void pause() override { output.flush(); }
+    bool isDone() const override { return output.failed(); }
 
 private:
-    void copy(const Place& place);
-
     Output& output;
     CopyOptions options;
     std::unique_ptr<PacketWriter> writer;
-    std::vector<std::uint8_t> bytes;    // of the message in work
-    std::uint64_t written = 0;          // messages
+    std::vector<std::uint8_t> bytes;    // of the batch in work
 };

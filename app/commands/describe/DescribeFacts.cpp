@@ -42,18 +42,19 @@ std::string typeText(const FieldModel& field)
     if (field.element != nullptr) {
         return field.element->name;
     }
-    const std::string name = typeName(field.type);
-    const bool widthVaries = field.type == FieldType::Signed || field.type == FieldType::Unsigned;
+    const FieldType::Kind type = field.info->getType().getKind();
+    const std::string name = typeName(type);
+    const bool widthVaries = type == FieldType::Signed || type == FieldType::Unsigned;
     return widthVaries ? name + " " + std::to_string(field.info->getType().getWidth()) : name;
 }
 
 std::string flagsText(const FieldModel& field)
 {
     std::vector<std::string> flags;
-    if (field.optional) {
+    if (field.isOptional()) {
         flags.push_back("optional");
     }
-    if (field.repeated) {
+    if (field.isRepeated()) {
         flags.push_back("repeated");
     }
     if (field.info->isVirtual()) {

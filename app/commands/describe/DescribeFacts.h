@@ -3,6 +3,8 @@
 
 #include "format/FormatModel.h"
 
+#include "FieldType.h"
+
 #include <string>
 #include <vector>
 

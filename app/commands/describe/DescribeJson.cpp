@@ -125,14 +125,14 @@ private:
         member("index", field.index);
         member("name", field.name);
         member("identifier", field.identifier);
-        member("type", std::string(typeName(field.type)));
+        member("type", std::string(typeName(field.info->getType().getKind())));
         member("width", int{field.info->getType().getWidth()});
         if (field.element != nullptr) {
             member("kind", identifierOf(field.element->name));
         }
         member("unit", field.unit);
-        member("optional", field.optional);
-        member("repeated", field.repeated);
+        member("optional", field.isOptional());
+        member("repeated", field.isRepeated());
         member("virtual", field.info->isVirtual());
         writeParts(field);
         writeTexts(field);

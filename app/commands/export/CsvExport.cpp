@@ -5,7 +5,60 @@
 #include <algorithm>
 #include <filesystem>
 
-Output& CsvFiles::of(const KindModel& kind)
+CsvTables tablesFor(const std::vector<const KindModel*>& kinds, const CsvOptions& options)
+{
+    CsvTables tables;
+    for (const KindModel* kind : kinds) {
+        tables.try_emplace(kind, *kind, options);
+    }
+    return tables;
+}
+
+CsvExport::CsvExport(Output& out, CsvTables kindTables) : output(out), tables(std::move(kindTables))
+{
+    if (tables.size() == 1) {
+        output << tables.begin()->second.header();
+    }
+}
+
+void CsvExport::print(const Batch& batch, Text& text) const
+{
+    const KindModel* lastKind = tables.size() == 1 ? tables.begin()->first : batch.kindBefore;
+    for (const Found& found : batch.found) {
+        if (found.what != Found::What::message) {
+            continue;
+        }
+        const CsvTable& table = tables.at(found.kind);
+        if (found.kind != lastKind) {
+            text.append(lastKind == nullptr ? "# " : "\n# ");
+            text.append(found.kind->name);
+            text.append('\n');
+            text.append(table.header());
+            lastKind = found.kind;
+        }
+        table.appendRows(text, *batch.input, found);
+    }
+}
+
+CsvFiles::CsvFiles(std::string path, CsvTables kindTables, std::string& failure)
+    : directory(std::move(path)), tables(std::move(kindTables)), problem(failure)
+{
+}
+
+void CsvFiles::take(const Batch& batch, Text& printed)
+{
+    for (const Found& found : batch.found) {
+        if (found.what == Found::What::message) {
+            Output& file = fileOf(*found.kind);
+            printed.clear();
+            tables.at(found.kind).appendRows(printed, *batch.input, found);
+            file.write(printed.view());
+        }
+    }
+}
+
+// The file of a kind, with its header line. One that cannot be written stays failed.
+Output& CsvFiles::fileOf(const KindModel& kind)
 {
     std::unique_ptr<Output>& file = files[&kind];
     if (file == nullptr) {
@@ -13,96 +66,31 @@ Output& CsvFiles::of(const KindModel& kind)
         std::filesystem::create_directories(directory, ignored);
         file = std::make_unique<Output>();
         const std::string name = identifierOf(kind.name) + ".csv";
-        if (!file->open((std::filesystem::path(directory) / name).string())) {
-            return *file;    // takes what is written, and stays failed
+        if (file->open((std::filesystem::path(directory) / name).string())) {
+            *file << tables.at(&kind).header();
         }
     }
     return *file;
 }
 
-void CsvFiles::flush()
+void CsvFiles::pause()
 {
     for (const auto& file : files) {
         file.second->flush();
     }
 }
 
-bool CsvFiles::failed() const
+bool CsvFiles::isDone() const
 {
     return std::any_of(files.begin(), files.end(),
                        [](const auto& file) { return file.second->failed(); });
 }
 
-bool CsvFiles::close(std::string& problem)
+void CsvFiles::finish()
 {
     for (const auto& file : files) {
         if (!file.second->close() && problem.empty()) {
             problem = file.second->problem();
         }
     }
-    return problem.empty();
-}
-
-CsvExport::Tables CsvExport::tablesFor(const std::vector<const KindModel*>& kinds,
-                                       const CsvOptions& options)
-{
-    Tables tables;
-    for (const KindModel* kind : kinds) {
-        tables.try_emplace(kind, *kind, options);
-    }
-    return tables;
-}
-
-CsvExport::CsvExport(Output& out, Tables kindTables) : output(&out), tables(std::move(kindTables))
-{
-    if (tables.size() == 1) {
-        lastKind = tables.begin()->first;
-        *output << tables.begin()->second.header();
-    }
-}
-
-CsvExport::CsvExport(CsvFiles& kindFiles, Tables kindTables)
-    : files(&kindFiles), tables(std::move(kindTables))
-{
-}
-
-void CsvExport::message(const Place& place, const Decoded& decoded)
-{
-    CsvTable& table = tables.at(&decoded.kind);
-    Output& target = outputFor(decoded.kind, table);
-    rows.clear();
-    table.appendRows(rows, place, decoded);
-    target.write(rows);
-}
-
-void CsvExport::pause()
-{
-    output != nullptr ? output->flush() : files->flush();
-}
-
-bool CsvExport::isDone() const
-{
-    return output != nullptr ? output->failed() : files->failed();
-}
-
-Output& CsvExport::outputFor(const KindModel& kind, const CsvTable& table)
-{
-    if (output != nullptr) {
-        if (&kind != lastKind) {
-            beginPart(kind, table);
-        }
-        return *output;
-    }
-    Output*& file = begun[&kind];
-    if (file == nullptr) {
-        file = &files->of(kind);
-        *file << table.header();
-    }
-    return *file;
-}
-
-void CsvExport::beginPart(const KindModel& kind, const CsvTable& table)
-{
-    *output << (lastKind == nullptr ? "# " : "\n# ") << kind.name << "\n" << table.header();
-    lastKind = &kind;
 }

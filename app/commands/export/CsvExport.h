@@ -1,57 +1,53 @@
-// Messages as comma-separated values, one table a kind.
+// Messages as separated values, one table a kind.
 #pragma once
 
 #include "base/Output.h"
 #include "commands/export/CsvTable.h"
+#include "session/Sink.h"
 
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
-// A file for each kind of which there are messages, in one directory.
-class CsvFiles {
-public:
-    explicit CsvFiles(std::string path) : directory(std::move(path)) {}
+// A table for each kind.
+using CsvTables = std::map<const KindModel*, CsvTable>;
 
-    // The file of a kind, empty at first.
-    Output& of(const KindModel& kind);
-    void flush();
-    bool failed() const;
+// They refer to the options. Throws FieldPathError.
+CsvTables tablesFor(const std::vector<const KindModel*>& kinds, const CsvOptions& options);
 
-    // Writes out and closes. False when anything could not be written; `problem` says what.
-    [[nodiscard]] bool close(std::string& problem);
-
-private:
-    std::string directory;
-    std::map<const KindModel*, std::unique_ptr<Output>> files;
-};
-
+// Everything goes to one output. If there is one table, it has its header line in any case; of
+// several, each begins anew where the kind of the messages changes.
 class CsvExport : public Sink {
 public:
-    using Tables = std::map<const KindModel*, CsvTable>;
+    CsvExport(Output& out, CsvTables kindTables);
 
-    // A table for each kind that may occur. They refer to the options. Throws FieldChoiceError.
-    static Tables tablesFor(const std::vector<const KindModel*>& kinds, const CsvOptions& options);
+    void print(const Batch& batch, Text& text) const override;
+    void take(const Batch&, Text& printed) override { output.write(printed.view()); }
+    void pause() override { output.flush(); }
+    bool isDone() const override { return output.failed(); }
 
-    // Everything goes to one output. If there is one table, it has its header line in any case; of
-    // several, each begins anew where the kind of the messages changes.
-    CsvExport(Output& out, Tables kindTables);
-    // Each kind goes to a file of its own.
-    CsvExport(CsvFiles& kindFiles, Tables kindTables);
+private:
+    Output& output;
+    CsvTables tables;
+};
 
-    void message(const Place& place, const Decoded& decoded) override;
+// Each kind of which there are messages goes to a file of its own in one directory.
+class CsvFiles : public Sink {
+public:
+    // `failure` gets what could not be written, for people; it stays empty when all was.
+    CsvFiles(std::string path, CsvTables kindTables, std::string& failure);
+
+    void take(const Batch& batch, Text& printed) override;
     void pause() override;
+    void finish() override;
     bool isDone() const override;
 
 private:
-    Output& outputFor(const KindModel& kind, const CsvTable& table);
-    void beginPart(const KindModel& kind, const CsvTable& table);
+    Output& fileOf(const KindModel& kind);
 
-    Output* output = nullptr;
-    CsvFiles* files = nullptr;
-    Tables tables;
-    const KindModel* lastKind = nullptr;    // in the one output
-    std::map<const KindModel*, Output*> begun;
-    std::string rows;
+    std::string directory;
+    CsvTables tables;
+    std::string& problem;
+    std::map<const KindModel*, std::unique_ptr<Output>> files;
 };

@@ -1,61 +1,29 @@
 #include "commands/export/CsvTable.h"
 
-#include "FieldInfo.h"
 #include "base/Characters.h"
+#include "format/FieldText.h"
 #include "format/PackedText.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 
 namespace {
 
-void appendQuoted(std::string& text, std::string_view cell)
+const FieldModel* elementField(const KindModel& kind, const std::string& name)
 {
-    if (cell.find_first_of(",\"\r\n") == cell.npos) {
-        text += cell;
-        return;
+    const FieldModel* field = kind.field(name);
+    if (field == nullptr || field->element == nullptr) {
+        throw FieldPathError{"'" + name + "' is no field of " + kind.name +
+                             " that holds sub-messages"};
     }
-    text += '"';
-    for (const char character : cell) {
-        text.append(character == '"' ? 2 : 1, character);
-    }
-    text += '"';
+    return field;
 }
 
-template <class Number>
-void appendNumber(std::string& text, Number number)
+// The characters in UTF-8. Many programs take a NUL for the end of a line; U+2400 pictures it.
+std::string shownCharacters(std::string_view characters)
 {
-    std::array<char, 32> digits;
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    text.append(digits.data(), end);
-}
-
-void appendValue(std::string& text, const FieldValue& value)
-{
-    switch (value.getKind()) {
-    case FieldType::Byte:
-    case FieldType::Unsigned:
-        appendNumber(text, value.toUnsigned());
-        break;
-    case FieldType::Signed:
-        appendNumber(text, value.toSigned());
-        break;
-    case FieldType::Float64:
-        if (std::isfinite(value.toDouble())) {
-            appendNumber(text, value.toDouble());
-        }
-        break;
-    case FieldType::Character:
-    case FieldType::SubMessage:
-        break;
-    }
-}
-
-// Many programs take a NUL for the end of a line; U+2400 pictures it.
-void appendCharacters(std::string& text, std::string_view characters)
-{
+    std::string text;
     for (std::size_t nul = characters.find('\0'); nul != characters.npos;
          nul = characters.find('\0')) {
         appendUtf8(text, characters.substr(0, nul));
@@ -63,16 +31,22 @@ void appendCharacters(std::string& text, std::string_view characters)
         characters.remove_prefix(nul + 1);
     }
     appendUtf8(text, characters);
+    return text;
 }
 
-const FieldModel* elementField(const KindModel& kind, const std::string& name)
+// What a spreadsheet would run as a formula.
+bool isFormula(std::string_view cell)
 {
-    const FieldModel* field = kind.field(name);
-    if (field == nullptr || field->element == nullptr) {
-        throw FieldChoiceError{"'" + name + "' is no field of " + kind.name +
-                               " that holds sub-messages"};
-    }
-    return field;
+    return !cell.empty() && std::string_view("=+-@\t\r").find(cell[0]) != std::string_view::npos;
+}
+
+void appendInteger(Text& text, const FieldModel& field, const void* record, unsigned index)
+{
+    const std::int64_t value = RTCM2_reader_integer(&field.reader, record, index);
+    char* const out = text.room(numberRoom);
+    text.end(field.reader.stored == RTCM2_STORED_U64
+                 ? putUnsigned(out, static_cast<std::uint64_t>(value))
+                 : putSigned(out, value));
 }
 
 }    // namespace
@@ -97,7 +71,9 @@ CsvTable::CsvTable(const KindModel& tableKind, const CsvOptions& csvOptions)
 
 void CsvTable::addColumn(const FieldModel& field, bool ofElement)
 {
-    columns.push_back({&field, ofElement, CodedTexts(field.info)});
+    const bool isPlainNumber = !field.isRepeated() && !field.isOptional() && !field.isReal() &&
+                               field.reader.stored != RTCM2_STORED_U64;
+    columns.push_back({&field, ofElement, isPlainNumber});
 }
 
 void CsvTable::addAll(const KindModel& of, bool ofElement)
@@ -113,110 +89,152 @@ void CsvTable::chooseColumns(const std::vector<std::string>& names)
 {
     for (const FieldPath& path : pathsOf(kind, names)) {
         if (path.part != nullptr && path.field != rowField) {
-            throw FieldChoiceError{"'" + path.field->name + "." + path.part->name +
-                                   "' belongs to sub-messages, which must be rows: --rows '" +
-                                   path.field->name + "'"};
+            throw FieldPathError{"'" + path.name() +
+                                 "' belongs to sub-messages, which must be rows: --rows '" +
+                                 path.field->name + "'"};
         }
-        if (path.part != nullptr) {
-            addColumn(*path.part, true);
-        } else if (path.field == rowField) {
+        if (path.part == nullptr && path.field == rowField) {
             addAll(*rowField->element, true);
         } else {
-            addColumn(*path.field, false);
+            addColumn(path.last(), path.part != nullptr);
         }
     }
 }
 
 std::string CsvTable::header() const
 {
-    std::string text = options.withInput ? "Input,No.,Byte" : "No.,Byte";
+    Text text;
+    const auto append = [&](const std::string& name) {
+        appendTextCell(text, name);
+        text.append(options.separator);
+    };
+    if (options.withInput) {
+        append("Input");
+    }
+    append("No.");
+    append("Byte");
     for (const Column& column : columns) {
         const std::string name =
             (column.ofElement ? rowField->name + "." : std::string()) + column.field->name;
-        text += ',';
-        appendQuoted(text, name);
-        if (options.withTexts && !column.texts.isEmpty()) {
-            text += ',';
-            appendQuoted(text, name + " text");
+        append(name);
+        if (options.withTexts && column.field->hasTexts()) {
+            append(name + " text");
         }
-    }
-    text += options.withHex ? ",Hex\n" : "\n";
-    return text;
-}
-
-void CsvTable::appendRows(std::string& text, const Place& place, const Decoded& decoded)
-{
-    if (rowField == nullptr) {
-        appendRow(text, place, decoded, nullptr);
-        return;
-    }
-    const unsigned count = rowField->info->getCount(&decoded.message);
-    for (unsigned i = 0; i < count; ++i) {
-        appendRow(text, place, decoded,
-                  rowField->info->getValueUnchecked(&decoded.message, i).toSubMessage());
-    }
-}
-
-void CsvTable::appendRow(std::string& text, const Place& place, const Decoded& decoded,
-                         const Message* element)
-{
-    if (options.withInput) {
-        appendQuoted(text, place.input);
-        text += ',';
-    }
-    appendNumber(text, place.frame.number);
-    text += ',';
-    appendNumber(text, place.frame.beginOffset);
-    for (Column& column : columns) {
-        appendCells(text, column, column.ofElement ? *element : decoded.message);
     }
     if (options.withHex) {
-        text += ',';
-        appendHex(text, place.frame.bytes());
+        append("Hex");
     }
-    text += '\n';
+    text.cut(text.size() - 1);
+    text.append('\n');
+    return std::string(text.view());
 }
 
-void CsvTable::appendCells(std::string& text, Column& column, const Message& message)
+void CsvTable::appendRows(Text& text, const std::string& input, const Found& found) const
 {
-    text += ',';
-    appendField(text, *column.field, message);
-    if (!options.withTexts || column.texts.isEmpty()) {
+    if (rowField == nullptr) {
+        appendRow(text, input, found, nullptr);
         return;
     }
-    text += ',';
-    cell.clear();
-    const unsigned count = column.field->info->getCount(&message);
-    for (unsigned i = 0; i < count; ++i) {
-        const FieldValue value = column.field->info->getValueUnchecked(&message, i);
-        if (const std::string* meaning = column.texts.of(message, i, value)) {
-            cell += (cell.empty() ? "" : " ") + *meaning;
+    rowField->eachElement(found.record,
+                          [&](const void* element) { appendRow(text, input, found, element); });
+}
+
+void CsvTable::appendRow(Text& text, const std::string& input, const Found& found,
+                         const void* element) const
+{
+    if (options.withInput) {
+        appendTextCell(text, validUtf8(input));
+        text.append(options.separator);
+    }
+    appendUnsigned(text, found.number);
+    text.append(options.separator);
+    appendUnsigned(text, found.begin);
+    for (const Column& column : columns) {
+        const void* const record = column.ofElement ? element : found.record;
+        if (column.isPlainNumber && !options.withTexts) [[likely]] {
+            char* const out = text.room(numberRoom + 1);
+            *out = options.separator;
+            text.end(putSigned(out + 1, RTCM2_reader_integer(&column.field->reader, record, 0)));
+            continue;
+        }
+        text.append(options.separator);
+        appendCell(text, *column.field, record);
+        if (options.withTexts && column.field->hasTexts()) {
+            text.append(options.separator);
+            appendMeanings(text, *column.field, record);
         }
     }
-    appendQuoted(text, cell);
+    if (options.withHex) {
+        std::string digits;
+        appendHex(digits, found.packed());
+        text.append(options.separator);
+        text.append(digits);
+    }
+    text.append('\n');
 }
 
-void CsvTable::appendField(std::string& text, const FieldModel& field, const Message& message)
+void CsvTable::appendCell(Text& text, const FieldModel& field, const void* record) const
 {
     if (field.element != nullptr) {
-        appendNumber(text, field.info->getCount(&message));
-    } else if (field.type == FieldType::Character) {
-        readCharacters(*field.info, message, characters);
-        cell.clear();
-        appendCharacters(cell, withoutTerminator(characters));
-        appendQuoted(text, cell);
-    } else if (!field.optional && !field.repeated) {
-        appendValue(text, field.info->getValueUnchecked(&message, 0));
+        appendUnsigned(text, field.count(record));
+    } else if (field.isText()) {
+        appendTextCell(text, shownCharacters(field.characters(record)));
+    } else if (field.isReal()) {
+        appendRealCell(text, RTCM2_reader_real(&field.reader, record));
     } else {
-        appendNumbers(text, field, message);
+        appendNumbers(text, field, record);
     }
 }
 
-void CsvTable::appendNumbers(std::string& text, const FieldModel& field, const Message& message)
+void CsvTable::appendNumbers(Text& text, const FieldModel& field, const void* record) const
 {
-    const unsigned count = field.info->getCount(&message);
+    const unsigned count = field.count(record);
     for (unsigned i = 0; i < count; ++i) {
-        text += i == 0 ? "" : " ";
-        appendValue(text, field.info->getValueUnchecked(&message, i));
+        if (i > 0) {
+            text.append(' ');
+        }
+        appendInteger(text, field, record, i);
     }
+}
+
+void CsvTable::appendRealCell(Text& text, double value) const
+{
+    if (!std::isfinite(value)) {
+        return;
+    }
+    constexpr std::size_t most = 32;
+    char* const out = text.room(most);
+    char* const end = std::to_chars(out, out + most, value).ptr;
+    std::replace(out, end, '.', options.decimal);
+    text.end(end);
+}
+
+void CsvTable::appendMeanings(Text& text, const FieldModel& field, const void* record) const
+{
+    std::string cell;
+    const unsigned count = field.count(record);
+    for (unsigned i = 0; i < count; ++i) {
+        const std::int64_t value = RTCM2_reader_integer(&field.reader, record, i);
+        if (const char* meaning = meaningOf(field, value)) {
+            cell += (cell.empty() ? "" : " ") + std::string(meaning);
+        }
+    }
+    appendTextCell(text, cell);
+}
+
+// A text that would be a formula begins with an apostrophe, which spreadsheets take for "text".
+void CsvTable::appendTextCell(Text& text, std::string_view cell) const
+{
+    const std::string harmless = (isFormula(cell) ? "'" : "") + std::string(cell);
+    const char special[] = {options.separator, '"', '\r', '\n', '\0'};
+    if (harmless.find_first_of(special) == std::string::npos) {
+        text.append(harmless);
+        return;
+    }
+    text.append('"');
+    for (const char character : harmless) {
+        text.append(std::string_view("\"\"").substr(0, character == '"' ? 1 : 0));
+        text.append(character);
+    }
+    text.append('"');
 }

@@ -1,14 +1,16 @@
-// The messages of one kind as rows of comma-separated values.
+// The messages of one kind as rows of separated values.
 #pragma once
 
-#include "format/CodedTexts.h"
-#include "format/FieldChoice.h"
-#include "session/Session.h"
+#include "base/Text.h"
+#include "format/FieldPath.h"
+#include "session/Found.h"
 
 #include <string>
 #include <vector>
 
 struct CsvOptions {
+    char separator = ',';
+    char decimal = '.';        // of real numbers; differs from the separator
     bool withTexts = false;    // beside each coded field a column with what its values mean
     bool withHex = false;      // the packed message in the last column
     bool withInput = false;    // the input's name in the first column
@@ -18,36 +20,37 @@ struct CsvOptions {
 
 class CsvTable {
 public:
-    // Throws FieldChoiceError when `rows` is no sub-message field of the kind, or when fields of
-    // sub-messages are chosen that are not rows.
+    // The options must outlive the table. Throws FieldPathError when `rows` is no sub-message field
+    // of the kind, or when fields of sub-messages are chosen that are not rows.
     CsvTable(const KindModel& tableKind, const CsvOptions& csvOptions);
 
     // With its line end.
     std::string header() const;
 
     // Appends the rows of a message: one, or one for each element.
-    void appendRows(std::string& text, const Place& place, const Decoded& decoded);
+    void appendRows(Text& text, const std::string& input, const Found& found) const;
 
 private:
     struct Column {
         const FieldModel* field;
         bool ofElement;    // a field of the elements that are rows
-        CodedTexts texts;
+        // The common one is a number that every record has.
+        bool isPlainNumber;
     };
 
     void addColumn(const FieldModel& field, bool ofElement);
     void addAll(const KindModel& kind, bool ofElement);
     void chooseColumns(const std::vector<std::string>& names);
-    void appendRow(std::string& text, const Place& place, const Decoded& decoded,
-                   const Message* element);
-    void appendCells(std::string& text, Column& column, const Message& message);
-    void appendField(std::string& text, const FieldModel& field, const Message& message);
-    void appendNumbers(std::string& text, const FieldModel& field, const Message& message);
+    void appendRow(Text& text, const std::string& input, const Found& found,
+                   const void* element) const;
+    void appendCell(Text& text, const FieldModel& field, const void* record) const;
+    void appendMeanings(Text& text, const FieldModel& field, const void* record) const;
+    void appendNumbers(Text& text, const FieldModel& field, const void* record) const;
+    void appendRealCell(Text& text, double value) const;
+    void appendTextCell(Text& text, std::string_view cell) const;
 
     const KindModel& kind;
     const CsvOptions& options;
     const FieldModel* rowField = nullptr;
     std::vector<Column> columns;
-    std::string characters;
-    std::string cell;
 };

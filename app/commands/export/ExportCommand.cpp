@@ -1,5 +1,7 @@
 #include "commands/export/ExportCommand.h"
 
+#include "commands/export/JsonExport.h"
+
 #include <cstdio>
 #include <filesystem>
 
@@ -28,6 +30,13 @@ void ExportCommand::declare(CLI::App& program)
     app->add_flag("--mixed", mixed,
                   "CSV: several kinds in one output; where the kind changes, a blank line, a "
                   "comment with its name and its header line");
+    app->add_option("--separator", separator,
+                    "CSV: what stands between two cells; 'tab' for a tabulator")
+        ->check(CLI::IsMember({",", ";", "|", "tab"}))
+        ->capture_default_str();
+    app->add_option("--decimal", decimal, "CSV: decimal sign of real numbers")
+        ->check(CLI::IsMember({".", ","}))
+        ->capture_default_str();
     app->footer("docs/json.md describes what is written.\n\n"
                 "Examples:\n"
                 "    rtcm2 export capture.rtcm2 | jq .fields.Modified_Z_Count\n"
@@ -46,11 +55,11 @@ ExitStatus ExportCommand::run(Host& host)
         if (format == "csv") {
             return writeCsv(host, kinds);
         }
-        if (!rows.empty() || mixed) {
-            throw UsageError{"--rows and --mixed are for --format csv"};
+        if (!rows.empty() || mixed || app->count("--separator") + app->count("--decimal") > 0) {
+            throw UsageError{"--rows, --mixed, --separator and --decimal are for --format csv"};
         }
         return writeJson(host, kinds);
-    } catch (const FieldChoiceError& error) {
+    } catch (const FieldPathError& error) {
         throw UsageError{error.text};
     }
 }
@@ -85,12 +94,8 @@ ExitStatus ExportCommand::writeCsv(Host& host, const std::vector<const KindModel
     if (!wantsFiles() && !mixed) {
         requireOneTable(tableKinds);
     }
-    const CsvOptions options{.withTexts = withTexts,
-                             .withHex = withHex,
-                             .withInput = reading.inputs.size() > 1,
-                             .fields = fields,
-                             .rows = rows};
-    CsvExport::Tables tables = CsvExport::tablesFor(tableKinds, options);
+    const CsvOptions options = csvOptions();
+    CsvTables tables = tablesFor(tableKinds, options);
     if (wantsFiles()) {
         return writeCsvFiles(host, tables);
     }
@@ -99,19 +104,34 @@ ExitStatus ExportCommand::writeCsv(Host& host, const std::vector<const KindModel
     });
 }
 
-ExitStatus ExportCommand::writeCsvFiles(Host& host, CsvExport::Tables& tables)
+CsvOptions ExportCommand::csvOptions() const
+{
+    if (separator == decimal) {
+        throw UsageError{"'" + separator +
+                         "' cannot be both --separator and --decimal; with --decimal , take "
+                         "--separator ';'"};
+    }
+    return {.separator = separator == "tab" ? '\t' : separator[0],
+            .decimal = decimal[0],
+            .withTexts = withTexts,
+            .withHex = withHex,
+            .withInput = reading.inputs.size() > 1,
+            .fields = fields,
+            .rows = rows};
+}
+
+ExitStatus ExportCommand::writeCsvFiles(Host& host, CsvTables& tables)
 {
     if (mixed) {
         throw UsageError{"--mixed needs one output, and " + reading.output + " is a directory"};
     }
-    CsvFiles files(reading.output);
     ReadingOptions toFiles = reading;
     toFiles.output.clear();
-    const ExitStatus status = runSession(host, toFiles, [&](Output&, const MessageFilter&) {
-        return std::make_unique<CsvExport>(files, std::move(tables));
-    });
     std::string problem;
-    if (!files.close(problem)) {
+    const ExitStatus status = runSession(host, toFiles, [&](Output&, const MessageFilter&) {
+        return std::make_unique<CsvFiles>(reading.output, std::move(tables), problem);
+    });
+    if (!problem.empty()) {
         std::fprintf(stderr, "rtcm2: %s\n", problem.c_str());
         return ExitStatus::unwritable;
     }

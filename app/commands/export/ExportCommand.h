@@ -3,7 +3,6 @@
 #include "commands/Command.h"
 #include "commands/ReadingOptions.h"
 #include "commands/export/CsvExport.h"
-#include "commands/export/JsonExport.h"
 
 class ExportCommand : public Command {
 public:
@@ -16,7 +15,8 @@ private:
     void requireOneTable(const std::vector<const KindModel*>& kinds) const;
     ExitStatus writeJson(Host& host, const std::vector<const KindModel*>& kinds);
     ExitStatus writeCsv(Host& host, const std::vector<const KindModel*>& kinds);
-    ExitStatus writeCsvFiles(Host& host, CsvExport::Tables& tables);
+    ExitStatus writeCsvFiles(Host& host, CsvTables& tables);
+    CsvOptions csvOptions() const;
     bool wantsFiles() const;
 
     ReadingOptions reading;
@@ -26,4 +26,6 @@ private:
     bool mixed = false;
     std::vector<std::string> fields;
     std::string rows;
+    std::string separator = ",";
+    std::string decimal = ".";
 };

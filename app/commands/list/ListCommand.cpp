@@ -1,32 +1,13 @@
 #include "commands/list/ListCommand.h"
 
-#include <algorithm>
-
-namespace {
-
-// A column that no kind can fill is a mistake.
-void requireFields(const std::vector<std::string>& names,
-                   const std::vector<const KindModel*>& kinds)
-{
-    for (const std::string& name : names) {
-        const bool known = std::any_of(kinds.begin(), kinds.end(), [&](const KindModel* kind) {
-            return kind->field(name) != nullptr;
-        });
-        if (!known) {
-            throw UsageError{"no message that can be listed has a field '" + name +
-                             "' ('rtcm2 describe KIND' lists fields)"};
-        }
-    }
-}
-
-}    // namespace
-
 void ListCommand::declare(CLI::App& program)
 {
     app = program.add_subcommand("list", "One line a message");
     reading.declare(*app);
     app->add_flag("-i,--interpreted", list.interpreted, "Show what coded values mean");
-    app->add_option("--fields", list.fields, "Only these fields, by name")
+    app->add_option("--fields", list.fields,
+                    "Only these fields, by name; those of sub-messages after a dot, as in "
+                    "Corrections.PRC")
         ->delimiter(',')
         ->allow_extra_args(false)
         ->type_name("FIELD");
@@ -42,7 +23,7 @@ void ListCommand::declare(CLI::App& program)
 ExitStatus ListCommand::run(Host& host)
 {
     return runSession(host, reading, [this](Output& output, const MessageFilter& filter) {
-        requireFields(list.fields, filter.kinds());
+        checkNames(filter.kinds(), list.fields);
         return std::make_unique<ListView>(output, list, filter.kinds());
     });
 }

@@ -1,6 +1,5 @@
 #include "commands/list/ListView.h"
 
-#include "Message.h"
 #include "format/FieldText.h"
 
 #include <algorithm>
@@ -35,9 +34,11 @@ std::vector<std::string> sharedColumns(const std::vector<const KindModel*>& kind
 
 ListView::ListView(Output& out, const ListOptions& listOptions,
                    const std::vector<const KindModel*>& kinds)
-    : output(out), options(listOptions)
+    : output(out), options(listOptions), columns(static_cast<std::size_t>(RTCM2_last_kind()) + 1)
 {
-    Message::fieldSeparator = QString::fromStdString(options.separator);
+    for (const KindModel* kind : kinds) {
+        columns[kind->number()] = columnsOf(*kind);
+    }
     writeHeader(kinds);
 }
 
@@ -54,45 +55,45 @@ void ListView::writeHeader(const std::vector<const KindModel*>& kinds)
     output << header << "\n";
 }
 
-void ListView::message(const Place& place, const Decoded& decoded)
+ListView::Columns ListView::columnsOf(const KindModel& kind) const
 {
-    if (options.position) {
-        output << std::to_string(place.frame.number) << options.separator
-               << std::to_string(place.frame.beginOffset) << options.separator;
-    }
-    output << line(decoded) << "\n";
-}
-
-const ListView::Columns& ListView::columnsOf(const KindModel& kind)
-{
-    const auto [entry, isNew] = columns.try_emplace(&kind);
-    if (isNew && options.fields.empty()) {
+    Columns all;
+    if (options.fields.empty()) {
         for (const FieldModel& field : kind.fields) {
-            entry->second.push_back(&field);
-        }
-    } else if (isNew) {
-        for (const std::string& name : options.fields) {
-            entry->second.push_back(kind.field(name));
+            all.push_back({&field, nullptr});
         }
     }
-    return entry->second;
+    for (const std::string& name : options.fields) {
+        all.push_back(pathOf(kind, name));
+    }
+    return all;
 }
 
-std::string ListView::line(const Decoded& decoded)
+void ListView::print(const Batch& batch, Text& text) const
 {
-    if (options.fields.empty() && !options.interpreted) {
-        const QVector<bool> all(static_cast<int>(decoded.kind.fields.size()), true);
-        return decoded.message.getRawStringFor(all).toStdString();
-    }
-    std::string text;
-    const char* separator = "";
-    for (const FieldModel* field : columnsOf(decoded.kind)) {
-        text += separator;
-        if (field != nullptr) {
-            text += options.interpreted ? interpretedText(*field, decoded.message, false)
-                                        : rawText(*field, decoded.message);
+    for (const Found& found : batch.found) {
+        if (found.what == Found::What::message) {
+            printLine(found, text);
         }
-        separator = options.separator.c_str();
     }
-    return text;
+}
+
+void ListView::printLine(const Found& found, Text& text) const
+{
+    const std::size_t begin = text.size();
+    if (options.position) {
+        appendUnsigned(text, found.number);
+        text.append(options.separator);
+        appendUnsigned(text, found.begin);
+        text.append(options.separator);
+    }
+    for (const FieldPath& path : columns[found.kind->number()]) {
+        if (path.field != nullptr) {
+            options.interpreted ? appendInterpreted(text, path, found.record, false)
+                                : appendRaw(text, path, found.record);
+        }
+        text.append(options.separator);
+    }
+    text.cut(std::max(begin, text.size() - options.separator.size()));
+    text.append('\n');
 }

@@ -2,11 +2,9 @@
 #pragma once
 
 #include "base/Output.h"
-#include "session/Session.h"
+#include "format/FieldPath.h"
+#include "session/Sink.h"
 
-#include <QVector>
-
-#include <map>
 #include <string>
 #include <vector>
 
@@ -23,19 +21,20 @@ public:
     ListView(Output& out, const ListOptions& listOptions,
              const std::vector<const KindModel*>& kinds);
 
-    void message(const Place& place, const Decoded& decoded) override;
+    void print(const Batch& batch, Text& text) const override;
+    void take(const Batch&, Text& printed) override { output.write(printed.view()); }
     void pause() override { output.flush(); }
     bool isDone() const override { return output.failed(); }
 
 private:
-    // The fields that make up the line of a kind; null where the kind lacks a chosen one.
-    using Columns = std::vector<const FieldModel*>;
+    // The fields that make up the line of a kind; without field where the kind lacks a chosen one.
+    using Columns = std::vector<FieldPath>;
 
     void writeHeader(const std::vector<const KindModel*>& kinds);
-    const Columns& columnsOf(const KindModel& kind);
-    std::string line(const Decoded& decoded);
+    Columns columnsOf(const KindModel& kind) const;
+    void printLine(const Found& found, Text& text) const;
 
     Output& output;
     ListOptions options;
-    std::map<const KindModel*, Columns> columns;
+    std::vector<Columns> columns;    // by the number of the kind
 };

@@ -1,7 +1,5 @@
 #include "commands/show/ShowView.h"
 
-#include "FieldInfo.h"
-#include "Message.h"
 #include "format/FieldText.h"
 
 #include <algorithm>
@@ -29,62 +27,80 @@ std::size_t longestName(const KindModel& kind)
 
 }    // namespace
 
-ShowView::ShowView(Output& out, bool withColour) : output(out), colour(withColour) {}
-
-void ShowView::message(const Place& place, const Decoded& decoded)
+void ShowView::print(const Batch& batch, Text& text) const
 {
-    const std::string about = decoded.kind.text.empty() ? "" : ": " + decoded.kind.text;
-    output << painted(bold, decoded.kind.name + about)
-           << painted(dim, "  #" + std::to_string(place.frame.number) + ", bytes " +
-                               std::to_string(place.frame.beginOffset) + " to " +
-                               std::to_string(place.frame.endOffset - 1))
-           << "\n";
-    writeFields(decoded.kind, decoded.message, "  ");
-    output << "\n";
+    for (const Found& found : batch.found) {
+        if (found.what == Found::What::message) {
+            printHead(found, text);
+            printFields(*found.kind, found.record, "  ", text);
+            text.append('\n');
+        }
+    }
 }
 
-void ShowView::writeFields(const KindModel& kind, const Message& message, const std::string& indent)
+void ShowView::printHead(const Found& found, Text& text) const
+{
+    const std::string about = found.kind->text.empty() ? "" : ": " + found.kind->text;
+    paint(bold, found.kind->name + about, text);
+    paint(dim,
+          "  #" + std::to_string(found.number) + ", bytes " + std::to_string(found.begin) + " to " +
+              std::to_string(found.end - 1),
+          text);
+    text.append('\n');
+}
+
+void ShowView::printFields(const KindModel& kind, const void* record, const std::string& indent,
+                           Text& text) const
 {
     const std::size_t width = longestName(kind);
     for (const FieldModel& field : kind.fields) {
-        if (field.info->isPresent(&message)) {
-            writeField(field, message, indent, width);
+        if (field.element != nullptr) {
+            printElements(field, record, indent, text);
+        } else if (field.isPresent(record)) {
+            text.append(indent);
+            paint(cyan, padded(field.name, width), text);
+            text.append("  ");
+            printField(field, record, text);
+            text.append('\n');
         }
     }
 }
 
-void ShowView::writeField(const FieldModel& field, const Message& message,
-                          const std::string& indent, std::size_t width)
+// The meaning of a coded value is followed by the value.
+void ShowView::printField(const FieldModel& field, const void* record, Text& text) const
 {
-    if (field.element != nullptr) {
-        writeElements(field, message, indent);
+    appendInterpreted(text, field, record, true);
+    if (!field.hasTexts() || field.isRepeated()) {
         return;
     }
-    std::string text = interpretedText(field, message, true);
-    if (field.hasTexts && !field.repeated) {
-        const std::string raw = rawText(field, message);
-        if (raw != text) {
-            text += painted(dim, " (" + raw + ")");
-        }
-    }
-    output << indent << painted(cyan, padded(field.name, width)) << "  " << text << "\n";
-}
-
-void ShowView::writeElements(const FieldModel& field, const Message& message,
-                             const std::string& indent)
-{
-    const unsigned count = field.info->getCount(&message);
-    for (unsigned i = 0; i < count; ++i) {
-        const Message* element = field.info->getValue(&message, i).toSubMessage();
-        output << indent
-               << painted(cyan,
-                          field.name + " " + std::to_string(i + 1) + " of " + std::to_string(count))
-               << "\n";
-        writeFields(*field.element, *element, indent + "  ");
+    const std::int64_t value = RTCM2_reader_integer(&field.reader, record, 0);
+    if (meaningOf(field, value) != nullptr) {
+        Text raw;
+        appendPlain(raw, field, value);
+        paint(dim, " (" + std::string(raw.view()) + ")", text);
     }
 }
 
-std::string ShowView::painted(const char* code, const std::string& text) const
+void ShowView::printElements(const FieldModel& field, const void* record, const std::string& indent,
+                             Text& text) const
 {
-    return colour ? code + text + "\033[0m" : text;
+    const std::string ofAll = " of " + std::to_string(field.count(record));
+    unsigned number = 0;
+    field.eachElement(record, [&](const void* element) {
+        text.append(indent);
+        paint(cyan, field.name + " " + std::to_string(++number) + ofAll, text);
+        text.append('\n');
+        printFields(*field.element, element, indent + "  ", text);
+    });
+}
+
+void ShowView::paint(const char* code, std::string_view shown, Text& text) const
+{
+    if (colour) {
+        text.append(code);
+    }
+    text.append(shown);
+    if (colour) {
+        text.append("\033[0m");
+    }
 }

@@ -2,24 +2,27 @@
 #pragma once
 
 #include "base/Output.h"
-#include "session/Session.h"
+#include "session/Sink.h"
 
 #include <string>
 
 class ShowView : public Sink {
 public:
-    ShowView(Output& out, bool withColour);
+    ShowView(Output& out, bool withColour) : output(out), colour(withColour) {}
 
-    void message(const Place& place, const Decoded& decoded) override;
+    void print(const Batch& batch, Text& text) const override;
+    void take(const Batch&, Text& printed) override { output.write(printed.view()); }
     void pause() override { output.flush(); }
     bool isDone() const override { return output.failed(); }
 
 private:
-    void writeFields(const KindModel& kind, const Message& message, const std::string& indent);
-    void writeField(const FieldModel& field, const Message& message, const std::string& indent,
-                    std::size_t width);
-    void writeElements(const FieldModel& field, const Message& message, const std::string& indent);
-    std::string painted(const char* colour, const std::string& text) const;
+    void printHead(const Found& found, Text& text) const;
+    void printFields(const KindModel& kind, const void* record, const std::string& indent,
+                     Text& text) const;
+    void printField(const FieldModel& field, const void* record, Text& text) const;
+    void printElements(const FieldModel& field, const void* record, const std::string& indent,
+                       Text& text) const;
+    void paint(const char* code, std::string_view shown, Text& text) const;
 
     Output& output;
     bool colour;

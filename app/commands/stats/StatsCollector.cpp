@@ -1,69 +1,108 @@
 #include "commands/stats/StatsCollector.h"
 
+#include "base/Characters.h"
+#include "commands/stats/StatsSystems.h"
+
+namespace {
+
+std::uint64_t valueOf(const FieldModel& field, const void* record)
+{
+    return static_cast<std::uint64_t>(RTCM2_reader_integer(&field.reader, record, 0));
+}
+
+}    // namespace
+
 StatsCollector::StatsCollector(std::unique_ptr<StatsView> statsView, const FieldParts& fieldParts,
                                TypeNumberOf numberOf, const std::vector<const KindModel*>& kinds)
     : view(std::move(statsView)), names(fieldParts), typeNumberOf(std::move(numberOf)),
-      factsReader(makeFactsReader(fieldParts, kinds))
+      kindParts(static_cast<std::size_t>(RTCM2_last_kind()) + 1), kindStats(kindParts.size())
 {
-}
-
-bool StatsCollector::takePacked(const Place& place)
-{
-    const MessageFacts* facts = factsReader->read(place.frame.bytes());
-    if (facts != nullptr) {
-        count(*facts);
-    }
-    return facts != nullptr;
-}
-
-void StatsCollector::message(const Place& place, const Decoded&)
-{
-    takePacked(place);
-}
-
-void StatsCollector::count(const MessageFacts& facts)
-{
-    KindStats& kind = current.kinds[facts.kind];
-    ++current.messages;
-    ++kind.messages;
-    StationStats& station = facts.station ? kind.of(*facts.station) : kind.otherStations;
-    ++station.messages;
-    if (facts.time) {
-        station.time.add(*facts.time, names.timeWrap);
-    }
-    for (const MessageFacts::Satellite& satellite : facts.satellites) {
-        kind.satellites.add(satellite.system, satellite.number);
-    }
-    if (facts.text) {
-        current.texts.add(std::string(*facts.text));
+    for (const KindModel* kind : kinds) {
+        kindParts[kind->number()] = partsOf(*kind, names);
     }
 }
 
-void StatsCollector::unreported(const Place& place)
+StatsCollector::Parts StatsCollector::partsOf(const KindModel& kind, const FieldParts& names)
 {
-    ++current.unreported;
-    current.unreportedTypes.add(typeNumberOf(place.frame.bytes()));
+    Parts parts{.station = kind.field(names.station), .time = kind.field(names.time)};
+    const FieldModel* text = kind.field(names.text);
+    parts.text = text != nullptr && text->isText() ? text : nullptr;
+    for (const FieldModel& field : kind.fields) {
+        if (field.element != nullptr && field.element->field(names.satellite) != nullptr) {
+            parts.elements = &field;
+            parts.satellite = field.element->field(names.satellite);
+            parts.system = systemField(*field.element, names);
+        }
+    }
+    return parts;
 }
 
-void StatsCollector::trouble(const Place& place, Trouble trouble, const std::string& text)
+void StatsCollector::take(const Batch& batch, Text&)
 {
-    switch (trouble) {
-    case Trouble::damaged:
+    for (const Found& found : batch.found) {
+        count(found);
+    }
+}
+
+void StatsCollector::count(const Found& found)
+{
+    switch (found.what) {
+    case Found::What::message:
+        return countMessage(found);
+    case Found::What::unreported:
+        ++current.unreported;
+        current.unreportedTypes.add(typeNumberOf(found.packed()));
+        break;
+    case Found::What::damaged:
         ++current.damaged;
         break;
-    case Trouble::truncated:
+    case Found::What::truncated:
         ++current.truncated;
         break;
-    case Trouble::unknownType:
+    case Found::What::unknownType:
         ++current.unknown;
-        current.unknownTypes.add(typeNumberOf(place.frame.bytes()));
-        current.events.add(text);
+        current.unknownTypes.add(typeNumberOf(found.packed()));
+        current.events.add(found.text);
         break;
-    case Trouble::misfit:
+    case Found::What::misfit:
         ++current.misfit;
-        current.events.add(text);
+        current.events.add(found.text);
         break;
     }
+}
+
+void StatsCollector::countMessage(const Found& found)
+{
+    const Parts& parts = kindParts[found.kind->number()];
+    KindStats*& kind = kindStats[found.kind->number()];
+    if (kind == nullptr) {
+        kind = &current.kinds[found.kind];
+    }
+    ++current.messages;
+    ++kind->messages;
+    StationStats& station = parts.station != nullptr
+                                ? kind->of(valueOf(*parts.station, found.record))
+                                : kind->otherStations;
+    ++station.messages;
+    if (parts.time != nullptr) {
+        station.time.add(valueOf(*parts.time, found.record), names.timeWrap);
+    }
+    if (parts.text != nullptr) {
+        current.texts.add(std::string(upToFirstNul(parts.text->characters(found.record))));
+    }
+    if (parts.elements != nullptr) {
+        countSatellites(parts, found.record, kind->satellites);
+    }
+}
+
+void StatsCollector::countSatellites(const Parts& parts, const void* record,
+                                     SatelliteCounts& satellites)
+{
+    parts.elements->eachElement(record, [&](const void* element) {
+        // Where no field tells the system, the kind of the message does.
+        satellites.add(parts.system != nullptr ? valueOf(*parts.system, element) : 0,
+                       valueOf(*parts.satellite, element));
+    });
 }
 
 void StatsCollector::endOfInput(const std::string& name, const ReaderCounters& counters)
@@ -75,9 +114,5 @@ void StatsCollector::endOfInput(const std::string& name, const ReaderCounters& c
     all.add(current);
     ++inputs;
     current = Stats();
-}
-
-void StatsCollector::finish()
-{
-    view->total(all, inputs);
+    kindStats.assign(kindStats.size(), nullptr);
 }

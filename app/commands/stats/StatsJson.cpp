@@ -3,8 +3,6 @@
 #include "base/Characters.h"
 #include "commands/stats/StatsSystems.h"
 
-#include <QString>
-
 StatsJson::StatsJson(Output& out, const FieldParts& fieldParts) : output(out), parts(fieldParts)
 {
     writer.SetIndent(' ', 2);
@@ -16,7 +14,7 @@ StatsJson::StatsJson(Output& out, const FieldParts& fieldParts) : output(out), p
 void StatsJson::input(const Stats& stats)
 {
     writer.StartObject();
-    text("input", QString::fromStdString(stats.input).toStdString());    // always valid UTF-8
+    text("input", validUtf8(stats.input));
     text("form", stats.form);
     writeStats(stats);
     writer.EndObject();

@@ -1,13 +1,12 @@
 // Rendered by generator/render.py from schema/harbours.yaml through Message.h.j2. Do not edit.
 #pragma once
 
-#include "RTCM2_Buoy_Message.h"
 #include "RecordMessage.h"
+#include "RTCM2_Buoy_Message.h"
 
 // Type 5: Harbour and its buoys.
-class VORLO_RTCM2_EXPORT RTCM2_Harbour_Message final
-    : public MessageWithSubMessages<RTCM2_Harbour_s, RTCM2_Buoy_Message, &RTCM2_Harbour_s::Buoys,
-                                    &RTCM2_Harbour_s::Nb> {
+class VORLO_RTCM2_EXPORT RTCM2_Harbour_Message final :
+    public MessageWithSubMessages<RTCM2_Harbour_s, RTCM2_Buoy_Message, &RTCM2_Harbour_s::Buoys, &RTCM2_Harbour_s::Nb> {
 public:
     // Refers to a record, or takes it over with its arrays if it came from new.
     RTCM2_Harbour_Message(RTCM2_Harbour_s* record, bool ownsRepresentation);

@@ -1,25 +1,8 @@
-#include "format/FieldChoice.h"
+#include "format/FieldPath.h"
 
 #include <algorithm>
 
 namespace {
-
-// A display name may contain dots itself, so each dot is tried.
-FieldPath pathOf(const KindModel& kind, std::string_view name)
-{
-    if (const FieldModel* field = kind.field(name)) {
-        return {field, nullptr};
-    }
-    for (std::size_t dot = name.find('.'); dot != name.npos; dot = name.find('.', dot + 1)) {
-        const FieldModel* field = kind.field(name.substr(0, dot));
-        if (field != nullptr && field->element != nullptr) {
-            if (const FieldModel* part = field->element->field(name.substr(dot + 1))) {
-                return {field, part};
-            }
-        }
-    }
-    return {};
-}
 
 std::vector<ChosenField> allFields(const KindModel& kind)
 {
@@ -34,17 +17,47 @@ std::vector<ChosenField> allFields(const KindModel& kind)
 std::vector<ChosenField> chosenParts(const FieldModel& field, const std::vector<FieldPath>& paths)
 {
     std::vector<ChosenField> parts;
-    for (ChosenField& part : allFields(*field.element)) {
+    for (const FieldModel& part : field.element->fields) {
         if (std::any_of(paths.begin(), paths.end(), [&](const FieldPath& path) {
-                return path.field == &field && (!path.part || path.part == part.field);
+                return path == FieldPath{&field, nullptr} || path == FieldPath{&field, &part};
             })) {
-            parts.push_back(std::move(part));
+            parts.push_back({&part});
         }
     }
     return parts;
 }
 
 }    // namespace
+
+FieldLookup lookUp(const KindModel& kind, const std::vector<std::string_view>& names)
+{
+    FieldLookup lookup{.path = {}, .known = 0, .holder = &kind};
+    for (const std::string_view name : names) {
+        const FieldModel* const found =
+            lookup.holder != nullptr ? lookup.holder->field(name) : nullptr;
+        if (found == nullptr) {
+            break;
+        }
+        (lookup.known == 0 ? lookup.path.field : lookup.path.part) = found;
+        lookup.holder = found->element;
+        ++lookup.known;
+    }
+    return lookup;
+}
+
+FieldPath pathOf(const KindModel& kind, std::string_view name)
+{
+    if (const FieldModel* field = kind.field(name)) {
+        return {field, nullptr};
+    }
+    for (std::size_t dot = name.find('.'); dot != name.npos; dot = name.find('.', dot + 1)) {
+        const FieldLookup lookup = lookUp(kind, {name.substr(0, dot), name.substr(dot + 1)});
+        if (lookup.known == 2) {
+            return lookup.path;
+        }
+    }
+    return {};
+}
 
 std::vector<FieldPath> pathsOf(const KindModel& kind, const std::vector<std::string>& names)
 {
@@ -63,8 +76,8 @@ void checkNames(const std::vector<const KindModel*>& kinds, const std::vector<st
         if (std::none_of(kinds.begin(), kinds.end(), [&](const KindModel* kind) {
                 return pathOf(*kind, name).field != nullptr;
             })) {
-            throw FieldChoiceError{"no chosen kind of message has a field '" + name +
-                                   "' ('rtcm2 describe' lists them)"};
+            throw FieldPathError{"no chosen kind of message has a field '" + name +
+                                 "' ('rtcm2 describe' lists them)"};
         }
     }
 }

@@ -1,0 +1,55 @@
+// What a session finds in an input, message by message.
+#pragma once
+
+#include "format/FormatModel.h"
+#include "framing/Frame.h"
+#include "plugin/MessageReference.h"
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+// One message, or a stretch of the input that gave none.
+struct Found {
+    enum class What : std::uint8_t {
+        message,        // decoded
+        unreported,     // decoded, but of a kind that the decoder reports to nobody
+        damaged,        // bad parity, or bytes where a message had to begin
+        truncated,      // the input ends inside a message
+        unknownType,    // a message of no kind that the decoder knows
+        misfit,         // a message of a known kind whose content does not fit
+    };
+
+    What what = What::message;
+    std::uint64_t number = 0;    // in its input, from 1
+    std::uint64_t begin = 0;     // byte of the input in which it begins
+    std::uint64_t end = 0;       // one past the byte in which it ends
+
+    // Of a message:
+    const KindModel* kind = nullptr;
+    const void* record = nullptr;
+    MessageReference message;    // holds the record
+    std::size_t bits = 0;        // of the packed message that the kind's layout consumed
+
+    std::string text;    // what is wrong, for people; empty for messages
+
+    // The bytes that were decoded, or would have been.
+    std::span<const std::uint8_t> packed() const { return std::span(storage).first(size); }
+    void setPacked(std::span<const std::uint8_t> bytes);
+
+private:
+    std::array<std::uint8_t, framing::maxMessageBytes> storage;
+    std::size_t size = 0;
+};
+
+// What was found, for people: "damaged message".
+const char* nameOf(Found::What what);
+
+// Some of what was found, in its order.
+struct Batch {
+    const std::string* input = nullptr;       // name for people
+    const KindModel* kindBefore = nullptr;    // of the last message before these; null for none
+    std::span<const Found> found;
+};
