@@ -101,7 +101,9 @@ std::vector<RTCM2_text_s> codedTexts(const FieldModel& field)
     if (field.row->has_do_not_use != 0) {
         texts.push_back({field.row->do_not_use, doNotUse});
     }
-    texts.insert(texts.end(), field.row->texts, field.row->texts + field.row->text_count);
+    for (unsigned i = 0; i < field.row->text_count; ++i) {
+        texts.push_back(field.row->texts[i]);
+    }
     return texts;
 }
 
