@@ -16,12 +16,10 @@ const std::string misfit = "660c05112200\n";
 
 class Counter : public Sink {
 public:
-    void take(const Batch& batch, Text&) override
+    void take(const Found& found) override
     {
-        for (const Found& found : batch.found) {
-            messages += found.what == Found::What::message ? 1 : 0;
-            troubles += found.text.empty() ? "" : found.text + ';';
-        }
+        messages += found.what == Found::What::message ? 1 : 0;
+        troubles += found.text.empty() ? "" : found.text + ';';
     }
 
     int messages = 0;

@@ -1,13 +1,5 @@
 #include "session/Found.h"
 
-#include <algorithm>
-
-void Found::setPacked(std::span<const std::uint8_t> bytes)
-{
-    size = std::min(bytes.size(), storage.size());
-    std::copy_n(bytes.begin(), size, storage.begin());
-}
-
 const char* nameOf(Found::What what)
 {
     switch (what) {

@@ -2,14 +2,11 @@
 #pragma once
 
 #include "format/FormatModel.h"
-#include "framing/Frame.h"
 #include "plugin/MessageReference.h"
 
-#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
-#include <vector>
 
 // One message, or a stretch of the input that gave none.
 struct Found {
@@ -35,21 +32,9 @@ struct Found {
 
     std::string text;    // what is wrong, for people; empty for messages
 
-    // The bytes that were decoded, or would have been.
-    std::span<const std::uint8_t> packed() const { return std::span(storage).first(size); }
-    void setPacked(std::span<const std::uint8_t> bytes);
-
-private:
-    std::array<std::uint8_t, framing::maxMessageBytes> storage;
-    std::size_t size = 0;
+    // The packed message as it was decoded, or would have been; valid while a sink takes it.
+    std::span<const std::uint8_t> bytes;
 };
 
 // What was found, for people: "damaged message".
 const char* nameOf(Found::What what);
-
-// Some of what was found, in its order.
-struct Batch {
-    const std::string* input = nullptr;       // name for people
-    const KindModel* kindBefore = nullptr;    // of the last message before these; null for none
-    std::span<const Found> found;
-};

@@ -11,19 +11,20 @@ Session::Session(const FormatModel& model, DecoderDriver& driver,
 {
 }
 
+Session::~Session() = default;
+
 ExitStatus Session::run(const std::vector<std::string>& inputs,
                         const SessionOptions& sessionOptions, Sink& target)
 {
     options = sessionOptions;
     sink = &target;
-    pipeline = std::make_unique<Pipeline>(target);
     bool allReadable = true;
     for (const std::string& name : inputs) {
-        InputFile input(name);
-        progress = std::make_unique<Progress>(options.showsProgress && !input.isTyped());
-        readInput(input);
-        if (!input.problem().empty()) {
-            progress->tell(input.problem());
+        input = std::make_unique<InputFile>(name);
+        progress = std::make_unique<Progress>(options.showsProgress && !input->isTyped());
+        readInput();
+        if (!input->problem().empty()) {
+            tell(input->problem());
             allReadable = false;
         }
         if (isDone() || interrupt::requested()) {
@@ -31,7 +32,6 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
         }
     }
     progress.reset();
-    pipeline.reset();
     sink->finish();
     return statusOfEnd(allReadable);
 }
@@ -50,72 +50,95 @@ ExitStatus Session::statusOfEnd(bool allReadable) const
     return good == 0 ? ExitStatus::nothingFound : ExitStatus::success;
 }
 
-void Session::readInput(InputFile& input)
+void Session::readInput()
 {
-    const std::unique_ptr<PacketReader> reader = readerFactory();
-    progress->begin(input.name(), input.size());
-    readBytes(input, *reader);
-    // An input that was left early does not end here: what is incomplete is not truncated.
-    if (!interrupt::requested()) {
-        reader->finish();
-        drain(*reader, input.name());
+    reader = readerFactory();
+    bytesRead = 0;
+    isFinished = false;
+    progress->begin(input->name(), input->size());
+    sink->beginInput(input->name());
+    {
+        FrameQueue frames([this](FrameBatch& batch) { fill(batch); }, !input->isLive());
+        const FrameBatch* batch = &frames.next();
+        while (!batch->isEmpty()) {
+            takeAll(*batch);
+            if (isDone()) {
+                break;
+            }
+            batch = &frames.next();
+        }
     }
-    pipeline->flush();
     progress->erase();
     const ReaderCounters counters = reader->counters();
-    if (input.problem().empty() || counters.bytesRead > 0) {
-        sink->endOfInput(input.name(), counters);
+    if (input->problem().empty() || counters.bytesRead > 0) {
+        sink->endOfInput(input->name(), counters);
     }
 }
 
-void Session::readBytes(InputFile& input, PacketReader& reader)
+// Does not wait for bytes with something at hand.
+void Session::fill(FrameBatch& batch)
 {
-    std::uint64_t bytesRead = 0;
-    while (!isDone()) {
-        const std::span<const std::uint8_t> bytes = input.read();
-        if (bytes.empty()) {
-            return;
+    while (!batch.isFull()) {
+        if (const framing::Frame* frame = reader->next()) {
+            const bool isDamaged = frame->kind == framing::Frame::Kind::damaged;
+            batch.add(*frame, reader->recorded(), isDamaged ? reader->damage() : std::string());
+        } else if ((!batch.isEmpty() && input->isLive()) || !readOn()) {
+            break;
         }
+    }
+}
+
+// Gives the reader more bytes, or the end of the input; false when it has had that.
+bool Session::readOn()
+{
+    if (isFinished) {
+        return false;
+    }
+    const std::span<const std::uint8_t> bytes = input->read();
+    if (!bytes.empty()) {
         bytesRead += bytes.size();
-        reader.push(bytes);
-        drain(reader, input.name());
-        if (input.isLive()) {
-            pipeline->flush();
-            sink->pause();
-        }
+        reader->push(bytes);
+        const std::lock_guard lock(tellMutex);
         progress->advance(bytesRead);
+        return true;
     }
+    isFinished = true;
+    // An input that was left early does not end here: what is incomplete is not truncated.
+    if (interrupt::requested()) {
+        return false;
+    }
+    reader->finish();
+    return true;
 }
 
-void Session::drain(PacketReader& reader, const std::string& name)
+void Session::takeAll(const FrameBatch& batch)
 {
-    while (!isDone()) {
-        const framing::Frame* frame = reader.next();
-        if (frame == nullptr) {
+    for (const FrameBatch::Entry& entry : batch.entries()) {
+        take(batch, entry);
+        if (isDone()) {
             return;
         }
-        find(reader, *frame, name);
+    }
+    if (input->isLive()) {
+        sink->pause();
     }
 }
 
-void Session::find(PacketReader& reader, const framing::Frame& frame, const std::string& name)
+void Session::take(const FrameBatch& batch, const FrameBatch::Entry& entry)
 {
-    Found& found = pipeline->place();
-    found.number = frame.number;
-    found.begin = frame.beginOffset;
-    found.end = frame.endOffset;
-    found.kind = nullptr;
+    found.number = entry.number;
+    found.begin = entry.begin;
+    found.end = entry.end;
     found.text.clear();
-    switch (frame.kind) {
+    switch (entry.kind) {
     case framing::Frame::Kind::message:
-        ++good;
-        if (!decode(reader, frame, found)) {
+        if (!decode(batch.bytesOf(entry), entry.isRecording)) {
             return;
         }
         break;
     case framing::Frame::Kind::damaged:
         found.what = Found::What::damaged;
-        found.text = reader.damage();
+        found.text = batch.problemOf(entry);
         break;
     case framing::Frame::Kind::truncated:
         found.what = Found::What::truncated;
@@ -123,22 +146,22 @@ void Session::find(PacketReader& reader, const framing::Frame& frame, const std:
         break;
     }
     counted += sink->counts(found) ? 1U : 0U;
+    sink->take(found);
     if (!found.text.empty()) {
-        tell(found, name);
+        tellTrouble();
     }
-    pipeline->add(name);
 }
 
 // False for what the filter keeps back.
-bool Session::decode(PacketReader& reader, const framing::Frame& frame, Found& found)
+bool Session::decode(std::span<const std::uint8_t> bytes, bool isRecording)
 {
-    const std::span<const std::uint8_t> recorded = reader.recorded();
-    Outcome outcome = recorded.empty() ? decoderDriver.decode(frame.bytes())
-                                       : decoderDriver.extract(recorded, options.mode);
-    found.setPacked(outcome.packed);
+    ++good;
+    Outcome outcome =
+        isRecording ? decoderDriver.extract(bytes, options.mode) : decoderDriver.decode(bytes);
+    found.bytes = outcome.packed;
     switch (outcome.kind) {
     case Outcome::Kind::message:
-        return takeMessage(outcome, found);
+        return takeMessage(outcome);
     case Outcome::Kind::switchedOff:    // by the filter
         return false;
     case Outcome::Kind::unreported:
@@ -156,7 +179,7 @@ bool Session::decode(PacketReader& reader, const framing::Frame& frame, Found& f
     return true;
 }
 
-bool Session::takeMessage(Outcome& outcome, Found& found) const
+bool Session::takeMessage(Outcome& outcome)
 {
     const KindModel& kind = *formatModel.kindOf(outcome.record);
     if (!filter.takes(outcome.record, kind)) {
@@ -171,20 +194,26 @@ bool Session::takeMessage(Outcome& outcome, Found& found) const
 }
 
 // Says what gave no message, and stops there if that is wanted.
-void Session::tell(const Found& found, const std::string& name)
+void Session::tellTrouble()
 {
     stopped = options.onError == OnError::stop;
-    if (stopped || (options.onError == OnError::report && !options.quiet)) {
-        if (options.showsResults) {
-            pipeline->flush();
-            sink->pause();
-        }
-        progress->tell(name + ": message " + std::to_string(found.number) + " at byte " +
-                       std::to_string(found.begin) + ": " + nameOf(found.what) + ": " + found.text);
+    if (!stopped && (options.onError == OnError::skip || options.quiet)) {
+        return;
     }
+    if (options.showsResults) {
+        sink->pause();
+    }
+    tell(input->name() + ": message " + std::to_string(found.number) + " at byte " +
+         std::to_string(found.begin) + ": " + nameOf(found.what) + ": " + found.text);
+}
+
+void Session::tell(const std::string& text)
+{
+    const std::lock_guard lock(tellMutex);
+    progress->tell(text);
 }
 
 bool Session::isDone() const
 {
-    return stopped || pipeline->isDone() || (options.max != 0 && counted >= options.max);
+    return stopped || sink->isDone() || (options.max != 0 && counted >= options.max);
 }

@@ -5,12 +5,13 @@
 #include "base/Progress.h"
 #include "forms/PacketReader.h"
 #include "plugin/DecoderDriver.h"
-#include "session/Pipeline.h"
+#include "session/FrameQueue.h"
 #include "session/Sink.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,9 @@ public:
     // Everything given must outlive the session.
     Session(const FormatModel& model, DecoderDriver& driver, const MessageFilter& messageFilter,
             ReaderFactory makeReader);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
 
     // Reads the inputs one after another, "-" being standard input. An input that cannot be read is
     // told on standard error, and the others are read all the same. Asked to end, the session stops
@@ -44,13 +48,16 @@ public:
                    Sink& target);
 
 private:
-    void readInput(InputFile& input);
-    void readBytes(InputFile& input, PacketReader& reader);
-    void drain(PacketReader& reader, const std::string& name);
-    void find(PacketReader& reader, const framing::Frame& frame, const std::string& name);
-    bool decode(PacketReader& reader, const framing::Frame& frame, Found& found);
-    bool takeMessage(Outcome& outcome, Found& found) const;
-    void tell(const Found& found, const std::string& name);
+    void readInput();
+    void fill(FrameBatch& batch);
+    bool readOn();
+
+    void takeAll(const FrameBatch& batch);
+    void take(const FrameBatch& batch, const FrameBatch::Entry& entry);
+    bool decode(std::span<const std::uint8_t> bytes, bool isRecording);
+    bool takeMessage(Outcome& outcome);
+    void tellTrouble();
+    void tell(const std::string& text);
     ExitStatus statusOfEnd(bool allReadable) const;
     bool isDone() const;
 
@@ -61,9 +68,17 @@ private:
 
     SessionOptions options;
     Sink* sink = nullptr;
-    std::unique_ptr<Pipeline> pipeline;
-    std::unique_ptr<Progress> progress;
+    Found found;                  // in work
     std::uint64_t good = 0;       // messages of any kind, decodable or not
     std::uint64_t counted = 0;    // of what was found, what counts for the sink
     bool stopped = false;         // at trouble
+
+    // What fill() works with, perhaps on a second thread:
+    std::unique_ptr<InputFile> input;
+    std::unique_ptr<PacketReader> reader;
+    std::uint64_t bytesRead = 0;
+    bool isFinished = false;    // the reader knows that nothing more will come
+
+    std::mutex tellMutex;    // of progress, which both threads tell of
+    std::unique_ptr<Progress> progress;
 };

@@ -1,6 +1,7 @@
 // What a command does with what is found.
 #pragma once
 
+#include "base/Output.h"
 #include "base/Text.h"
 #include "forms/PacketReader.h"
 #include "session/Found.h"
@@ -14,15 +15,11 @@ public:
     // Whether what was found counts for --max.
     virtual bool counts(const Found& found) const { return found.what == Found::What::message; }
 
-    // Makes the text of a batch that passed the filter, for take(). May run on another thread, and
-    // on two at once.
-    virtual void print(const Batch&, Text&) const {}
+    // What was found, in its order. Messages have passed the filter.
+    virtual void take(const Found& found) = 0;
 
-    // Takes one batch after the other, in their order, on one thread at a time.
-    virtual void take(const Batch& batch, Text& printed) = 0;
-
-    // The functions below are called when everything before has been taken.
-
+    // Before the first message of an input.
+    virtual void beginInput(const std::string&) {}
     // After the last message of an input.
     virtual void endOfInput(const std::string&, const ReaderCounters&) {}
     // After everything, whatever ended it.
@@ -30,9 +27,47 @@ public:
     // Between two reads of an input whose bytes arrive slowly.
     virtual void pause() {}
 
-    // Whether there is no point in going on. Asked after each batch.
+    // Whether there is no point in going on.
     virtual bool isDone() const { return false; }
     // Whether results are written while inputs are read, so that progress must not be shown on the
     // same terminal.
     virtual bool writesAlong() const { return true; }
+};
+
+// A sink that prints messages one by one to an output.
+class PrintingSink : public Sink {
+public:
+    explicit PrintingSink(Output& out) : output(out) {}
+
+    void take(const Found& found) final
+    {
+        if (found.what == Found::What::message) {
+            print(found, text);
+            if (text.size() >= bytesAtOnce) {
+                writeOut();
+            }
+        }
+    }
+    void finish() override { writeOut(); }
+    void pause() override
+    {
+        writeOut();
+        output.flush();
+    }
+    bool isDone() const override { return output.failed(); }
+
+protected:
+    virtual void print(const Found& message, Text& target) = 0;
+
+    Output& output;
+    Text text;    // what is not yet written
+
+private:
+    static constexpr std::size_t bytesAtOnce = std::size_t{1} << 16;
+
+    void writeOut()
+    {
+        output.write(text.view());
+        text.clear();
+    }
 };

@@ -22,14 +22,11 @@ bool CopySink::counts(const Found& found) const
     return false;
 }
 
-void CopySink::take(const Batch& batch, Text&)
+void CopySink::take(const Found& found)
 {
     bytes.clear();
-    for (const Found& found : batch.found) {
-        if (counts(found)) {
-            // What has just been read is whole.
-            static_cast<void>(writer->append(found.packed(), bytes));
-        }
+    // What has just been read is whole, so that the form can hold it.
+    if (counts(found) && writer->append(found.bytes, bytes)) {
+        output.write({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
     }
-    output.write({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }

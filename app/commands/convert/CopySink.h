@@ -16,7 +16,7 @@ public:
     CopySink(Output& out, const CopyOptions& copyOptions);
 
     bool counts(const Found& found) const override;
-    void take(const Batch& batch, Text& printed) override;
+    void take(const Found& found) override;
     void pause() override { output.flush(); }
     bool isDone() const override { return output.failed(); }
 
@@ -24,5 +24,5 @@ private:
     Output& output;
     CopyOptions options;
     std::unique_ptr<PacketWriter> writer;
-    std::vector<std::uint8_t> bytes;    // of the batch in work
+    std::vector<std::uint8_t> bytes;    // of the message in work
 };

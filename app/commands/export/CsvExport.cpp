@@ -14,30 +14,26 @@ CsvTables tablesFor(const std::vector<const KindModel*>& kinds, const CsvOptions
     return tables;
 }
 
-CsvExport::CsvExport(Output& out, CsvTables kindTables) : output(out), tables(std::move(kindTables))
+CsvExport::CsvExport(Output& out, CsvTables kindTables)
+    : PrintingSink(out), tables(std::move(kindTables))
 {
     if (tables.size() == 1) {
-        output << tables.begin()->second.header();
+        lastKind = tables.begin()->first;
+        text.append(tables.begin()->second.header());
     }
 }
 
-void CsvExport::print(const Batch& batch, Text& text) const
+void CsvExport::print(const Found& found, Text& target)
 {
-    const KindModel* lastKind = tables.size() == 1 ? tables.begin()->first : batch.kindBefore;
-    for (const Found& found : batch.found) {
-        if (found.what != Found::What::message) {
-            continue;
-        }
-        const CsvTable& table = tables.at(found.kind);
-        if (found.kind != lastKind) {
-            text.append(lastKind == nullptr ? "# " : "\n# ");
-            text.append(found.kind->name);
-            text.append('\n');
-            text.append(table.header());
-            lastKind = found.kind;
-        }
-        table.appendRows(text, *batch.input, found);
+    const CsvTable& table = tables.at(found.kind);
+    if (found.kind != lastKind) {
+        target.append(lastKind == nullptr ? "# " : "\n# ");
+        target.append(found.kind->name);
+        target.append('\n');
+        target.append(table.header());
+        lastKind = found.kind;
     }
+    table.appendRows(target, input, found);
 }
 
 CsvFiles::CsvFiles(std::string path, CsvTables kindTables, std::string& failure)
@@ -45,15 +41,12 @@ CsvFiles::CsvFiles(std::string path, CsvTables kindTables, std::string& failure)
 {
 }
 
-void CsvFiles::take(const Batch& batch, Text& printed)
+void CsvFiles::take(const Found& found)
 {
-    for (const Found& found : batch.found) {
-        if (found.what == Found::What::message) {
-            Output& file = fileOf(*found.kind);
-            printed.clear();
-            tables.at(found.kind).appendRows(printed, *batch.input, found);
-            file.write(printed.view());
-        }
+    if (found.what == Found::What::message) {
+        rows.clear();
+        tables.at(found.kind).appendRows(rows, input, found);
+        fileOf(*found.kind).write(rows.view());
     }
 }
 

@@ -18,18 +18,18 @@ CsvTables tablesFor(const std::vector<const KindModel*>& kinds, const CsvOptions
 
 // Everything goes to one output. If there is one table, it has its header line in any case; of
 // several, each begins anew where the kind of the messages changes.
-class CsvExport : public Sink {
+class CsvExport : public PrintingSink {
 public:
     CsvExport(Output& out, CsvTables kindTables);
 
-    void print(const Batch& batch, Text& text) const override;
-    void take(const Batch&, Text& printed) override { output.write(printed.view()); }
-    void pause() override { output.flush(); }
-    bool isDone() const override { return output.failed(); }
+    void beginInput(const std::string& name) override { input = name; }
 
 private:
-    Output& output;
+    void print(const Found& found, Text& target) override;
+
     CsvTables tables;
+    std::string input;
+    const KindModel* lastKind = nullptr;
 };
 
 // Each kind of which there are messages goes to a file of its own in one directory.
@@ -38,7 +38,8 @@ public:
     // `failure` gets what could not be written, for people; it stays empty when all was.
     CsvFiles(std::string path, CsvTables kindTables, std::string& failure);
 
-    void take(const Batch& batch, Text& printed) override;
+    void beginInput(const std::string& name) override { input = name; }
+    void take(const Found& found) override;
     void pause() override;
     void finish() override;
     bool isDone() const override;
@@ -49,5 +50,7 @@ private:
     std::string directory;
     CsvTables tables;
     std::string& problem;
+    std::string input;
+    Text rows;
     std::map<const KindModel*, std::unique_ptr<Output>> files;
 };

@@ -166,7 +166,7 @@ void CsvTable::appendRow(Text& text, const std::string& input, const Found& foun
     }
     if (options.withHex) {
         std::string digits;
-        appendHex(digits, found.packed());
+        appendHex(digits, found.bytes);
         text.append(options.separator);
         text.append(digits);
     }

@@ -16,7 +16,7 @@ void appendMember(Text& text, const char* key, std::string_view plain)
 
 JsonExport::JsonExport(Output& out, JsonOptions jsonOptions,
                        const std::vector<const KindModel*>& kinds)
-    : output(out), options(std::move(jsonOptions)),
+    : PrintingSink(out), options(std::move(jsonOptions)),
       plans(static_cast<std::size_t>(RTCM2_last_kind()) + 1)
 {
     for (const KindModel* kind : kinds) {
@@ -26,56 +26,47 @@ JsonExport::JsonExport(Output& out, JsonOptions jsonOptions,
     }
 }
 
-void JsonExport::print(const Batch& batch, Text& text) const
+void JsonExport::beginInput(const std::string& name)
 {
-    const std::string input =
-        options.withInput ? ",\"input\":" + jsonString(*batch.input) : std::string();
-    for (const Found& found : batch.found) {
-        if (found.what == Found::What::message) {
-            printMessage(found, input, text);
-        }
-    }
-}
-
-void JsonExport::printMessage(const Found& found, const std::string& input, Text& text) const
-{
-    const KindPlan& plan = plans[found.kind->number()];
-    text.append(plan.head);
-    appendUnsigned(text, found.number);
-    text.append(",\"byte\":");
-    appendUnsigned(text, found.begin);
-    text.append(input);
-    text.append(",\"fields\":");
-    plan.fields.appendValues(text, found.record);
-    if (options.withTexts) {
-        text.append(",\"texts\":");
-        plan.fields.appendTexts(text, found.record);
-    }
-    std::string bits;
-    appendUnusualFill(bits, found.packed(), found.bits);
-    if (!bits.empty()) {
-        appendMember(text, ",\"fill\":\"", bits);
-    }
-    if (options.withHex) {
-        std::string digits;
-        appendHex(digits, found.packed());
-        appendMember(text, ",\"hex\":\"", digits);
-    }
-    text.append(options.asArray ? "}" : "}\n");
+    input = options.withInput ? ",\"input\":" + jsonString(name) : std::string();
 }
 
 // In an array each object begins with a comma, but for the first one.
-void JsonExport::take(const Batch&, Text& printed)
+void JsonExport::print(const Found& found, Text& target)
 {
-    if (options.asArray && isFirst && !printed.isEmpty()) {
-        printed.replace(0, '[');
+    const std::size_t begin = target.size();
+    const KindPlan& plan = plans[found.kind->number()];
+    target.append(plan.head);
+    appendUnsigned(target, found.number);
+    target.append(",\"byte\":");
+    appendUnsigned(target, found.begin);
+    target.append(input);
+    target.append(",\"fields\":");
+    plan.fields.appendValues(target, found.record);
+    if (options.withTexts) {
+        target.append(",\"texts\":");
+        plan.fields.appendTexts(target, found.record);
     }
-    isFirst = isFirst && printed.isEmpty();
-    output.write(printed.view());
+    std::string bits;
+    appendUnusualFill(bits, found.bytes, found.bits);
+    if (!bits.empty()) {
+        appendMember(target, ",\"fill\":\"", bits);
+    }
+    if (options.withHex) {
+        std::string digits;
+        appendHex(digits, found.bytes);
+        appendMember(target, ",\"hex\":\"", digits);
+    }
+    target.append(options.asArray ? "}" : "}\n");
+    if (options.asArray && isFirst) {
+        target.replace(begin, '[');
+    }
+    isFirst = false;
 }
 
 void JsonExport::finish()
 {
+    PrintingSink::finish();
     if (options.asArray) {
         output << (isFirst ? "[]\n" : "\n]\n");
     }

@@ -1,7 +1,6 @@
 // Messages as JSON objects.
 #pragma once
 
-#include "base/Output.h"
 #include "commands/export/JsonPlan.h"
 #include "session/Sink.h"
 
@@ -16,16 +15,13 @@ struct JsonOptions {
     std::vector<std::string> fields{};    // names; empty for all
 };
 
-class JsonExport : public Sink {
+class JsonExport : public PrintingSink {
 public:
     // `kinds` are those that may occur.
     JsonExport(Output& out, JsonOptions jsonOptions, const std::vector<const KindModel*>& kinds);
 
-    void print(const Batch& batch, Text& text) const override;
-    void take(const Batch& batch, Text& printed) override;
+    void beginInput(const std::string& name) override;
     void finish() override;
-    void pause() override { output.flush(); }
-    bool isDone() const override { return output.failed(); }
 
 private:
     struct KindPlan {
@@ -33,10 +29,10 @@ private:
         JsonPlan fields;
     };
 
-    void printMessage(const Found& found, const std::string& input, Text& text) const;
+    void print(const Found& found, Text& target) override;
 
-    Output& output;
     JsonOptions options;
     std::vector<KindPlan> plans;    // by the number of the kind
+    std::string input;              // as a member
     bool isFirst = true;
 };

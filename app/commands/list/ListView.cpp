@@ -34,7 +34,8 @@ std::vector<std::string> sharedColumns(const std::vector<const KindModel*>& kind
 
 ListView::ListView(Output& out, const ListOptions& listOptions,
                    const std::vector<const KindModel*>& kinds)
-    : output(out), options(listOptions), columns(static_cast<std::size_t>(RTCM2_last_kind()) + 1)
+    : PrintingSink(out), options(listOptions),
+      columns(static_cast<std::size_t>(RTCM2_last_kind()) + 1)
 {
     for (const KindModel* kind : kinds) {
         columns[kind->number()] = columnsOf(*kind);
@@ -52,7 +53,7 @@ void ListView::writeHeader(const std::vector<const KindModel*>& kinds)
     for (const std::string& name : names) {
         header += (header.empty() ? "" : options.separator) + name;
     }
-    output << header << "\n";
+    text.append(header + "\n");
 }
 
 ListView::Columns ListView::columnsOf(const KindModel& kind) const
@@ -69,31 +70,22 @@ ListView::Columns ListView::columnsOf(const KindModel& kind) const
     return all;
 }
 
-void ListView::print(const Batch& batch, Text& text) const
+void ListView::print(const Found& found, Text& target)
 {
-    for (const Found& found : batch.found) {
-        if (found.what == Found::What::message) {
-            printLine(found, text);
-        }
-    }
-}
-
-void ListView::printLine(const Found& found, Text& text) const
-{
-    const std::size_t begin = text.size();
+    const std::size_t begin = target.size();
     if (options.position) {
-        appendUnsigned(text, found.number);
-        text.append(options.separator);
-        appendUnsigned(text, found.begin);
-        text.append(options.separator);
+        appendUnsigned(target, found.number);
+        target.append(options.separator);
+        appendUnsigned(target, found.begin);
+        target.append(options.separator);
     }
     for (const FieldPath& path : columns[found.kind->number()]) {
         if (path.field != nullptr) {
-            options.interpreted ? appendInterpreted(text, path, found.record, false)
-                                : appendRaw(text, path, found.record);
+            options.interpreted ? appendInterpreted(target, path, found.record, false)
+                                : appendRaw(target, path, found.record);
         }
-        text.append(options.separator);
+        target.append(options.separator);
     }
-    text.cut(std::max(begin, text.size() - options.separator.size()));
-    text.append('\n');
+    target.cut(std::max(begin, target.size() - options.separator.size()));
+    target.append('\n');
 }

@@ -1,7 +1,6 @@
 // One line a message.
 #pragma once
 
-#include "base/Output.h"
 #include "format/FieldPath.h"
 #include "session/Sink.h"
 
@@ -15,16 +14,11 @@ struct ListOptions {
     std::vector<std::string> fields;    // names or identifiers; empty for all of the kind
 };
 
-class ListView : public Sink {
+class ListView : public PrintingSink {
 public:
     // `kinds` are those that may occur; the header line names the columns that they share.
     ListView(Output& out, const ListOptions& listOptions,
              const std::vector<const KindModel*>& kinds);
-
-    void print(const Batch& batch, Text& text) const override;
-    void take(const Batch&, Text& printed) override { output.write(printed.view()); }
-    void pause() override { output.flush(); }
-    bool isDone() const override { return output.failed(); }
 
 private:
     // The fields that make up the line of a kind; without field where the kind lacks a chosen one.
@@ -32,9 +26,8 @@ private:
 
     void writeHeader(const std::vector<const KindModel*>& kinds);
     Columns columnsOf(const KindModel& kind) const;
-    void printLine(const Found& found, Text& text) const;
+    void print(const Found& found, Text& target) override;
 
-    Output& output;
     ListOptions options;
     std::vector<Columns> columns;    // by the number of the kind
 };

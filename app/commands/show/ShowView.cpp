@@ -27,49 +27,45 @@ std::size_t longestName(const KindModel& kind)
 
 }    // namespace
 
-void ShowView::print(const Batch& batch, Text& text) const
+void ShowView::print(const Found& found, Text& target)
 {
-    for (const Found& found : batch.found) {
-        if (found.what == Found::What::message) {
-            printHead(found, text);
-            printFields(*found.kind, found.record, "  ", text);
-            text.append('\n');
-        }
-    }
+    printHead(found, target);
+    printFields(*found.kind, found.record, "  ", target);
+    target.append('\n');
 }
 
-void ShowView::printHead(const Found& found, Text& text) const
+void ShowView::printHead(const Found& found, Text& target) const
 {
     const std::string about = found.kind->text.empty() ? "" : ": " + found.kind->text;
-    paint(bold, found.kind->name + about, text);
+    paint(bold, found.kind->name + about, target);
     paint(dim,
           "  #" + std::to_string(found.number) + ", bytes " + std::to_string(found.begin) + " to " +
               std::to_string(found.end - 1),
-          text);
-    text.append('\n');
+          target);
+    target.append('\n');
 }
 
 void ShowView::printFields(const KindModel& kind, const void* record, const std::string& indent,
-                           Text& text) const
+                           Text& target) const
 {
     const std::size_t width = longestName(kind);
     for (const FieldModel& field : kind.fields) {
         if (field.element != nullptr) {
-            printElements(field, record, indent, text);
+            printElements(field, record, indent, target);
         } else if (field.isPresent(record)) {
-            text.append(indent);
-            paint(cyan, padded(field.name, width), text);
-            text.append("  ");
-            printField(field, record, text);
-            text.append('\n');
+            target.append(indent);
+            paint(cyan, padded(field.name, width), target);
+            target.append("  ");
+            printField(field, record, target);
+            target.append('\n');
         }
     }
 }
 
 // The meaning of a coded value is followed by the value.
-void ShowView::printField(const FieldModel& field, const void* record, Text& text) const
+void ShowView::printField(const FieldModel& field, const void* record, Text& target) const
 {
-    appendInterpreted(text, field, record, true);
+    appendInterpreted(target, field, record, true);
     if (!field.hasTexts() || field.isRepeated()) {
         return;
     }
@@ -77,30 +73,30 @@ void ShowView::printField(const FieldModel& field, const void* record, Text& tex
     if (meaningOf(field, value) != nullptr) {
         Text raw;
         appendPlain(raw, field, value);
-        paint(dim, " (" + std::string(raw.view()) + ")", text);
+        paint(dim, " (" + std::string(raw.view()) + ")", target);
     }
 }
 
 void ShowView::printElements(const FieldModel& field, const void* record, const std::string& indent,
-                             Text& text) const
+                             Text& target) const
 {
     const std::string ofAll = " of " + std::to_string(field.count(record));
     unsigned number = 0;
     field.eachElement(record, [&](const void* element) {
-        text.append(indent);
-        paint(cyan, field.name + " " + std::to_string(++number) + ofAll, text);
-        text.append('\n');
-        printFields(*field.element, element, indent + "  ", text);
+        target.append(indent);
+        paint(cyan, field.name + " " + std::to_string(++number) + ofAll, target);
+        target.append('\n');
+        printFields(*field.element, element, indent + "  ", target);
     });
 }
 
-void ShowView::paint(const char* code, std::string_view shown, Text& text) const
+void ShowView::paint(const char* code, std::string_view shown, Text& target) const
 {
     if (colour) {
-        text.append(code);
+        target.append(code);
     }
-    text.append(shown);
+    target.append(shown);
     if (colour) {
-        text.append("\033[0m");
+        target.append("\033[0m");
     }
 }

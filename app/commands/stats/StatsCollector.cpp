@@ -37,21 +37,14 @@ StatsCollector::Parts StatsCollector::partsOf(const KindModel& kind, const Field
     return parts;
 }
 
-void StatsCollector::take(const Batch& batch, Text&)
-{
-    for (const Found& found : batch.found) {
-        count(found);
-    }
-}
-
-void StatsCollector::count(const Found& found)
+void StatsCollector::take(const Found& found)
 {
     switch (found.what) {
     case Found::What::message:
         return countMessage(found);
     case Found::What::unreported:
         ++current.unreported;
-        current.unreportedTypes.add(typeNumberOf(found.packed()));
+        current.unreportedTypes.add(typeNumberOf(found.bytes));
         break;
     case Found::What::damaged:
         ++current.damaged;
@@ -61,7 +54,7 @@ void StatsCollector::count(const Found& found)
         break;
     case Found::What::unknownType:
         ++current.unknown;
-        current.unknownTypes.add(typeNumberOf(found.packed()));
+        current.unknownTypes.add(typeNumberOf(found.bytes));
         current.events.add(found.text);
         break;
     case Found::What::misfit:

@@ -27,7 +27,7 @@ public:
     StatsCollector(std::unique_ptr<StatsView> statsView, const FieldParts& fieldParts,
                    TypeNumberOf numberOf, const std::vector<const KindModel*>& kinds);
 
-    void take(const Batch& batch, Text& printed) override;
+    void take(const Found& found) override;
     void endOfInput(const std::string& name, const ReaderCounters& counters) override;
     void finish() override { view->total(all, inputs); }
     bool writesAlong() const override { return false; }    // but at the end of each input
@@ -44,7 +44,6 @@ private:
     };
 
     static Parts partsOf(const KindModel& kind, const FieldParts& names);
-    void count(const Found& found);
     void countMessage(const Found& found);
     void countSatellites(const Parts& parts, const void* record, SatelliteCounts& satellites);
 
