@@ -1,7 +1,7 @@
 // What is wrong with an expression, shown at its place.
 #pragma once
 
-#include "filter/MessageFilter.h"
+#include "filter/FilterError.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,7 @@
 // Which messages a command takes.
 #pragma once
 
+#include "filter/FilterError.h"
 #include "format/FormatModel.h"
 
 #include <cstdint>
@@ -14,11 +15,6 @@ struct FilterOptions {
     std::vector<std::string> stations{};    // numbers; empty for all
     std::string where{};                    // expression over fields; empty for none
     std::vector<std::string> excludedKinds{};    // as kinds; taken away from these
-};
-
-// A filter that cannot be understood; the text is for people and points at the place.
-struct FilterError {
-    std::string text;
 };
 
 class Expression;
