@@ -1,5 +1,6 @@
 // The program itself on a stream of 100 MB, against what it cannot do without: framing alone for
-// `stats`, and for `export` the JSON library's own writer putting out the same text.
+// `stats`; for all that print, putting out the same text by copying it, and for JSON the JSON
+// library's own writer, too.
 #include "Workload.h"
 #include "framing/Framer.h"
 
@@ -12,10 +13,13 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <random>
+#include <sstream>
 #include <string>
 
 namespace bench {
@@ -113,19 +117,62 @@ void framingAlone(benchmark::State& state)
     count(state);
 }
 
-// The objects that the program puts out for the sample, parsed.
-std::vector<rapidjson::Document> exportedObjects(std::string& text)
+// What the program puts out for the sample; empty when it fails.
+std::string textOf(const std::string& arguments)
 {
-    const TemporaryFile exported("export");
-    const std::string command = quotedPath(program) + " export " + quotedPath(RTCM2_BENCH_SAMPLE) +
-                                " > " + quotedPath(exported.path());
-    std::vector<rapidjson::Document> objects;
-    if (std::system(command.c_str()) == 0) {
-        std::ifstream lines(exported.path());
-        for (std::string line; std::getline(lines, line);) {
-            objects.emplace_back().Parse(line.c_str());
-            text += line + '\n';
+    const TemporaryFile printed("text");
+    const std::string command = quotedPath(program) + " " + arguments + " " +
+                                quotedPath(RTCM2_BENCH_SAMPLE) + " > " + quotedPath(printed.path());
+    if (std::system(command.c_str()) != 0) {
+        return {};
+    }
+    std::ifstream file(printed.path(), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::unique_ptr<std::FILE, int (*)(std::FILE*)> nowhere()
+{
+    return {std::fopen("/dev/null", "wb"), std::fclose};
+}
+
+void countText(benchmark::State& state, const std::string& text)
+{
+    count(state);
+    state.counters["text_bytes"] = static_cast<double>(text.size() * capture().rounds());
+}
+
+// The text of the sample over and over, through a block.
+void copyAlone(benchmark::State& state, const std::string& arguments)
+{
+    const std::string text = textOf(arguments);
+    if (text.empty()) {
+        state.SkipWithError("the program failed");
+        return;
+    }
+    const std::size_t rounds = capture().rounds();
+    std::string block(blockSize + text.size(), ' ');
+    for (auto _ : state) {
+        const auto file = nowhere();
+        std::size_t used = 0;
+        for (std::size_t round = 0; round < rounds; ++round) {
+            std::memcpy(&block[used], text.data(), text.size());
+            used += text.size();
+            if (used >= blockSize) {
+                std::fwrite(block.data(), 1, used, file.get());
+                used = 0;
+            }
         }
+    }
+    countText(state, text);
+}
+
+// The objects of a text, parsed.
+std::vector<rapidjson::Document> objectsOf(const std::string& text)
+{
+    std::vector<rapidjson::Document> objects;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        objects.emplace_back().Parse(line.c_str());
     }
     return objects;
 }
@@ -141,8 +188,8 @@ void writeObjects(const std::vector<rapidjson::Document>& objects, rapidjson::St
 
 void jsonWriterAlone(benchmark::State& state)
 {
-    std::string exported;
-    const auto objects = exportedObjects(exported);
+    const std::string exported = textOf("export");
+    const auto objects = objectsOf(exported);
     rapidjson::StringBuffer text;
     writeObjects(objects, text);
     if (exported.empty() || exported != text.GetString()) {
@@ -151,16 +198,14 @@ void jsonWriterAlone(benchmark::State& state)
     }
     const std::size_t rounds = capture().rounds();
     for (auto _ : state) {
-        const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen("/dev/null", "wb"),
-                                                                   std::fclose);
+        const auto file = nowhere();
         for (std::size_t round = 0; round < rounds; ++round) {
             text.Clear();
             writeObjects(objects, text);
             std::fwrite(text.GetString(), 1, text.GetSize(), file.get());
         }
     }
-    count(state);
-    state.counters["text_bytes"] = static_cast<double>(exported.size() * rounds);
+    countText(state, exported);
 }
 
 const bool registered = [] {
@@ -169,8 +214,14 @@ const bool registered = [] {
     };
     add("stats/100 MB stream/rtcm2", [](auto& state) { runProgram(state, "stats"); });
     add("stats/100 MB stream/framing", framingAlone);
-    add("export/100 MB stream/rtcm2", [](auto& state) { runProgram(state, "export"); });
-    add("export/100 MB stream/json_writer", jsonWriterAlone);
+    for (const std::string& arguments :
+         {std::string("export"), std::string("export --format csv --type 1 --rows Corrections"),
+          std::string("list")}) {
+        const std::string name = "print/rtcm2 " + arguments;
+        add((name + "/rtcm2").c_str(), [=](auto& state) { runProgram(state, arguments); });
+        add((name + "/copy").c_str(), [=](auto& state) { copyAlone(state, arguments); });
+    }
+    add("print/rtcm2 export/json_writer", jsonWriterAlone);
     return true;
 }();
 
