@@ -1,0 +1,10 @@
+// Text of unknown origin on its way to a terminal.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// The text with everything escaped as \xNN, byte by byte, that could steer a terminal or hide in
+// it: control characters (line ends and tabs too), characters that are invisible or turn the
+// direction of writing, and bytes that are no valid UTF-8. Everything else stays as it is.
+std::string printable(std::string_view utf8);
