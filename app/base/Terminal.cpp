@@ -1,8 +1,12 @@
 #include "base/Terminal.h"
 
+#include "base/Descriptor.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+
+#include <unistd.h>
 
 namespace {
 
@@ -79,4 +83,21 @@ std::string printable(std::string_view utf8)
         utf8.remove_prefix(std::max<std::size_t>(shown, 1));
     }
     return text;
+}
+
+void tell(std::string_view text)
+{
+    tellLines("rtcm2: " + printable(text));
+}
+
+void tellLines(std::string_view text)
+{
+    std::string lines;
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        lines += printable(line) + '\n';
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+    }
+    const bool told = writeAll(STDERR_FILENO, lines);
+    static_cast<void>(told);    // there is nobody else to tell
 }
