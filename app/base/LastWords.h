@@ -12,4 +12,7 @@ void install();
 // Tells about the exception that is being handled. It is no use to the caller beyond the status.
 ExitStatus tellException();
 
+// For those who cannot pass on that there is none: ends the program as an exception would.
+[[noreturn]] void endWithoutMemory();
+
 }    // namespace lastWords

@@ -1,12 +1,14 @@
 #include "commands/OutputFile.h"
 
 #include "base/InputFile.h"
+#include "base/LastWords.h"
 #include "base/Terminal.h"
 #include "commands/Command.h"
 #include "forms/PacketWriter.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
 
 #include <unistd.h>
 
@@ -54,8 +56,23 @@ bool isWorthKeeping(ExitStatus status, const std::vector<std::string>& inputs)
     return !isCut || std::any_of(inputs.begin(), inputs.end(), isLiveInput);
 }
 
-ExitStatus tellEnd(Output& output, ExitStatus status, const std::vector<std::string>& inputs)
+namespace {
+
+ExitStatus statusOf(const std::function<ExitStatus()>& work)
 {
+    try {
+        return work();
+    } catch (const std::bad_alloc&) {
+        return lastWords::tellException();
+    }
+}
+
+}    // namespace
+
+ExitStatus workInto(Output& output, const std::vector<std::string>& inputs,
+                    const std::function<ExitStatus()>& work)
+{
+    const ExitStatus status = statusOf(work);
     if (!isWorthKeeping(status, inputs) && output.discard()) {
         tell("nothing was written to " + output.fileName());
     } else if (!output.close() && !output.readerIsGone()) {
@@ -74,6 +91,8 @@ ExitStatus print(const std::string& text, const std::string& outputName)
     if (!openOutput(output, outputName)) {
         return ExitStatus::unwritable;
     }
-    output << text;
-    return tellEnd(output, ExitStatus::success, {});
+    return workInto(output, {}, [&] {
+        output << text;
+        return ExitStatus::success;
+    });
 }

@@ -4,6 +4,7 @@
 #include "base/ExitStatus.h"
 #include "base/Output.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -28,9 +29,11 @@ bool openOutput(Output& output, const std::string& name);
 // live input is always of use, as it does not come again.
 bool isWorthKeeping(ExitStatus status, const std::vector<std::string>& inputs);
 
-// Closes the output, or gives it up if it is not worth keeping, and tells on standard error what
-// ended the command. The result is `status`, unless the output could not be written.
-ExitStatus tellEnd(Output& output, ExitStatus status, const std::vector<std::string>& inputs);
+// Does the work, closes the output, or gives it up if it is not worth keeping, and tells on
+// standard error what ended the command. The result is that of the work, unless the output could
+// not be written.
+ExitStatus workInto(Output& output, const std::vector<std::string>& inputs,
+                    const std::function<ExitStatus()>& work);
 
 // Writes a text to the file of this name, or to standard output if there is no name.
 ExitStatus print(const std::string& text, const std::string& outputName = {});

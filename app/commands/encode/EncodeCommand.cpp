@@ -72,5 +72,5 @@ ExitStatus EncodeCommand::run(Host&)
     if (inputs.empty()) {
         inputs = {"-"};
     }
-    return tellEnd(output, session.run(inputs), inputs);
+    return workInto(output, inputs, [&] { return session.run(inputs); });
 }
