@@ -2,16 +2,18 @@
 
 #include "base/Unfinished.h"
 
+#include <atomic>
 #include <csignal>
 
 namespace {
 
-volatile std::sig_atomic_t noted = 0;    // number of the first signal
+std::atomic<int> noted{0};    // number of the first signal
+static_assert(std::atomic<int>::is_always_lock_free, "a signal handler sets it");
 
 void note(int number)
 {
-    if (noted == 0) {
-        noted = number;
+    int none = 0;
+    if (noted.compare_exchange_strong(none, number)) {
         return;
     }
     unfinished::removeAll();
