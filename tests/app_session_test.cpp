@@ -1,9 +1,14 @@
 // Sessions: how inputs are read and how they end, and which messages are written again.
+#include "base/Descriptor.h"
 #include "base/Progress.h"
 #include "base/Terminal.h"
 #include "commands/convert/CopySink.h"
 #include "support/AppSession.h"
 
+#include <array>
+#include <thread>
+
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
@@ -146,6 +151,26 @@ TEST(Printable, EscapesWhatIsNoVisibleCharacter)
     for (const auto& [text, escaped] : cases) {
         EXPECT_EQ(printable(text), escaped);
     }
+}
+
+// Some who start the program leave it an output that does not wait for its reader.
+TEST(WriteAll, WaitsForASlowReader)
+{
+    int ends[2];
+    ASSERT_EQ(::pipe2(ends, O_NONBLOCK), 0);
+    const std::string sent(300'000, 'x');
+    std::thread writer([&] {
+        EXPECT_TRUE(writeAll(ends[1], sent));
+        ::close(ends[1]);
+    });
+    std::string received;
+    std::array<char, 10'000> part{};
+    for (ssize_t count = -1; count != 0; count = ::read(ends[0], part.data(), part.size())) {
+        received.append(part.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    writer.join();
+    ::close(ends[0]);
+    EXPECT_EQ(received, sent);
 }
 
 }    // namespace
