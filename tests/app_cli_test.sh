@@ -5,6 +5,7 @@ set -u
 rtcm2=$1
 sample=$2/demo.rtcm2
 all=$2/all-types.rtcm2
+damaged=$2/damaged.rtcm2
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work" || exit 1
@@ -15,24 +16,23 @@ fail() {
     failures=$((failures + 1))
 }
 
-# ends STATUS WHAT MESSAGE: the last command did so and, unless the message is empty, said it on stderr.
+# ends STATUS MESSAGE WHAT: the last command did so and, unless the message is empty, said it on stderr.
 ends() {
     local got=$?
-    [ "$got" -eq "$1" ] || fail "status $got instead of $1: $2"
-    [ -z "$3" ] || grep -qF -- "$3" err || fail "stderr lacks '$3': $2"
+    [ "$got" -eq "$1" ] || fail "status $got instead of $1: $3"
+    [ -z "$2" ] || grep -qF -- "$2" err || fail "stderr lacks '$2': $3"
+    [ "$1" -eq 0 ] || [ "$1" -gt 128 ] || [ -s err ] || fail "says nothing: $3"
 }
 
-# expect STATUS MESSAGE COMMAND...
+# expect STATUS MESSAGE ARGUMENTS...
 expect() {
-    timeout 60 "${@:3}" > out 2> err < "${input:-/dev/null}"
-    ends "$1" "${*:3}" "$2"
-    [ "$1" -eq 0 ] || [ -s err ] || fail "says nothing: ${*:3}"
+    timeout 60 "$rtcm2" "${@:3}" > out 2> err < /dev/null
+    ends "$1" "$2" "${*:3}"
 }
 
 # keeps WHEN: the old file is whole, and no unfinished one lies beside it.
 keeps() {
-    [ "$(cat old)" = old ] || fail "the old file is lost $1"
-    [ -z "$(find . -name '.rtcm2-*')" ] || fail "an unfinished file remains $1"
+    [ "$(cat old)$(find . -name '.rtcm2-*')" = old ] || fail "the old file is lost or another one left $1"
 }
 
 waitFor() {
@@ -41,110 +41,104 @@ waitFor() {
 }
 
 echo old > old
-: > empty
 head -c 20000 /dev/zero | tr '\0' 'x' > letters
-head -c 100 "$sample" > short
-for _ in $(seq 300); do cat "$2/damaged.rtcm2"; done > long
-
 for command in list show stats export "convert --to hex"; do
-    expect 0 "" "$rtcm2" $command "$sample"
-    "$rtcm2" $command "$sample" -o new && cmp out new || fail "another file than output: $command"
-    expect 1 "no message" "$rtcm2" $command empty
-    expect 1 "no message" "$rtcm2" $command letters
-    expect 3 "Is a directory" "$rtcm2" $command . -o old
-    expect 3 "No such file" "$rtcm2" $command missing "$sample"
+    expect 0 "" $command "$sample"
+    "$rtcm2" $command "$sample" -o new && cmp out new || fail "a file gets something else: $command"
+    expect 1 "no message" $command /dev/null
+    expect 1 "no message" $command letters
+    expect 3 "Is a directory" $command . -o old
+    expect 3 "No such file" $command missing "$sample"
     [ -s out ] || fail "the other input was not read: $command"
-    expect 4 "No space left" "$rtcm2" $command -o /dev/full "$sample"
-    expect 4 "No such file" "$rtcm2" $command -o no/such/place "$sample"
-    (ulimit -f 0 && "$rtcm2" $command -o old "$sample" 2>&1 | grep -q "File too large") || fail "no limit: $command"
-    expect 2 "" "$rtcm2" $command --no-such-option "$sample"
-    expect 2 "" "$rtcm2" $command --type 99 "$sample"
-    expect 2 "" "$rtcm2" $command --where 'PRC <' "$sample" -o old
+    expect 4 "No space left" $command -o /dev/full "$sample"
+    expect 4 "No such file" $command -o no/such/place "$sample"
+    (ulimit -f 0 && "$rtcm2" $command -o old "$sample" 2>&1) | grep -q "too large" || fail "no limit: $command"
+    expect 2 "" $command --no-such-option "$sample"
+    expect 2 "" $command --type 99 "$sample"
+    expect 2 "" $command --where 'PRC <' "$sample" -o old
     keeps "after a mistake: $command"
 done
-for command in --help --version "list --help" manual "completion zsh" describe; do
-    expect 0 "" "$rtcm2" $command
+for command in --help --version "list --help" manual "completion bash" describe; do
+    expect 0 "" $command
     "$rtcm2" $command > /dev/full 2> err
-    ends 4 "$command" "No space left"
+    ends 4 "No space left" "$command"
 done
-expect 2 "no chosen kind of message has a field" "$rtcm2" list --fields PRCC "$sample"
-expect 2 "" "$rtcm2"
-expect 3 'cannot read \x1B[2J\x0A: ' "$rtcm2" list $'\e[2J\n'
-expect 5 "at byte" "$rtcm2" list --on-error stop "$2/damaged.rtcm2"
-expect 0 "" "$rtcm2" list --quiet short
+expect 2 "no chosen kind of message has a field" list --fields PRCC "$sample"
+expect 2 ""
+expect 3 'cannot read \x1B[2J\x0A: ' list $'\e[2J\n'
+expect 0 "at byte" list "$damaged" -o whole
+expect 0 "" list --quiet "$damaged"
 [ -s err ] && fail "--quiet is not quiet"
 
 # All types but some: what is of an unknown one (14) stays.
 { "$rtcm2" convert --to hex "$all" && echo 663805000000; } > all
-"$rtcm2" convert --form hex --to hex --except 1,16 all > rest
-grep -vE '^66(0[4-7]|4[0-3])' all | cmp -s - rest || fail "--except leaves out other types than it says"
+expect 0 "" convert --form hex --to hex --except 1,16 all
+grep -vE '^66(0[4-7]|4[0-3])' all | cmp -s - out || fail "--except leaves out other types than it says"
 
 # The locale of the user changes nothing.
 for command in "show" "stats" "export --texts"; do
     for locale in C de_DE.UTF-8 hi_IN.UTF-8; do
-        LC_ALL=$locale "$rtcm2" $command "$all" > "$locale" 2> err
-        cmp -s C "$locale" || fail "other output in $locale: $command"
+        LC_ALL=$locale "$rtcm2" $command "$all" -o "$locale" 2> err
+        cmp C "$locale" || fail "other output in $locale: $command"
     done
 done
 
-# Links lead to the file that is replaced, which keeps its permissions; devices are no files to replace.
+# Links lead to the file that is replaced, which keeps its permissions; devices are not replaced.
 echo old > target && chmod 604 target && ln -s target link && ln -s made dangling
-for output in link dangling /dev/null; do expect 0 "" "$rtcm2" list "$sample" -o $output; done
-[ -L link ] && [ -L dangling ] && [ -c /dev/null ] && cmp -s target made && [ "$(stat -c %a target)" = 604 ] ||
-    fail "links, permissions and devices do not stay"
+for output in link dangling /dev/null; do expect 0 "" list "$sample" -o $output; done
+[ -L link ] && [ -L dangling ] && [ -c /dev/null ] && cmp target made && [ "$(stat -c %a target)" = 604 ] ||
+    fail "links, permissions or devices are lost"
 
 # Standard descriptors that are closed, and a reader that goes away.
-"$rtcm2" list "$2/damaged.rtcm2" -o whole 2> err
-"$rtcm2" list "$2/damaged.rtcm2" -o quiet 2>&-
-cmp -s whole quiet || fail "what is told gets into the output"
+"$rtcm2" list "$damaged" -o quiet 2>&-
+cmp whole quiet || fail "what is told gets into the output"
 "$rtcm2" list "$sample" 2> err >&-
-ends 4 "closed output" "cannot write"
+ends 4 "cannot write" "closed output"
 "$rtcm2" list - 2> err > out <&-
-ends 3 "closed input" "cannot read"
-"$rtcm2" show "$all" 2> err | head -n 1 > /dev/null
+ends 3 "cannot read" "closed input"
+"$rtcm2" show "$all" 2> err | head -n 1 > out
 [ "${PIPESTATUS[0]}" -eq 0 ] && [ ! -s err ] || fail "a closed pipe is complained about"
 
 # Input that can be read again leaves the old file when a signal comes, also at the second one, which
-# need not wait until what is told has been read.
+# does not wait until what is told has been read.
 mkfifo told fifo
-for signals in INT HUP "TERM INT"; do
-    status=130
-    [ "$signals" = HUP ] && status=129
+for _ in $(seq 300); do cat "$damaged"; done > long
+for signals in "130 INT" "129 HUP" "130 TERM INT"; do
     "$rtcm2" list long -o old 2> told &
     exec 8< told
     waitFor '[ -n "$(find . -name ".rtcm2-*")" ]'
     sleep 0.3
-    for signal in $signals; do kill "-$signal" $!; done
-    [ "$signals" = "TERM INT" ] && waitFor '! kill -0 $! 2> err'
+    for signal in ${signals#* }; do kill "-$signal" $!; done
+    [ "${signals#* }" = "TERM INT" ] && waitFor '! kill -0 $! 2> err'
     cat <&8 > err
     wait $!
-    ends $status "$signals" ""
+    ends "${signals%% *}" "" "$signals"
     keeps "after $signals"
 done
 
-# liveKeeps SENT WANTED COMMAND...: what comes from a pipe is passed on at once, and stays at an interruption.
+# liveKeeps SENT WANTED ARGUMENTS...: what comes from a pipe is passed on at once and stays when interrupted.
 liveKeeps() {
     rm -f live
-    "${@:3}" > seen 2> err &
+    "$rtcm2" "${@:3}" > seen 2> err &
     exec 9> fifo
     cat "$1" >&9
     waitFor '[ -n "$(find . \( -name seen -o -name ".rtcm2-*" \) -size +1000c)" ]'
     kill -INT $!
     wait $!
-    ends 130 "${*:3}" ""
+    ends 130 "" "${*:3}"
     exec 9>&-
-    [ ! -s err ] || fail "what an interruption cuts off is told as a mistake: ${*:3}"
+    [ -s err ] && fail "what an interruption cuts off is told as a mistake: ${*:3}"
     cat seen live 2> /dev/null | cmp - "$2" || fail "what came before an interruption is lost: ${*:3}"
 }
-{ cat "$sample" && head -c 50 "$sample"; } > cut
-"$rtcm2" list "$sample" > wanted
+head -c 50 "$sample" | cat "$sample" - > cut
 { "$rtcm2" export "$sample" && printf '{"kind": '; } > cut.json
-liveKeeps cut wanted "$rtcm2" list fifo
-liveKeeps cut wanted "$rtcm2" list fifo -o live
-liveKeeps cut.json "$sample" "$rtcm2" encode fifo --on-error stop -o live
+"$rtcm2" list "$sample" > wanted
+liveKeeps cut wanted list fifo
+liveKeeps cut wanted list fifo -o live
+liveKeeps cut.json "$sample" encode fifo --on-error stop -o live
 
-# With any amount of memory it works or says that there is too little (1 and 127: to be loaded). Sanitizers
-# need more than can be limited.
+# With any amount of memory it works or says that there is too little (1 and 127: to be loaded).
+# Sanitizers need more than can be limited.
 scarce=$( (ulimit -v 4000000 && "$rtcm2" --version) > out 2>&1 && echo 0)
 for kilobytes in ${scarce:+$(seq 40000 100 60000)}; do
     (ulimit -v $kilobytes && exec "$rtcm2" describe --json) > out 2> err
@@ -158,9 +152,8 @@ done
 
 "$rtcm2" completion bash | bash -n || fail "the bash completion is no bash"
 grep -q convert <("$rtcm2" completion zsh) || fail "the zsh completion lacks a command"
-"$rtcm2" manual > manual
 for option in --where --form --on-error --texts; do
-    grep -qF -- "${option//-/\\-}" manual || fail "the manual lacks $option"
+    grep -qF -- "${option//-/\\-}" <("$rtcm2" manual) || fail "the manual lacks $option"
 done
 
 [ "$failures" -eq 0 ] && echo "all is well"
