@@ -14,7 +14,7 @@ public:
     NewFile& operator=(const NewFile&) = delete;
 
     // Creates the file. A descriptor for writing, which the caller closes, or -1 with errno.
-    [[nodiscard]] int create(const std::string& place, mode_t mode);
+    [[nodiscard]] int create(const std::string& wanted, mode_t mode);
 
     // False, with errno, when the file cannot take its place; it is gone then.
     [[nodiscard]] bool takePlace();
