@@ -1,5 +1,9 @@
+#include "base/Descriptor.h"
 #include "base/Interrupt.h"
+#include "base/LastWords.h"
+#include "base/Terminal.h"
 #include "commands/HelpFormatter.h"
+#include "commands/OutputFile.h"
 #include "commands/SelfCommands.h"
 #include "commands/convert/ConvertCommand.h"
 #include "commands/describe/DescribeCommand.h"
@@ -11,7 +15,7 @@
 
 #include <QLocale>
 
-#include <cstdio>
+#include <sstream>
 
 namespace {
 
@@ -35,9 +39,18 @@ constexpr const char* programHelp =
     "    4  the output cannot be written\n"
     "    5  stopped at a message that is damaged or cannot be decoded (--on-error stop)\n"
     "    6  something in the input could not be encoded\n"
-    "  130  interrupted; what was done so far is complete";
+    "    7  there is not enough memory\n"
+    "    8  a mistake in the program itself\n"
+    "  130  interrupted by Ctrl-C; 143 by SIGTERM, 129 by SIGHUP\n\n"
+    "A file that is named with --output takes its place when it is complete. It stays what it was "
+    "when\n"
+    "the exit status is 2 to 4 or more than 6, unless the input is a pipe or a device: what came "
+    "from\n"
+    "there until then is kept.";
 
-ExitStatus runChosen(const std::vector<std::unique_ptr<Command>>& commands)
+using Commands = std::vector<std::unique_ptr<Command>>;
+
+ExitStatus runChosen(const Commands& commands)
 {
     try {
         Host host;
@@ -47,26 +60,32 @@ ExitStatus runChosen(const std::vector<std::unique_ptr<Command>>& commands)
             }
         }
     } catch (const UsageError& error) {
-        std::fprintf(stderr, "rtcm2: %s\n", error.text.c_str());
+        tellLines("rtcm2: " + error.text);
+    } catch (const Interrupted&) {
+        return ExitStatus::interrupted;
     }
     return ExitStatus::usage;
 }
 
-}    // namespace
-
-int main(int argc, char** argv)
+// Help, the version, or what is wrong with the arguments.
+ExitStatus answer(const CLI::App& app, const CLI::ParseError& reason)
 {
-    // Numbers look the same everywhere.
-    QLocale::setDefault(QLocale::c());
-    interrupt::install();
+    std::ostringstream asked;
+    std::ostringstream wrong;
+    const bool isAsked = app.exit(reason, asked, wrong) == 0;
+    tellLines(wrong.str());
+    return isAsked ? print(asked.str()) : ExitStatus::usage;
+}
 
+ExitStatus run(int argc, char** argv)
+{
     CLI::App app{"Decodes, filters, exports and converts RTCM 2.x differential GNSS messages.",
                  "rtcm2"};
     app.require_subcommand(1);
     app.formatter(std::make_shared<HelpFormatter>());
     app.footer(programHelp);
     app.set_version_flag("--version", "rtcm2 " RTCM2_VERSION);
-    std::vector<std::unique_ptr<Command>> commands;
+    Commands commands;
     commands.push_back(std::make_unique<ListCommand>());
     commands.push_back(std::make_unique<ShowCommand>());
     commands.push_back(std::make_unique<DescribeCommand>());
@@ -81,8 +100,27 @@ int main(int argc, char** argv)
     }
     try {
         app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : static_cast<int>(ExitStatus::usage);
+    } catch (const CLI::ParseError& reason) {
+        return answer(app, reason);
     }
-    return static_cast<int>(runChosen(commands));
+    return runChosen(commands);
+}
+
+}    // namespace
+
+int main(int argc, char** argv)
+{
+    occupyStandardDescriptors();
+    lastWords::install();
+    interrupt::install();
+    ExitStatus status{};
+    try {
+        // Numbers look the same everywhere.
+        QLocale::setDefault(QLocale::c());
+        status = run(argc, argv);
+    } catch (...) {
+        status = lastWords::tellException();
+    }
+    // As shells name what a signal ended.
+    return status == ExitStatus::interrupted ? 128 + interrupt::number() : static_cast<int>(status);
 }

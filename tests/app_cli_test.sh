@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
-# The program as a user meets it: exit statuses, what goes where, bad inputs.
+# The program as a user meets it: exit statuses, what goes where, files, pipes, signals.
 # Usage: app_cli_test.sh <rtcm2> <samples>
 set -u
 rtcm2=$1
 sample=$2/demo.rtcm2
 all=$2/all-types.rtcm2
+damaged=$2/damaged.rtcm2
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+cd "$work" || exit 1
 failures=0
 
 fail() {
@@ -14,92 +16,133 @@ fail() {
     failures=$((failures + 1))
 }
 
-# expect STATUS WHAT COMMAND...: the command ends so and, unless WHAT is empty, says it on stderr.
-expect() {
-    local status=$1 what=$2
-    shift 2
-    timeout 60 "$@" > "$work/out" 2> "$work/err" < /dev/null
+# ends STATUS MESSAGE WHAT: the last command did so and, unless the message is empty, said it on stderr.
+ends() {
     local got=$?
-    [ "$got" -eq "$status" ] || fail "status $got instead of $status: $*"
-    [ -z "$what" ] || grep -qF -- "$what" "$work/err" || fail "stderr lacks '$what': $*"
-    if [ "$status" -ne 0 ] && [ ! -s "$work/err" ]; then
-        fail "ends with $status and says nothing: $*"
-    fi
+    [ "$got" -eq "$1" ] || fail "status $got instead of $1: $3"
+    [ -z "$2" ] || grep -qF -- "$2" err || fail "stderr lacks '$2': $3"
+    [ "$1" -eq 0 ] || [ "$1" -gt 128 ] || [ -s err ] || fail "says nothing: $3"
 }
 
-: > "$work/empty"
-head -c 20000 /dev/zero | tr '\0' 'x' > "$work/letters"
-head -c 100 "$sample" > "$work/short"
+# expect STATUS MESSAGE ARGUMENTS...
+expect() {
+    timeout 60 "$rtcm2" "${@:3}" > out 2> err < /dev/null
+    ends "$1" "$2" "${*:3}"
+}
 
+# keeps WHEN: the old file is whole, and no unfinished one lies beside it.
+keeps() {
+    [ "$(cat old)$(find . -name '.rtcm2-*')" = old ] || fail "the old file is lost or another one left $1"
+}
+
+waitFor() {
+    for _ in $(seq 100); do eval "$1" && return; sleep 0.1; done
+    fail "in vain waited for: $1"
+}
+
+echo old > old
+head -c 20000 /dev/zero | tr '\0' 'x' > letters
 for command in list show stats export "convert --to hex"; do
-    expect 0 "" "$rtcm2" $command "$sample"
-    [ -s "$work/out" ] || fail "nothing on standard output: $command"
-    expect 1 "no message" "$rtcm2" $command "$work/empty"
-    expect 1 "no message" "$rtcm2" $command "$work/letters"
-    expect 3 "Is a directory" "$rtcm2" $command "$work"
-    expect 3 "No such file" "$rtcm2" $command "$work/missing" "$sample"
-    [ -s "$work/out" ] || fail "the other input was not read: $command"
-    expect 4 "No space left" "$rtcm2" $command -o /dev/full "$sample"
-    expect 4 "No such file" "$rtcm2" $command -o "$work/no/such/place" "$sample"
-    expect 2 "" "$rtcm2" $command --no-such-option "$sample"
-    expect 2 "" "$rtcm2" $command --type 99 "$sample"
-    expect 2 "" "$rtcm2" $command --where 'PRC <' "$sample"
+    expect 0 "" $command "$sample"
+    "$rtcm2" $command "$sample" -o new && cmp out new || fail "a file gets something else: $command"
+    expect 1 "no message" $command letters
+    expect 3 "Is a directory" $command . -o old
+    expect 3 "No such file" $command missing "$sample"
+    [ -s out ] || fail "the other input was not read: $command"
+    expect 4 "No space left" $command -o /dev/full "$sample"
+    (ulimit -f 0 && "$rtcm2" $command -o old "$sample" 2>&1) | grep -q "too large" || fail "no limit: $command"
+    expect 2 "" $command --where 'PRC <' "$sample" -o old
+    keeps "after a mistake: $command"
 done
-expect 2 "no chosen kind of message has a field" "$rtcm2" list --fields PRCC "$sample"
-expect 2 "" "$rtcm2"
-expect 2 "" "$rtcm2" no-such-command
-expect 0 "" "$rtcm2" --help
+for command in --help --version "list --help" manual "completion zsh" describe; do
+    expect 0 "" $command
+    "$rtcm2" $command > /dev/full 2> err
+    ends 4 "No space left" "$command"
+done
+expect 2 "no chosen kind of message has a field" list --fields PRCC "$sample"
+expect 3 'cannot read \x1B[2J\x0A: ' list $'\e[2J\n'
+expect 0 "at byte" list "$damaged" -o whole
+expect 0 "" list --quiet "$damaged"
+[ -s err ] && fail "--quiet is not quiet"
 
 # All types but some: what is of an unknown one (14) stays.
-{ "$rtcm2" convert --to hex "$all" && echo 663805000000; } > "$work/all"
-"$rtcm2" convert --form hex --to hex --except 1,16 "$work/all" > "$work/rest"
-grep -vE '^66(0[4-7]|4[0-3])' "$work/all" | cmp -s - "$work/rest" ||
-    fail "--except leaves out other types than it says"
-
-# Standard input, and what is cut off is told with its place.
-"$rtcm2" list "$sample" > "$work/file"
-"$rtcm2" list - < "$sample" > "$work/pipe"
-cmp -s "$work/file" "$work/pipe" || fail "a file and standard input give different lists"
-expect 0 "at byte" "$rtcm2" list "$work/short"
-expect 0 "" "$rtcm2" list --quiet "$work/short"
-[ -s "$work/err" ] && fail "--quiet is not quiet"
-expect 5 "at byte" "$rtcm2" list --on-error stop "$2/damaged.rtcm2"
-[ "$("$rtcm2" list --max 3 "$sample" 2> /dev/null | wc -l)" -eq 4 ] || fail "--max 3 gives not three"
+{ "$rtcm2" convert --to hex "$all" && echo 663805000000; } > all
+expect 0 "" convert --form hex --to hex --except 1,16 all
+grep -vE '^66(0[4-7]|4[0-3])' all | cmp -s - out || fail "--except leaves out other types than it says"
 
 # The locale of the user changes nothing.
 for command in "show" "stats" "export --texts"; do
-    for locale in C de_DE.UTF-8 hi_IN.UTF-8; do
-        LC_ALL=$locale "$rtcm2" $command "$all" > "$work/$locale" 2> "$work/err"
-        cmp -s "$work/C" "$work/$locale" || fail "other output in $locale: $command"
-    done
+    for locale in C de_DE.UTF-8 hi_IN.UTF-8; do LC_ALL=$locale "$rtcm2" $command "$all" -o $locale; done
+    cmp C de_DE.UTF-8 && cmp C hi_IN.UTF-8 || fail "other output in another locale: $command"
 done
 
-# A reader that goes away ends the program quietly.
-"$rtcm2" show "$all" 2> "$work/err" | head -n 1 > /dev/null
-[ -s "$work/err" ] && fail "a closed pipe is complained about"
+# Links lead to the file that is replaced, which keeps its permissions; devices are not replaced.
+echo old > target && chmod 604 target && ln -s target link && ln -s made dangling
+for output in link dangling /dev/null; do expect 0 "" list "$sample" -o $output; done
+[ "$(stat -c %a:%F target link dangling /dev/null | tr '\n' ' ')" = "604:regular file 777:symbolic link \
+777:symbolic link 666:character special file " ] && cmp target made || fail "files are not what they were"
 
-# A live input: messages are shown before it ends, and an interruption ends it cleanly.
-mkfifo "$work/fifo"
-"$rtcm2" list "$work/fifo" > "$work/live" 2> /dev/null &
-reader=$!
-exec 9> "$work/fifo"
-cat "$sample" >&9
-for _ in $(seq 100); do
-    [ "$(wc -l < "$work/live")" -gt 2 ] && break
-    sleep 0.1
+# Standard descriptors that are closed, and a reader that goes away.
+"$rtcm2" list "$damaged" -o quiet 2>&-
+cmp whole quiet || fail "what is told gets into the output"
+"$rtcm2" list "$sample" 2> err >&-
+ends 4 "cannot write" "closed output"
+"$rtcm2" list - 2> err > out <&-
+ends 3 "cannot read" "closed input"
+"$rtcm2" show "$all" 2> err | head -n 1 > out
+[ "${PIPESTATUS[0]}" -eq 0 ] && [ ! -s err ] || fail "a closed pipe is complained about"
+
+# Input that can be read again leaves the old file when a signal comes, also at the second one, which
+# does not wait until what is told has been read.
+mkfifo told fifo
+for _ in $(seq 300); do cat "$damaged"; done > long
+for signals in "130 INT" "129 HUP" "130 TERM INT"; do
+    "$rtcm2" list long -o old 2> told &
+    exec 8< told
+    waitFor '[ -n "$(find . -name ".rtcm2-*")" ]'
+    sleep 0.3
+    for signal in ${signals#* }; do kill "-$signal" $!; done
+    [ "${signals#* }" = "TERM INT" ] && waitFor '! kill -0 $! 2> err'
+    cat <&8 > err
+    wait $!
+    ends "${signals%% *}" "" "$signals"
+    keeps "after $signals"
 done
-[ "$(wc -l < "$work/live")" -gt 2 ] || fail "nothing is shown while the input is open"
-kill -INT "$reader"
-wait "$reader"
-[ $? -eq 130 ] || fail "an interruption does not give 130"
-exec 9>&-
+
+# liveKeeps SENT WANTED ARGUMENTS...: what comes from a pipe is passed on at once and stays when interrupted.
+liveKeeps() {
+    rm -f live
+    "$rtcm2" "${@:3}" > seen 2> err &
+    exec 9> fifo
+    cat "$1" >&9
+    waitFor '[ -n "$(find . \( -name seen -o -name ".rtcm2-*" \) -size +1000c)" ]'
+    kill -INT $!
+    wait $!
+    ends 130 "" "${*:3}"
+    exec 9>&-
+    [ -s err ] && fail "what an interruption cuts off is told as a mistake: ${*:3}"
+    cat seen live 2> /dev/null | cmp - "$2" || fail "what came before an interruption is lost: ${*:3}"
+}
+head -c 50 "$sample" | cat "$sample" - > cut
+{ "$rtcm2" export "$sample" && printf '{"kind": '; } > cut.json
+"$rtcm2" list "$sample" > wanted
+liveKeeps cut wanted list fifo
+liveKeeps cut wanted list fifo -o live
+liveKeeps cut.json "$sample" encode fifo --on-error stop -o live
+
+# With any amount of memory it works or says that there is too little (1 and 127: to be loaded).
+# Sanitizers need more than can be limited.
+for kilobytes in 4000000 $(seq 40000 100 60000); do
+    (ulimit -v $kilobytes && exec "$rtcm2" describe --json) > out 2> err
+    status=$?
+    [ $status -ne 0 ] && [ $kilobytes -eq 4000000 ] && break
+    echo "$status $(tail -n 1 err)"
+done | grep -vE '^(0|1|127) ' | sort -u > scarce
+[ ! -s scarce ] || [ "$(cat scarce)" = "7 rtcm2: there is not enough memory" ] || fail "no memory: $(cat scarce)"
 
 "$rtcm2" completion bash | bash -n || fail "the bash completion is no bash"
-grep -q convert <("$rtcm2" completion zsh) || fail "the zsh completion lacks a command"
-"$rtcm2" manual > "$work/manual"
 for option in --where --form --on-error --texts; do
-    grep -qF -- "${option//-/\\-}" "$work/manual" || fail "the manual lacks $option"
+    grep -qF -- "${option//-/\\-}" <("$rtcm2" manual) || fail "the manual lacks $option"
 done
 
-[ "$failures" -eq 0 ] && echo "all is well"
 exit $((failures > 0))

@@ -281,20 +281,20 @@ TEST_F(ExportTest, CsvOfSeveralKindsIsMixedOrInFiles)
               "\n# Message Type 16\nNo.,Byte,Message\n3,60,abc\n"
               "\n# Message Type 1\nNo.,Byte,Ns\n4,75,2\n");
 
-    std::string problem;
     const auto write = [&](const std::string& directory) {
+        CsvOutputs files;
         app.run(messages, [&](Output&) {
             return std::make_unique<CsvFiles>(
-                app.pathOf(directory), tablesFor(app.kinds({"1", "16", "3"}), options), problem);
+                app.pathOf(directory), tablesFor(app.kinds({"1", "16", "3"}), options), files);
         });
+        return closeAll(files);
     };
-    write("new/tables");
-    EXPECT_EQ(problem, "");
+    EXPECT_EQ(write("new/tables"), "");
     EXPECT_EQ(app.readFile("new/tables/Message_Type_1.csv"),
               "No.,Byte,Ns\n1,0,2\n2,30,2\n4,75,2\n");
     EXPECT_EQ(app.readFile("new/tables/Message_Type_16.csv"), "No.,Byte,Message\n3,60,abc\n");
     EXPECT_FALSE(std::filesystem::exists(app.pathOf("new/tables/Message_Type_3.csv")));
-    write("input/tables");    // below a file
+    const std::string problem = write("input/tables");    // below a file
     EXPECT_NE(problem.find("Message_Type_1.csv"), std::string::npos) << problem;
 }
 

@@ -1,8 +1,14 @@
 // Sessions: how inputs are read and how they end, and which messages are written again.
+#include "base/Descriptor.h"
 #include "base/Progress.h"
+#include "base/Terminal.h"
 #include "commands/convert/CopySink.h"
 #include "support/AppSession.h"
 
+#include <array>
+#include <thread>
+
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
@@ -126,6 +132,45 @@ TEST(ProgressText, TellsWhatIsKnown)
     EXPECT_EQ(progressText(999'960, 0, 2), "1.0 MB, 500.0 kB/s");
     EXPECT_EQ(progressText(300, 200, 1), "300 B of 200 B (100 %), 300 B/s");
     EXPECT_EQ(progressText(0, 200, 0), "0 B of 200 B (0 %), 0 B/s");
+}
+
+TEST(Printable, EscapesWhatIsNoVisibleCharacter)
+{
+    for (const char* const same :
+         {"", " a\\~", "\u00A0\u07FF\u0800\uD7FF\uFFFD\U00010000\U0010FFFF"}) {
+        EXPECT_EQ(printable(same), same);
+    }
+    const std::pair<std::string_view, const char*> cases[] = {
+        {std::string_view("a\0b\x1B[2J\r\n\t\x7F", 11), R"(a\x00b\x1B[2J\x0D\x0A\x09\x7F)"},
+        {"\u0080\u009B~", R"(\xC2\x80\xC2\x9B~)"},
+        {"\u200B\u202E\u2066\uFEFF", R"(\xE2\x80\x8B\xE2\x80\xAE\xE2\x81\xA6\xEF\xBB\xBF)"},
+        {"\xC3(\xE4\xBD", R"(\xC3(\xE4\xBD)"},                          // cut off
+        {"\x80\xC1\xBF\xE0\x9F\xBF", R"(\x80\xC1\xBF\xE0\x9F\xBF)"},    // longer than need be
+        {"\xED\xA0\x80\xF4\x90\x80\x80\xFF", R"(\xED\xA0\x80\xF4\x90\x80\x80\xFF)"},
+    };
+    for (const auto& [text, escaped] : cases) {
+        EXPECT_EQ(printable(text), escaped);
+    }
+}
+
+// Some who start the program leave it an output that does not wait for its reader.
+TEST(WriteAll, WaitsForASlowReader)
+{
+    int ends[2];
+    ASSERT_EQ(::pipe2(ends, O_NONBLOCK), 0);
+    const std::string sent(300'000, 'x');
+    std::thread writer([&] {
+        EXPECT_TRUE(writeAll(ends[1], sent));
+        ::close(ends[1]);
+    });
+    std::string received;
+    std::array<char, 10'000> part{};
+    for (ssize_t count = -1; count != 0; count = ::read(ends[0], part.data(), part.size())) {
+        received.append(part.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    writer.join();
+    ::close(ends[0]);
+    EXPECT_EQ(received, sent);
 }
 
 }    // namespace

@@ -9,5 +9,7 @@ enum class ExitStatus : int {
     unwritable = 4,          // the output cannot be written
     stoppedAtTrouble = 5,    // --on-error stop, and there was something to stop at
     refused = 6,             // something in the input could not be encoded
-    interrupted = 130,       // ended by Ctrl-C; what was done so far is complete
+    outOfMemory = 7,
+    internalError = 8,    // a mistake in the program itself
+    interrupted = 130,    // ended by Ctrl-C; 128 and the number of the signal, if it was another
 };

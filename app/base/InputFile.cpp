@@ -15,7 +15,20 @@ namespace {
 constexpr std::size_t chunkSize = 1 << 16;
 constexpr int longestWait = 500;    // ms
 
+bool comesSlowly(const struct stat& status)
+{
+    return S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode) || S_ISCHR(status.st_mode);
+}
+
 }    // namespace
+
+bool isLiveInput(const std::string& name)
+{
+    struct stat status = {};
+    const bool known =
+        name == "-" ? ::fstat(STDIN_FILENO, &status) == 0 : ::stat(name.c_str(), &status) == 0;
+    return known && comesSlowly(status);
+}
 
 InputFile::InputFile(std::string name)
     : displayName(name == "-" ? "standard input" : name), buffer(chunkSize)
@@ -30,17 +43,19 @@ InputFile::~InputFile()
     }
 }
 
+// Nothing is waited for here, such as the other end of a pipe: that would be no end of the program.
 void InputFile::open(const std::string& name)
 {
-    descriptor = name == "-" ? STDIN_FILENO : ::open(name.c_str(), O_RDONLY | O_CLOEXEC);
+    descriptor = name == "-" ? STDIN_FILENO
+                             : ::open(name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     struct stat status = {};
     if (descriptor < 0 || ::fstat(descriptor, &status) != 0) {
         fail();
         return;
     }
-    live = !S_ISREG(status.st_mode);
+    live = comesSlowly(status);
     typed = live && ::isatty(descriptor) == 1;
-    fileSize = live ? 0 : static_cast<std::uint64_t>(status.st_size);
+    fileSize = !S_ISREG(status.st_mode) ? 0 : static_cast<std::uint64_t>(status.st_size);
 }
 
 std::span<const std::uint8_t> InputFile::read()
@@ -50,7 +65,7 @@ std::span<const std::uint8_t> InputFile::read()
         if (count >= 0) {
             return std::span(buffer).first(static_cast<std::size_t>(count));
         }
-        if (errno != EINTR) {
+        if (errno != EINTR && errno != EAGAIN) {
             fail();
         }
     }

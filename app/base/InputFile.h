@@ -6,6 +6,10 @@
 #include <string>
 #include <vector>
 
+// Whether the bytes of the input of this name, "-" being standard input, come from outside in their
+// own time: from a pipe, a terminal or another device. Then they do not come a second time.
+bool isLiveInput(const std::string& name);
+
 class InputFile {
 public:
     // "-" is standard input. Whether it could be opened is seen by the first read.
@@ -24,7 +28,7 @@ public:
     // Name for messages.
     const std::string& name() const { return displayName; }
 
-    // Whether bytes may arrive slowly, so that results should be shown at once.
+    // Whether bytes may arrive slowly (isLiveInput), so that results should be shown at once.
     bool isLive() const { return live; }
 
     // Whether somebody types the bytes on a terminal.

@@ -1,14 +1,30 @@
 #include "base/Interrupt.h"
 
+#include "base/Unfinished.h"
+
+#include <atomic>
 #include <csignal>
 
 namespace {
 
-volatile std::sig_atomic_t noted = 0;
+std::atomic<int> noted{0};    // number of the first signal
+static_assert(std::atomic<int>::is_always_lock_free, "a signal handler sets it");
 
-void note(int)
+void note(int number)
 {
-    noted = 1;
+    int none = 0;
+    if (noted.compare_exchange_strong(none, number)) {
+        return;
+    }
+    unfinished::removeAll();
+    std::signal(number, SIG_DFL);
+    std::raise(number);    // ends the program as soon as this function is left
+}
+
+bool isIgnored(int number)
+{
+    struct sigaction action = {};
+    return sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
 }    // namespace
@@ -17,20 +33,26 @@ namespace interrupt {
 
 void install()
 {
+    // Without SA_RESTART: whoever waits for a pipe to be opened shall be woken up.
     struct sigaction action = {};
     action.sa_handler = note;
-    // Whoever waits for input does so in poll(), which a signal always ends; a write that waits for
-    // its reader must go on, or part of the output would be lost. After the first signal the
-    // default action is in force again.
-    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
+    if (!isIgnored(SIGHUP)) {    // by nohup
+        sigaction(SIGHUP, &action, nullptr);
+    }
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 bool requested()
 {
     return noted != 0;
+}
+
+int number()
+{
+    return noted;
 }
 
 }    // namespace interrupt

@@ -1,5 +1,7 @@
 #include "base/Progress.h"
 
+#include "base/Terminal.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -50,7 +52,7 @@ std::size_t columns()
 
 void Progress::begin(const std::string& inputName, std::uint64_t inputSize)
 {
-    name = inputName;
+    name = printable(inputName);
     size = inputSize;
     started = Clock::now();
     nextTime = started + firstAfter;
@@ -86,7 +88,7 @@ void Progress::erase()
 void Progress::tell(const std::string& text)
 {
     erase();
-    std::fprintf(stderr, "rtcm2: %s\n", text.c_str());
+    ::tell(text);
 }
 
 std::string progressText(std::uint64_t bytes, std::uint64_t size, double seconds)

@@ -27,7 +27,7 @@ public:
     // Takes what is shown off the screen.
     void erase();
 
-    // A line to standard error, begun with the program's name.
+    // A line to standard error, as Terminal.h tells it.
     void tell(const std::string& text);
 
 private:

@@ -1,10 +1,14 @@
 #include "commands/OutputFile.h"
 
+#include "base/InputFile.h"
+#include "base/LastWords.h"
+#include "base/Terminal.h"
 #include "commands/Command.h"
 #include "forms/PacketWriter.h"
 
-#include <cstdio>
+#include <algorithm>
 #include <filesystem>
+#include <new>
 
 #include <unistd.h>
 
@@ -35,21 +39,60 @@ void requireNoBinaryOnTerminal(const std::string& form, const std::string& outpu
 
 bool openOutput(Output& output, const std::string& name)
 {
-    if (!name.empty() && !output.open(name)) {
-        std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
-        return false;
+    if (name.empty() || output.open(name)) {
+        return true;
     }
-    return true;
+    if (output.wasInterrupted()) {
+        throw Interrupted{};
+    }
+    tell(output.problem());
+    return false;
 }
 
-ExitStatus tellEnd(Output& output, ExitStatus status)
+bool isWorthKeeping(ExitStatus status, const std::vector<std::string>& inputs)
 {
-    if (!output.close() && !output.readerIsGone()) {
-        std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
+    const bool isCut = status == ExitStatus::unreadable || status == ExitStatus::interrupted ||
+                       status == ExitStatus::outOfMemory;
+    return !isCut || std::any_of(inputs.begin(), inputs.end(), isLiveInput);
+}
+
+namespace {
+
+ExitStatus statusOf(const std::function<ExitStatus()>& work)
+{
+    try {
+        return work();
+    } catch (const std::bad_alloc&) {
+        return lastWords::tellException();
+    }
+}
+
+}    // namespace
+
+ExitStatus workInto(Output& output, const std::vector<std::string>& inputs,
+                    const std::function<ExitStatus()>& work)
+{
+    const ExitStatus status = statusOf(work);
+    if (!isWorthKeeping(status, inputs) && output.discard()) {
+        tell("nothing was written to " + output.fileName());
+    } else if (!output.close() && !output.readerIsGone()) {
+        tell(output.problem());
         return ExitStatus::unwritable;
     }
     if (status == ExitStatus::nothingFound) {
-        std::fprintf(stderr, "rtcm2: no message found in the input\n");
+        tell("no message found in the input");
     }
     return status;
+}
+
+ExitStatus print(const std::string& text, const std::string& outputName)
+{
+    Output output;
+    if (!openOutput(output, outputName)) {
+        return ExitStatus::unwritable;
+    }
+    return workInto(output, {}, [&] {
+        output << text;
+        return ExitStatus::success;
+    });
 }

@@ -99,7 +99,8 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
         sessionOptions.showsProgress = showsProgress(options, *sink);
         sessionOptions.showsResults =
             goesToTerminal(options.output) && ::isatty(STDERR_FILENO) == 1;
-        return tellEnd(output, session.run(options.inputs, sessionOptions, *sink));
+        return workInto(output, options.inputs,
+                        [&] { return session.run(options.inputs, sessionOptions, *sink); });
     } catch (const FilterError& error) {
         throw UsageError{error.text};
     } catch (const FieldPathError& error) {

@@ -1,19 +1,8 @@
 #include "commands/SelfCommands.h"
 
-#include "base/Output.h"
 #include "commands/Completion.h"
 #include "commands/Manual.h"
-
-namespace {
-
-ExitStatus print(const std::string& text)
-{
-    Output output;
-    output << text;
-    return output.close() || output.readerIsGone() ? ExitStatus::success : ExitStatus::unwritable;
-}
-
-}    // namespace
+#include "commands/OutputFile.h"
 
 void CompletionCommand::declare(CLI::App& parent)
 {

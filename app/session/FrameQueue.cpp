@@ -1,5 +1,7 @@
 #include "session/FrameQueue.h"
 
+#include <system_error>
+
 FrameQueue::FrameQueue(Source framesOf, bool ahead)
     : source(std::move(framesOf)), mayRunAhead(ahead && std::thread::hardware_concurrency() > 1),
       batches(std::make_unique<std::array<FrameBatch, batchCount>>())
@@ -40,11 +42,20 @@ const FrameBatch& FrameQueue::fillHere()
     only.clear();
     source(only);
     if (mayRunAhead && only.isFull()) {
-        filled = 1;
-        given = 1;
-        worker = std::thread(&FrameQueue::fillAhead, this);
+        startWorker();
     }
     return only;
+}
+
+void FrameQueue::startWorker()
+{
+    filled = 1;
+    given = 1;
+    try {
+        worker = std::thread(&FrameQueue::fillAhead, this);
+    } catch (const std::system_error&) {
+        mayRunAhead = false;    // not allowed, or no memory for its stack: it goes without
+    }
 }
 
 // Up to the batch that ends the input, which is empty. The one that was given last is in use.

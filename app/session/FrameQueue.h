@@ -35,6 +35,7 @@ private:
 
     FrameBatch& batch(std::size_t number) { return (*batches)[number % batchCount]; }
     const FrameBatch& fillHere();
+    void startWorker();
     void fillAhead();
 
     Source source;

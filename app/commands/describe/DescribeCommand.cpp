@@ -1,11 +1,10 @@
 #include "commands/describe/DescribeCommand.h"
 
 #include "base/NearestName.h"
-#include "base/Output.h"
+#include "commands/OutputFile.h"
 #include "commands/describe/DescribeView.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace {
 
@@ -42,18 +41,7 @@ void DescribeCommand::declare(CLI::App& program)
 
 ExitStatus DescribeCommand::run(Host& host)
 {
-    const std::string text = description(host.model);
-    Output output;
-    if (!outputPath.empty() && !output.open(outputPath)) {
-        std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
-        return ExitStatus::unwritable;
-    }
-    output << text;
-    if (!output.close() && !output.readerIsGone()) {
-        std::fprintf(stderr, "rtcm2: %s\n", output.problem().c_str());
-        return ExitStatus::unwritable;
-    }
-    return ExitStatus::success;
+    return print(description(host.model), outputPath);
 }
 
 describe::Kinds DescribeCommand::chosenKinds(const FormatModel& format) const

@@ -69,5 +69,8 @@ ExitStatus EncodeCommand::run(Host&)
         return true;
     };
     EncodeSession session(output, write, options);
-    return tellEnd(output, session.run(inputs.empty() ? std::vector<std::string>{"-"} : inputs));
+    if (inputs.empty()) {
+        inputs = {"-"};
+    }
+    return workInto(output, inputs, [&] { return session.run(inputs); });
 }

@@ -41,7 +41,8 @@ void EncodeSession::readInput(const std::string& name)
     number = 0;
     progress.emplace(options.showsProgress && !file.isTyped());
     progress->begin(file.name(), file.size());
-    while (!isDone() && input.next()) {
+    // An input that was left early does not end here: what is incomplete is no mistake.
+    while (!isDone() && input.next() && (input.problem().empty() || !interrupt::requested())) {
         progress->advance(input.bytesRead());
         takeNext(input, file.name());
         if (file.isLive()) {

@@ -36,8 +36,19 @@ void CsvExport::print(const Found& found, Text& target)
     table.appendRows(target, input, found);
 }
 
-CsvFiles::CsvFiles(std::string path, CsvTables kindTables, std::string& failure)
-    : directory(std::move(path)), tables(std::move(kindTables)), problem(failure)
+std::string closeAll(CsvOutputs& outputs)
+{
+    std::string problem;
+    for (const auto& [kind, output] : outputs) {
+        if (!output->close() && problem.empty()) {
+            problem = output->problem();
+        }
+    }
+    return problem;
+}
+
+CsvFiles::CsvFiles(std::string path, CsvTables kindTables, CsvOutputs& outputs)
+    : directory(std::move(path)), tables(std::move(kindTables)), files(outputs)
 {
 }
 
@@ -77,13 +88,4 @@ bool CsvFiles::isDone() const
 {
     return std::any_of(files.begin(), files.end(),
                        [](const auto& file) { return file.second->failed(); });
-}
-
-void CsvFiles::finish()
-{
-    for (const auto& file : files) {
-        if (!file.second->close() && problem.empty()) {
-            problem = file.second->problem();
-        }
-    }
 }

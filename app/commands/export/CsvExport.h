@@ -32,16 +32,20 @@ private:
     const KindModel* lastKind = nullptr;
 };
 
+using CsvOutputs = std::map<const KindModel*, std::unique_ptr<Output>>;
+
+// What could not be written, for people; empty when all was.
+[[nodiscard]] std::string closeAll(CsvOutputs& outputs);
+
 // Each kind of which there are messages goes to a file of its own in one directory.
 class CsvFiles : public Sink {
 public:
-    // `failure` gets what could not be written, for people; it stays empty when all was.
-    CsvFiles(std::string path, CsvTables kindTables, std::string& failure);
+    // `outputs` gets the files, which the caller closes.
+    CsvFiles(std::string path, CsvTables kindTables, CsvOutputs& outputs);
 
     void beginInput(const std::string& name) override { input = name; }
     void take(const Found& found) override;
     void pause() override;
-    void finish() override;
     bool isDone() const override;
 
 private:
@@ -49,8 +53,7 @@ private:
 
     std::string directory;
     CsvTables tables;
-    std::string& problem;
+    CsvOutputs& files;
     std::string input;
     Text rows;
-    std::map<const KindModel*, std::unique_ptr<Output>> files;
 };

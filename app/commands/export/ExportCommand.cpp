@@ -1,8 +1,9 @@
 #include "commands/export/ExportCommand.h"
 
+#include "base/Terminal.h"
+#include "commands/OutputFile.h"
 #include "commands/export/JsonExport.h"
 
-#include <cstdio>
 #include <filesystem>
 
 void ExportCommand::declare(CLI::App& program)
@@ -127,12 +128,17 @@ ExitStatus ExportCommand::writeCsvFiles(Host& host, CsvTables& tables)
     }
     ReadingOptions toFiles = reading;
     toFiles.output.clear();
-    std::string problem;
+    CsvOutputs files;
     const ExitStatus status = runSession(host, toFiles, [&](Output&, const MessageFilter&) {
-        return std::make_unique<CsvFiles>(reading.output, std::move(tables), problem);
+        return std::make_unique<CsvFiles>(reading.output, std::move(tables), files);
     });
+    if (!isWorthKeeping(status, reading.inputs)) {
+        tell("nothing was written to " + reading.output);
+        return status;
+    }
+    const std::string problem = closeAll(files);
     if (!problem.empty()) {
-        std::fprintf(stderr, "rtcm2: %s\n", problem.c_str());
+        tell(problem);
         return ExitStatus::unwritable;
     }
     return status;
