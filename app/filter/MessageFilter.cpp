@@ -67,6 +67,10 @@ MessageFilter::MessageFilter(const FormatModel& model, const FilterOptions& opti
     chooseKinds(model, options);
     chooseStations(options, stationField);
     chooseByExpression(options.where);
+    isPassing.resize(static_cast<std::size_t>(RTCM2_last_kind()) + 1);
+    for (const KindModel* kind : passingKinds) {
+        isPassing[kind->number()] = true;
+    }
 }
 
 MessageFilter::~MessageFilter() = default;
@@ -112,11 +116,6 @@ void MessageFilter::chooseByExpression(const std::string& where)
     }
     expression = std::make_unique<Expression>(where, passingKinds);
     dropKinds(passingKinds, [this](const KindModel* kind) { return !expression->canHold(*kind); });
-}
-
-bool MessageFilter::takesKind(const KindModel& kind) const
-{
-    return isAmong(passingKinds, &kind);
 }
 
 bool MessageFilter::takes(const void* record, const KindModel& kind) const

@@ -32,7 +32,7 @@ public:
     // the decoder. Kinds whose messages can never fulfil the expression are not among them.
     const std::vector<const KindModel*>& kinds() const { return passingKinds; }
 
-    bool takesKind(const KindModel& kind) const;
+    bool takesKind(const KindModel& kind) const { return isPassing[kind.number()]; }
     // `record` is that of a message of the kind.
     bool takes(const void* record, const KindModel& kind) const;
 
@@ -43,6 +43,7 @@ private:
     bool takesStation(const void* record, const KindModel& kind) const;
 
     std::vector<const KindModel*> passingKinds;
+    std::vector<bool> isPassing;    // by the number of the kind
     std::vector<std::uint64_t> stations;
     std::unordered_map<const KindModel*, const FieldModel*> stationFields;
     std::unique_ptr<Expression> expression;

@@ -28,7 +28,7 @@ public:
     const FrameBatch& next();
 
 private:
-    static constexpr std::size_t batchCount = 32;
+    static constexpr std::size_t batchCount = 64;
     // A thread that had to wait is woken when there is work for a while: to wake one takes longer
     // than to fill a batch.
     static constexpr std::size_t sparedWakes = batchCount / 2;
