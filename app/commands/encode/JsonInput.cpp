@@ -1,7 +1,6 @@
 #include "commands/encode/JsonInput.h"
 
 #include "base/InputFile.h"
-#include "commands/encode/JsonValue.h"
 #include "commands/encode/ObjectEnd.h"
 
 #include <rapidjson/error/en.h>
@@ -25,13 +24,12 @@ bool isBlank(char character)
 
 void JsonInput::Place::pass(std::string_view characters)
 {
-    const std::size_t lineEnd = characters.rfind('\n');
-    if (lineEnd == std::string_view::npos) {
-        column += characters.size();
-        return;
+    for (std::size_t lineEnd; (lineEnd = characters.find('\n')) != std::string_view::npos;) {
+        ++line;
+        column = 1;
+        characters.remove_prefix(lineEnd + 1);
     }
-    line += static_cast<std::uint64_t>(std::count(characters.begin(), characters.end(), '\n'));
-    column = characters.size() - lineEnd;
+    column += characters.size();
 }
 
 bool JsonInput::next()
@@ -108,15 +106,12 @@ const char* JsonInput::findEnd()
 {
     ObjectEnd end(deepest);
     while (hasMore()) {
-        if (at - begin == longest) {
-            return "an object of more than 1048576 bytes";
-        }
-        if (!end.take(text[at])) {
+        at += end.take(std::string_view(text).substr(at, begin + longest - at));
+        if (end.isReached() || end.problem() != nullptr) {
             return end.problem();
         }
-        ++at;
-        if (end.isReached()) {
-            return nullptr;
+        if (at - begin == longest) {
+            return "an object of more than 1048576 bytes";
         }
     }
     return "the input ends inside an object";
@@ -129,9 +124,6 @@ void JsonInput::parse()
     rapidjson::MemoryStream stream(piece.data(), piece.size());
     document.ParseStream<parseFlags>(stream);
     if (!document.HasParseError()) {
-        if (const auto key = repeatedKey(document)) {
-            complain(place, "the key " + quoted(*key) + " stands twice in an object");
-        }
         goTo(at);
         return;
     }

@@ -48,13 +48,13 @@ const char* typeName(const Value& value)
 
 }    // namespace
 
-std::optional<std::string_view> repeatedKey(const Value& value)
+std::optional<std::string_view> repeatedKey(const Value& value, std::string_view except)
 {
     std::optional<std::string_view> key;
     if (value.IsObject()) {
         key = repeatedKeyAmong(value);
         for (auto i = value.MemberBegin(); !key && i != value.MemberEnd(); ++i) {
-            key = repeatedKey(i->value);
+            key = textOf(i->name) == except ? std::nullopt : repeatedKey(i->value);
         }
     } else if (value.IsArray()) {
         for (auto i = value.Begin(); !key && i != value.End(); ++i) {

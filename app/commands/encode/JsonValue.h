@@ -23,8 +23,9 @@ inline bool isInteger(const rapidjson::Value& value)
 // A key's value; null when the key is missing.
 const rapidjson::Value* find(const rapidjson::Value& object, const char* key);
 
-// A key that stands twice in the same object, in whatever depth.
-std::optional<std::string_view> repeatedKey(const rapidjson::Value& value);
+// A key that stands twice in the object or in one inside it, but for the one under `except`.
+std::optional<std::string_view> repeatedKey(const rapidjson::Value& value,
+                                            std::string_view except = {});
 
 // A given text for people, in quotes; no more than the beginning of a long one.
 std::string quoted(std::string_view text);

@@ -22,12 +22,21 @@ const RTCM2_member_s& wordsOf(const RTCM2_kind_s& kind)
 std::span<const std::uint8_t> MessageEncoder::encode(const Value& object)
 {
     packed.clear();
-    const Value* const fields = find(object, "fields");
-    problemText = fields != nullptr ? takeFields(object, *fields) : takeHex(object);
+    problemText = takeObject(object);
     if (!problemText.empty()) {
         packed.clear();
     }
     return packed;
+}
+
+Problem MessageEncoder::takeObject(const Value& object)
+{
+    // What is given for a field twice is found with its name.
+    if (const auto key = repeatedKey(object, "fields")) {
+        return quoted(*key) + ": stands twice in an object";
+    }
+    const Value* const fields = find(object, "fields");
+    return fields != nullptr ? takeFields(object, *fields) : takeHex(object);
 }
 
 Problem MessageEncoder::takeHex(const Value& object)
@@ -107,7 +116,7 @@ Problem MessageEncoder::encodeShortest(const GivenRecord& given, const RTCM2_kin
 {
     Problem mistake;
     Problem noRoom = "no number of data words lets all that is given stand in one message";
-    for (unsigned number = 0; number <= mostWords; ++number) {
+    for (unsigned number = 0; number <= mostWords; number = std::max(number + 1, wordsFilled())) {
         begin(kind, number);
         if (!given.hasPlaceFor(&record.message, wordsOf(kind))) {
             continue;
@@ -117,19 +126,26 @@ Problem MessageEncoder::encodeShortest(const GivenRecord& given, const RTCM2_kin
         }
         noRoom = pack();
         if (noRoom.empty()) {
-            const Problem problem = finish(given);
+            Problem problem = finish(given);
             if (problem.empty()) {
                 return {};
             }
-            mistake = mistake.empty() ? problem : mistake;
+            mistake = mistake.empty() ? std::move(problem) : mistake;
         }
     }
     return mistake.empty() ? noRoom : mistake;
 }
 
+// Those that the content takes, which other numbers of words make no shorter.
+unsigned MessageEncoder::wordsFilled() const
+{
+    return (contentBits - std::min(contentBits, headerBits) + bitsPerWord - 1) / bitsPerWord;
+}
+
 void MessageEncoder::begin(const RTCM2_kind_s& kind, unsigned number)
 {
     record.clear();
+    contentBits = 0;
     RTCM2_init_record(kind.kind, &record.message);
     RTCM2_write_integer(&record.message, &wordsOf(kind), 0, number);
 }
@@ -138,7 +154,6 @@ void MessageEncoder::begin(const RTCM2_kind_s& kind, unsigned number)
 Problem MessageEncoder::pack()
 {
     packed.assign(RTCM2_PACKED_ROOM, 0);
-    contentBits = 0;
     const std::int32_t result =
         RTCM2_encode_record(&record.message, packed.data(), RTCM2_PACKED_ROOM, &contentBits);
     const unsigned words = record.message.header.No_Of_Data_Words;

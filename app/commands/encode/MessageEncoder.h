@@ -43,12 +43,14 @@ private:
     };
     using Fill = std::optional<std::string_view>;
 
+    Problem takeObject(const rapidjson::Value& object);
     Problem takeHex(const rapidjson::Value& object);
     Problem takeFields(const rapidjson::Value& object, const rapidjson::Value& fields);
     Problem readFill(const rapidjson::Value& object);
     Problem takeMembers(const RTCM2_kind_s& kind, const rapidjson::Value& fields);
     Problem encodeShortest(const GivenRecord& given, const RTCM2_kind_s& kind);
     void begin(const RTCM2_kind_s& kind, unsigned words);
+    unsigned wordsFilled() const;
     Problem pack();
     Problem finish(const GivenRecord& given);
     Problem writeFill();
