@@ -25,27 +25,6 @@ std::optional<std::string_view> repeatedKeyAmong(const Value& object)
     return repeated != keys.end() ? std::optional(*repeated) : std::nullopt;
 }
 
-const char* typeName(const Value& value)
-{
-    switch (value.GetType()) {
-    case rapidjson::kNullType:
-        return "null";
-    case rapidjson::kFalseType:
-        return "false";
-    case rapidjson::kTrueType:
-        return "true";
-    case rapidjson::kObjectType:
-        return "an object";
-    case rapidjson::kArrayType:
-        return "an array";
-    case rapidjson::kStringType:
-        return "a text";
-    case rapidjson::kNumberType:
-        break;
-    }
-    return isInteger(value) ? "an integer" : "a number that is no integer of up to 64 bits";
-}
-
 }    // namespace
 
 std::optional<std::string_view> repeatedKey(const Value& value, std::string_view except)
@@ -70,26 +49,18 @@ std::string quoted(std::string_view text)
     return '"' + std::string(text.substr(0, longest)) + (text.size() > longest ? "...\"" : "\"");
 }
 
-std::string isNot(const Value& value, const char* expected)
+std::string readLatin1(std::string_view utf8, std::vector<std::int64_t>& characters)
 {
-    return std::string("is ") + typeName(value) + ", not " + expected;
-}
-
-std::size_t readLatin1(std::string_view utf8, std::string& characters)
-{
-    characters.clear();
     for (std::size_t i = 0; i < utf8.size(); ++i) {
         const auto lead = static_cast<unsigned char>(utf8[i]);
-        if (lead < 0x80) {
-            characters += utf8[i];
-        } else if (lead < 0xC4) {
-            const auto next = static_cast<unsigned char>(utf8[++i]);
-            characters += static_cast<char>((lead & 0x03) << 6 | (next & 0x3F));
-        } else {
-            return characters.size() + 1;
+        if (lead >= 0xC4) {
+            return "character " + std::to_string(characters.size() + 1) + " is above U+00FF";
         }
+        const bool isLong = lead >= 0x80;
+        const unsigned code = isLong ? (lead & 3U) << 6 | (utf8[++i] & 0x3FU) : lead;
+        characters.push_back(static_cast<std::int8_t>(code));
     }
-    return 0;
+    return {};
 }
 
 std::optional<std::vector<std::uint8_t>> bytesOfHex(std::string_view digits)

@@ -15,11 +15,6 @@ inline std::string_view textOf(const rapidjson::Value& value)
     return {value.GetString(), value.GetStringLength()};
 }
 
-inline bool isInteger(const rapidjson::Value& value)
-{
-    return value.IsInt64() || value.IsUint64();
-}
-
 // A key's value; null when the key is missing.
 const rapidjson::Value* find(const rapidjson::Value& object, const char* key);
 
@@ -30,12 +25,9 @@ std::optional<std::string_view> repeatedKey(const rapidjson::Value& value,
 // A given text for people, in quotes; no more than the beginning of a long one.
 std::string quoted(std::string_view text);
 
-// "is a text, not an integer".
-std::string isNot(const rapidjson::Value& value, const char* expected);
-
-// The characters of a text in UTF-8, a byte each. The number of the first one that is above U+00FF,
-// from 1; 0 when there is none.
-std::size_t readLatin1(std::string_view utf8, std::string& characters);
+// Appends the characters of a text in valid UTF-8, from -128 to 127 as the codec holds them.
+// Returns what is wrong; empty when nothing is.
+std::string readLatin1(std::string_view utf8, std::vector<std::int64_t>& characters);
 
 // Nothing when the text is no row of bytes of two digits each.
 std::optional<std::vector<std::uint8_t>> bytesOfHex(std::string_view digits);

@@ -46,7 +46,7 @@ Problem MessageEncoder::takeHex(const Value& object)
         return "fields: is missing";
     }
     if (!hex->IsString()) {
-        return "hex: " + isNot(*hex, "a text");
+        return "hex: has to be a text";
     }
     auto bytes = bytesOfHex(textOf(*hex));
     if (!bytes || bytes->empty()) {
@@ -60,18 +60,17 @@ Problem MessageEncoder::takeFields(const Value& object, const Value& fields)
 {
     const Value* const name = find(object, "kind");
     if (name == nullptr || !name->IsString()) {
-        return "kind: " + (name == nullptr ? "is missing" : isNot(*name, "a text"));
+        return name == nullptr ? "kind: is missing" : "kind: has to be a text";
     }
-    const KindNames* const kind = findMainKind(textOf(*name));
+    const RTCM2_kind_s* const kind = findMainKind(name->GetString());
     if (kind == nullptr) {
         return "kind: there is no message kind " + quoted(textOf(*name));
     }
     Problem problem = readFill(object);
     if (problem.empty()) {
-        problem = fields.IsObject() ? takeMembers(*kind->row, fields)
-                                    : "fields: " + isNot(fields, "an object");
+        problem = fields.IsObject() ? takeMembers(*kind, fields) : "fields: has to be an object";
     }
-    return problem.empty() ? problem : kind->name + ": " + problem;
+    return problem.empty() ? problem : std::string(textOf(*name)) + ": " + problem;
 }
 
 Problem MessageEncoder::readFill(const Value& object)
@@ -82,7 +81,7 @@ Problem MessageEncoder::readFill(const Value& object)
         return {};
     }
     if (!given->IsString()) {
-        return "fill: " + isNot(*given, "a text");
+        return "fill: has to be a text";
     }
     fill = textOf(*given);
     return fill->find_first_not_of("01") == std::string_view::npos
@@ -112,7 +111,7 @@ Problem MessageEncoder::takeMembers(const RTCM2_kind_s& kind, const Value& field
 
 // Takes the smallest number of data words that works. Where none does, what is wrong with the
 // smallest that has room for everything is what people want to hear.
-Problem MessageEncoder::encodeShortest(const GivenRecord& given, const RTCM2_kind_s& kind)
+Problem MessageEncoder::encodeShortest(GivenRecord& given, const RTCM2_kind_s& kind)
 {
     Problem mistake;
     Problem noRoom = "no number of data words lets all that is given stand in one message";
@@ -168,7 +167,7 @@ Problem MessageEncoder::pack()
 }
 
 // Decodes what was encoded, and compares.
-Problem MessageEncoder::finish(const GivenRecord& given)
+Problem MessageEncoder::finish(GivenRecord& given)
 {
     decoded.clear();
     std::uint32_t end = 0;
