@@ -120,12 +120,16 @@ Problem GivenRecord::wrong(const RTCM2_member_s& member, std::string_view reason
     return (nameOf(member) + ": ").append(reason);
 }
 
-// " where NAS is 3": why a member is absent, or why it has to have so many values.
+// " where Ns is 2 (No_Of_Data_Words is 4)": why a member is absent, or has so many values.
 std::string GivenRecord::stateOf(const void* record, const RTCM2_member_s* member) const
 {
-    return member == nullptr ? std::string()
-                             : " where " + nameOf(*member) + " is " + numberText(record, *member) +
-                                   stateOf(record, member->of);
+    if (member == nullptr) {
+        return {};
+    }
+    const auto is = [&](const RTCM2_member_s& row) {
+        return nameOf(row) + " is " + numberText(record, row);
+    };
+    return " where " + is(*member) + (member->of != nullptr ? " (" + is(*member->of) + ")" : "");
 }
 
 bool GivenRecord::isInHeader(const RTCM2_member_s& member, std::size_t offset) const
@@ -290,12 +294,13 @@ Problem GivenRecord::eachElement(const RTCM2_member_s& member, const Value& valu
 {
     GivenRecord element(*member.elements);
     for (std::uint32_t i = 0; i < value.Size(); ++i) {
-        Problem problem = value[i].IsObject() ? element.read(value[i]) : "has to be an object";
+        Problem problem = value[i].IsObject() ? element.read(value[i]) : "is no object";
         if (problem.empty()) {
             problem = function(element, i);
         }
         if (!problem.empty()) {
-            return nameOf(member) + "[" + std::to_string(i) + "]." + problem;
+            return nameOf(member) + "[" + std::to_string(i) + (value[i].IsObject() ? "]." : "]: ") +
+                   problem;
         }
     }
     return {};

@@ -81,6 +81,7 @@ bool JsonInput::findObject()
         }
     }
     if (array == Array::inside) {
+        array = Array::outside;
         complain(place, "the input ends inside an array");
     }
     return false;

@@ -120,17 +120,18 @@ Problem MessageEncoder::encodeShortest(GivenRecord& given, const RTCM2_kind_s& k
         if (!given.hasPlaceFor(&record.message, wordsOf(kind))) {
             continue;
         }
-        if (Problem problem = given.write(&record.message); !problem.empty()) {
-            return problem;
-        }
-        noRoom = pack();
-        if (noRoom.empty()) {
-            Problem problem = finish(given);
-            if (problem.empty()) {
-                return {};
+        Problem problem = given.write(&record.message);
+        if (problem.empty()) {
+            noRoom = pack();
+            if (!noRoom.empty()) {
+                continue;
             }
-            mistake = mistake.empty() ? std::move(problem) : mistake;
+            problem = finish(given);
         }
+        if (problem.empty()) {
+            return {};
+        }
+        mistake = mistake.empty() ? std::move(problem) : mistake;
     }
     return mistake.empty() ? noRoom : mistake;
 }
