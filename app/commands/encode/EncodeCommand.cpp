@@ -68,9 +68,8 @@ ExitStatus EncodeCommand::run(Host&)
         output.write({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
         return true;
     };
-    EncodeSession session(output, write, options);
     if (inputs.empty()) {
         inputs = {"-"};
     }
-    return workInto(output, inputs, [&] { return session.run(inputs); });
+    return workInto(output, inputs, [&] { return encodeInputs(inputs, output, write, options); });
 }

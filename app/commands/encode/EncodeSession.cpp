@@ -3,22 +3,97 @@
 #include "base/InputFile.h"
 #include "base/Interrupt.h"
 #include "base/Output.h"
+#include "base/Progress.h"
 #include "commands/encode/JsonInput.h"
+#include "commands/encode/MessageEncoder.h"
 
-EncodeSession::EncodeSession(Output& target, Write writeMessage,
-                             const SessionOptions& sessionOptions)
-    : output(target), write(std::move(writeMessage)), options(sessionOptions)
-{
-}
+namespace {
 
-ExitStatus EncodeSession::run(const std::vector<std::string>& inputs)
+class EncodeSession {
+public:
+    EncodeSession(Output& target, const WriteMessage& writeMessage,
+                  const SessionOptions& sessionOptions)
+        : output(target), write(writeMessage), options(sessionOptions)
+    {
+    }
+
+    void readInput(const std::string& name);
+    bool isDone() const;
+    ExitStatus status() const;
+
+private:
+    std::string encode(const JsonInput& input);
+    void refuse(Progress& progress, const std::string& message);
+
+    Output& output;
+    const WriteMessage& write;
+    const SessionOptions& options;
+    MessageEncoder encoder;
+    std::uint64_t found = 0;
+    std::uint64_t refused = 0;
+    bool unreadable = false;
+    bool stopped = false;
+};
+
+void EncodeSession::readInput(const std::string& name)
 {
-    for (const std::string& name : inputs) {
-        readInput(name);
-        if (isDone()) {
+    InputFile file(name);
+    JsonInput input(file);
+    Progress progress(options.showsProgress && !file.isTyped());
+    progress.begin(file.name(), file.size());
+    for (std::uint64_t number = 1; !isDone() && input.next(); ++number) {
+        // An input that was left early does not end here: what is incomplete is no mistake.
+        if (!input.problem().empty() && interrupt::requested()) {
             break;
         }
+        progress.advance(input.bytesRead());
+        ++found;
+        if (const std::string problem = encode(input); !problem.empty()) {
+            refuse(progress, file.name() + ": message " + std::to_string(number) + " (line " +
+                                 std::to_string(input.line()) + "): " + problem);
+        }
+        if (file.isLive()) {
+            output.flush();
+        }
     }
+    if (!file.problem().empty()) {
+        progress.tell(file.problem());
+        unreadable = true;
+    }
+}
+
+// What is wrong; empty when the message was written.
+std::string EncodeSession::encode(const JsonInput& input)
+{
+    if (!input.problem().empty()) {
+        return input.problem();
+    }
+    const auto packed = encoder.encode(input.object());
+    if (packed.empty()) {
+        return encoder.problem();
+    }
+    return write(packed) ? std::string()
+                         : "hex: is no message with the preamble and the words that its header "
+                           "announces";
+}
+
+void EncodeSession::refuse(Progress& progress, const std::string& message)
+{
+    ++refused;
+    stopped = options.onError == OnError::stop;
+    if (stopped || (options.onError == OnError::report && !options.quiet)) {
+        progress.tell(message);
+    }
+}
+
+bool EncodeSession::isDone() const
+{
+    return stopped || output.failed() || interrupt::requested() ||
+           (options.max != 0 && found - refused >= options.max);
+}
+
+ExitStatus EncodeSession::status() const
+{
     if (stopped) {
         return ExitStatus::stoppedAtTrouble;
     }
@@ -34,61 +109,14 @@ ExitStatus EncodeSession::run(const std::vector<std::string>& inputs)
     return found == 0 ? ExitStatus::nothingFound : ExitStatus::success;
 }
 
-void EncodeSession::readInput(const std::string& name)
-{
-    InputFile file(name);
-    JsonInput input(file);
-    number = 0;
-    progress.emplace(options.showsProgress && !file.isTyped());
-    progress->begin(file.name(), file.size());
-    // An input that was left early does not end here: what is incomplete is no mistake.
-    while (!isDone() && input.next() && (input.problem().empty() || !interrupt::requested())) {
-        progress->advance(input.bytesRead());
-        takeNext(input, file.name());
-        if (file.isLive()) {
-            output.flush();
-        }
-    }
-    if (!file.problem().empty()) {
-        progress->tell(file.problem());
-        unreadable = true;
-    }
-    progress.reset();
-}
+}    // namespace
 
-void EncodeSession::takeNext(JsonInput& input, const std::string& name)
+ExitStatus encodeInputs(const std::vector<std::string>& inputs, Output& output,
+                        const WriteMessage& write, const SessionOptions& options)
 {
-    ++found;
-    ++number;
-    if (!input.problem().empty()) {
-        refuse(input, name, input.problem());
-        return;
+    EncodeSession session(output, write, options);
+    for (auto name = inputs.begin(); name != inputs.end() && !session.isDone(); ++name) {
+        session.readInput(*name);
     }
-    const auto packed = message.encode(input.object());
-    if (packed.empty()) {
-        refuse(input, name, message.problem());
-    } else if (!write(packed)) {
-        refuse(input, name,
-               "no reader would find it in this form: it lacks the preamble or the words that its "
-               "header announces");
-    } else {
-        ++encoded;
-    }
-}
-
-void EncodeSession::refuse(const JsonInput& input, const std::string& name,
-                           const std::string& reason)
-{
-    ++refused;
-    stopped = options.onError == OnError::stop;
-    if (stopped || (options.onError == OnError::report && !options.quiet)) {
-        progress->tell(name + ": message " + std::to_string(number) + " (line " +
-                       std::to_string(input.line()) + "): " + reason);
-    }
-}
-
-bool EncodeSession::isDone() const
-{
-    return stopped || output.failed() || interrupt::requested() ||
-           (options.max != 0 && encoded >= options.max);
+    return session.status();
 }

@@ -1,25 +1,28 @@
 // The JSON objects of an input, one after another: one a line, in an array, or simply in a row.
 #pragma once
 
-#include "commands/encode/JsonCharacters.h"
-
 #include <rapidjson/document.h>
-#include <rapidjson/reader.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
-#include <vector>
+#include <string_view>
 
 class InputFile;
 
-// Memory is needed for one object at a time. After a mistake reading goes on with the next line
-// that an object begins, so that one bad line costs no other. Lines that begin objects around the
-// mistake count as one bad line: they would end at the same mistake, and reading them again and
-// again would take long.
+// Keeps one object at a time in memory, and of an object that is too long or too deep only what
+// shows that it is. After a mistake in an object reading goes on at the first line behind the
+// object's first one that begins with a bracket, no further to the right than the object does, so
+// that neither what is missing in one object costs another nor parts of it are taken for objects;
+// where a whole object has no such line, behind it. As long objects cannot be nested deeply and no
+// line begins inside a string, a character is read again a few dozen times at worst.
 class JsonInput {
 public:
+    static constexpr std::size_t longest = 1 << 20;    // bytes of an object
+    static constexpr std::size_t deepest = 32;         // brackets around each other in it
+
     // The file must outlive the reader.
-    explicit JsonInput(InputFile& file) : characters(file) {}
+    explicit JsonInput(InputFile& input) : file(input) {}
 
     // Goes to the next object or mistake. False at the end of the input.
     [[nodiscard]] bool next();
@@ -30,19 +33,42 @@ public:
     const rapidjson::Value& object() const { return document; }
     // The line in which it begins, from 1.
     std::uint64_t line() const { return beginLine; }
-    std::uint64_t bytesRead() const { return characters.bytesRead(); }
+    // Bytes of the input that have been read.
+    std::uint64_t bytesRead() const { return dropped + text.size(); }
 
 private:
-    bool findObject();
-    void parse();
-    void complain(const std::string& reason, std::size_t offset);
+    // Line and column of a character, both from 1.
+    struct Place {
+        std::uint64_t line = 1;
+        std::uint64_t column = 1;
 
-    JsonCharacters characters;
+        void pass(std::string_view characters);
+    };
+    // Whether what comes next stands in an array. After a mistake nobody knows.
+    enum class Array { outside, inside, unknown };
+
+    bool hasMore();
+    std::uint64_t position() const { return dropped + at; }
+    void goTo(std::size_t target);
+    bool findObject();
+    bool isPunctuation(char character);
+    const char* findEnd();
+    void parse();
+    void complain(Place where, std::string_view reason);
+    void goOn(std::uint64_t column, std::uint64_t end);
+    void skipLine(std::uint64_t end);
+
+    InputFile& file;
+    bool ended = false;
+    std::uint64_t dropped = 0;    // bytes of the input before the text
+    std::string text;             // what was read and may still be needed
+    std::size_t begin = 0;        // from here on it is
+    std::size_t at = 0;           // what comes next
+    Place place;                  // of `begin`
+    Array array = Array::outside;
+
     rapidjson::MemoryPoolAllocator<> pool;
     rapidjson::Document document{&pool};
-    rapidjson::Reader reader;
-    std::vector<std::size_t> open;    // where objects and arrays begin that are not complete
     std::string problemText;
     std::uint64_t beginLine = 0;
-    bool inArray = false;
 };

@@ -1,0 +1,200 @@
+#include "commands/encode/MessageEncoder.h"
+
+#include "commands/encode/JsonValue.h"
+
+#include <algorithm>
+
+namespace {
+
+using rapidjson::Value;
+
+constexpr unsigned headerBits = 48;
+constexpr unsigned bitsPerWord = 24;
+constexpr unsigned mostWords = 31;
+
+const RTCM2_member_s& wordsOf(const RTCM2_kind_s& kind)
+{
+    return *RTCM2_find_member(&kind, "No_Of_Data_Words");
+}
+
+}    // namespace
+
+std::span<const std::uint8_t> MessageEncoder::encode(const Value& object)
+{
+    packed.clear();
+    problemText = takeObject(object);
+    if (!problemText.empty()) {
+        packed.clear();
+    }
+    return packed;
+}
+
+Problem MessageEncoder::takeObject(const Value& object)
+{
+    // What is given for a field twice is found with its name.
+    if (const auto key = repeatedKey(object, "fields")) {
+        return quoted(*key) + ": stands twice in an object";
+    }
+    const Value* const fields = find(object, "fields");
+    return fields != nullptr ? takeFields(object, *fields) : takeHex(object);
+}
+
+Problem MessageEncoder::takeHex(const Value& object)
+{
+    const Value* const hex = find(object, "hex");
+    if (hex == nullptr) {
+        return "fields: is missing";
+    }
+    if (!hex->IsString()) {
+        return "hex: has to be a text";
+    }
+    auto bytes = bytesOfHex(textOf(*hex));
+    if (!bytes || bytes->empty()) {
+        return "hex: is no row of bytes of two hexadecimal digits each";
+    }
+    packed = std::move(*bytes);
+    return {};
+}
+
+Problem MessageEncoder::takeFields(const Value& object, const Value& fields)
+{
+    const Value* const name = find(object, "kind");
+    if (name == nullptr || !name->IsString()) {
+        return name == nullptr ? "kind: is missing" : "kind: has to be a text";
+    }
+    const RTCM2_kind_s* const kind = findMainKind(name->GetString());
+    if (kind == nullptr) {
+        return "kind: there is no message kind " + quoted(textOf(*name));
+    }
+    Problem problem = readFill(object);
+    if (problem.empty()) {
+        problem = fields.IsObject() ? takeMembers(*kind, fields) : "fields: has to be an object";
+    }
+    return problem.empty() ? problem : std::string(textOf(*name)) + ": " + problem;
+}
+
+Problem MessageEncoder::readFill(const Value& object)
+{
+    fill.reset();
+    const Value* const given = find(object, "fill");
+    if (given == nullptr) {
+        return {};
+    }
+    if (!given->IsString()) {
+        return "fill: has to be a text";
+    }
+    fill = textOf(*given);
+    return fill->find_first_not_of("01") == std::string_view::npos
+               ? Problem()
+               : "fill: has other characters than 0 and 1";
+}
+
+Problem MessageEncoder::takeMembers(const RTCM2_kind_s& kind, const Value& fields)
+{
+    GivenRecord given(kind);
+    Problem problem = given.read(fields);
+    if (!problem.empty()) {
+        return problem;
+    }
+    const Value* const number = given.given(wordsOf(kind));
+    if (number == nullptr) {
+        return encodeShortest(given, kind);
+    }
+    // What is no such number is refused when it is written.
+    begin(kind, number->IsUint() ? number->GetUint() : 0);
+    problem = given.write(&record.message);
+    if (problem.empty()) {
+        problem = pack();
+    }
+    return problem.empty() ? finish(given) : problem;
+}
+
+// Takes the smallest number of data words that works. Where none does, what is wrong with the
+// smallest that has room for everything is what people want to hear.
+Problem MessageEncoder::encodeShortest(GivenRecord& given, const RTCM2_kind_s& kind)
+{
+    Problem mistake;
+    Problem noRoom = "no number of data words lets all that is given stand in one message";
+    for (unsigned number = 0; number <= mostWords; number = std::max(number + 1, wordsFilled())) {
+        begin(kind, number);
+        if (!given.hasPlaceFor(&record.message, wordsOf(kind))) {
+            continue;
+        }
+        Problem problem = given.write(&record.message);
+        if (problem.empty()) {
+            noRoom = pack();
+            if (!noRoom.empty()) {
+                continue;
+            }
+            problem = finish(given);
+        }
+        if (problem.empty()) {
+            return {};
+        }
+        mistake = mistake.empty() ? std::move(problem) : mistake;
+    }
+    return mistake.empty() ? noRoom : mistake;
+}
+
+// Those that the content takes, which other numbers of words make no shorter.
+unsigned MessageEncoder::wordsFilled() const
+{
+    return (contentBits - std::min(contentBits, headerBits) + bitsPerWord - 1) / bitsPerWord;
+}
+
+void MessageEncoder::begin(const RTCM2_kind_s& kind, unsigned number)
+{
+    record.clear();
+    contentBits = 0;
+    RTCM2_init_record(kind.kind, &record.message);
+    RTCM2_write_integer(&record.message, &wordsOf(kind), 0, number);
+}
+
+// Encodes the record; all bits behind it are zero.
+Problem MessageEncoder::pack()
+{
+    packed.assign(RTCM2_PACKED_ROOM, 0);
+    const std::int32_t result =
+        RTCM2_encode_record(&record.message, packed.data(), RTCM2_PACKED_ROOM, &contentBits);
+    const unsigned words = record.message.header.No_Of_Data_Words;
+    const unsigned room = words * bitsPerWord;
+    if (result < 0 || contentBits > headerBits + room) {
+        return "No_Of_Data_Words: " + std::to_string(words) + " data words hold " +
+               std::to_string(room) + " bits, not the " + (result < 0 ? "more than " : "") +
+               std::to_string(contentBits - headerBits) + " bits of what is given";
+    }
+    packed.resize((headerBits + room) / 8);
+    return {};
+}
+
+// Decodes what was encoded, and compares.
+Problem MessageEncoder::finish(GivenRecord& given)
+{
+    decoded.clear();
+    std::uint32_t end = 0;
+    const std::int32_t result =
+        RTCM2_decode_record(record.message.kind, packed.data(),
+                            static_cast<std::uint16_t>(packed.size()), &end, &decoded.message);
+    if (result < 0) {
+        return "No_Of_Data_Words: with " + std::to_string(record.message.header.No_Of_Data_Words) +
+               " nobody could decode the message (" + RTCM2_error_to_string(result) + ")";
+    }
+    Problem problem = given.compare(&decoded.message);
+    return problem.empty() ? writeFill() : problem;
+}
+
+Problem MessageEncoder::writeFill()
+{
+    const std::size_t count = 8 * packed.size() - contentBits;
+    if (fill && fill->size() != count) {
+        return "fill: has " + std::to_string(fill->size()) +
+               " bits where the data words have room for " + std::to_string(count);
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t bit = contentBits + i;
+        if (fill ? (*fill)[i] == '1' : i % 2 == 0) {
+            packed[bit / 8] = static_cast<std::uint8_t>(packed[bit / 8] | 0x80U >> bit % 8);
+        }
+    }
+    return {};
+}
