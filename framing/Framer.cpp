@@ -41,6 +41,7 @@ void Framer::push(std::span<const std::uint8_t> bytes)
 
 const Frame* Framer::next()
 {
+    frameWords_ = 0;
     for (;;) {
         Step step = advance();
         if (step == Step::starve && !refill()) {

@@ -49,6 +49,9 @@ public:
     // `bytes` must stay valid until next() has returned null; only then may be pushed again.
     void push(std::span<const std::uint8_t> bytes);
 
+    // False while bytes pushed before are unread, and after finish().
+    bool takesBytes() const { return pending_.empty() && !finished_; }
+
     // No more bytes will come; next() then delivers what was still waiting for them.
     void finish() { finished_ = true; }
 

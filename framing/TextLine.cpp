@@ -16,6 +16,8 @@ void Gap::add(std::uint8_t byte)
     const bool isText = (byte >= 0x20 && byte < 0x40) || byte == '\t';
     if (byte == '\r' || byte == '\n') {
         lineEnd = true;
+        textAfter = false;
+        sentence = false;
     } else if (isText) {
         (lineEnd ? textAfter : text) = true;
     } else if (!lineEnd) {

@@ -10,8 +10,8 @@ struct Gap {
     bool text = false;         // characters 0x20 to 0x3F or tabs
     bool foreign = false;      // bytes that no text has
     bool lineEnd = false;      // the two above stand before the first line end
-    bool textAfter = false;    // text behind the first line end
-    bool sentence = false;     // the `$` or `!` with which a sentence begins
+    bool textAfter = false;    // text behind the last line end
+    bool sentence = false;     // there or in the whole, the `$` or `!` of a sentence
 
     void add(std::uint8_t byte);
 };

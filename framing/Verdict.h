@@ -85,7 +85,8 @@ constexpr bool leadsNowhere(const Standing& own)
 // of that message or later.
 constexpr bool countsInsideAnother(bool ofItsStation, bool reachesFurther, Sequel chain)
 {
-    return (ofItsStation && reachesFurther) || chain >= Sequel::stranger;
+    return (ofItsStation && reachesFurther) || chain == Sequel::stranger ||
+           chain == Sequel::message;
 }
 
 }    // namespace framing
