@@ -60,7 +60,7 @@ set(docs ${PROJECT_SOURCE_DIR}/docs)
 foreach(page messages architecture security adding-a-kind)
   install(FILES ${docs}/${page}.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT codec_development)
 endforeach()
-install(FILES ${docs}/examples/decode.c DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples
+install(FILES ${docs}/examples/decode.c ${docs}/examples/stream.c DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples
   COMPONENT codec_development)
 if(NOT RTCM2_CODEC_ONLY)
   install(FILES ${docs}/json.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)

@@ -47,8 +47,7 @@ typedef enum RTCM2_verdict_enum {
     RTCM2_VERDICT_NO_PREAMBLE = 1, /* no preamble where a message had to begin */
     RTCM2_VERDICT_BAD_PARITY = 2,  /* a word has bad parity: `failed_word` */
     RTCM2_VERDICT_CUT_OFF = 3,     /* the input ended before the last word */
-    RTCM2_VERDICT_HIDES_OTHERS =
-        4 /* all words are good, but of several messages: parts are missing */
+    RTCM2_VERDICT_HIDES_OTHERS = 4 /* good words, but of several messages: parts are missing */
 } RTCM2_verdict_enum;
 
 /* What a framer delivers: a message, or a place where one was damaged. */
@@ -80,14 +79,14 @@ typedef struct RTCM2_framing_counters_s {
 } RTCM2_framing_counters_s;
 
 /* The header of a packed message. */
-typedef struct RTCM2_header_s {
+typedef struct RTCM2_framing_header_s {
     uint32_t type;       /* 0 to 63 */
     uint32_t station;    /* 0 to 1023 */
     uint32_t z_count;    /* 0 to 8191: time of the hour in units of 0.6 seconds, good below 6000 */
     uint32_t sequence;   /* 0 to 7 */
     uint32_t data_words; /* 0 to 31: words behind the header */
     uint32_t health;     /* 0 to 7 */
-} RTCM2_header_s;
+} RTCM2_framing_header_s;
 
 typedef struct RTCM2_framer_s RTCM2_framer_s;
 
@@ -130,7 +129,7 @@ RTCM2_FRAMING_API const char* RTCM2_verdict_text(int32_t verdict);
 /* Reads the header of a packed message of `size` bytes. Returns 1; or 0, and leaves `header` as it
  * is, if there are less than the 6 bytes of a header or they do not begin with the preamble. */
 RTCM2_FRAMING_API int32_t RTCM2_read_header(const uint8_t* packed, size_t size,
-                                            RTCM2_header_s* header);
+                                            RTCM2_framing_header_s* header);
 
 /* The six parity bits (the last one sent lowest) of 24 data bits (the first one sent highest),
  * behind a word of which `last_bits` are the last two bits as sent (0 to 3, the last one lowest).

@@ -118,7 +118,8 @@ const char* RTCM2_verdict_text(std::int32_t verdict)
     return known ? verdicts[verdict].text : nullptr;
 }
 
-std::int32_t RTCM2_read_header(const std::uint8_t* packed, std::size_t size, RTCM2_header_s* header)
+std::int32_t RTCM2_read_header(const std::uint8_t* packed, std::size_t size,
+                               RTCM2_framing_header_s* header)
 {
     if (size < framing::headerWords * framing::bytesPerWord || packed[0] != framing::preamble) {
         return 0;
