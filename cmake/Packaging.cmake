@@ -20,7 +20,7 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 # The packages' own libraries, which are not installed yet.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
-  ${PROJECT_BINARY_DIR}/codec ${PROJECT_BINARY_DIR}/plugin ${PROJECT_BINARY_DIR}/host/support
+  ${PROJECT_BINARY_DIR}/codec ${PROJECT_BINARY_DIR}/framing ${PROJECT_BINARY_DIR}/plugin ${PROJECT_BINARY_DIR}/host/support
   ${PROJECT_BINARY_DIR}/host/framework ${PROJECT_BINARY_DIR}/host/receiver)
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/DebianLayout.cmake)
 set(CPACK_RTCM2_SOURCE_DIR ${PROJECT_SOURCE_DIR})
@@ -48,11 +48,11 @@ set(same "(= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
 set(later "(>= ${PROJECT_VERSION})")
 rtcm2_package(codec ${codec} libs
 "RTCM 2.x messages to plain records and back
-The library decodes and encodes the messages of differential GNSS reference
-stations, from C, C++ and whatever calls C.")
+The libraries decode and encode the messages of differential GNSS reference
+stations and find them in streams, from C, C++ and whatever calls C.")
 rtcm2_package(codec_development librtcm2-dev libdevel
 "RTCM 2.x messages to plain records and back, development files
-Headers, the static library, package configuration for CMake and pkg-config,
+Headers, the static libraries, package configuration for CMake and pkg-config,
 documentation and an example."
   DEPENDS "${codec} ${same}")
 rtcm2_package(plugin ${plugin} libs

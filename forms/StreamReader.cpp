@@ -2,10 +2,14 @@
 
 std::string StreamReader::damage() const
 {
-    if (frame == nullptr || frame->failedWord == 0) {
+    switch (frame == nullptr ? framing::Verdict::undecided : frame->verdict) {
+    case framing::Verdict::badParity:
+        return "bad parity in word " + std::to_string(frame->failedWord);
+    case framing::Verdict::noPreamble:
+        return "no preamble where a message had to begin";
+    default:
         return "its words do not belong together";
     }
-    return "bad parity in word " + std::to_string(frame->failedWord);
 }
 
 ReaderCounters StreamReader::counters() const

@@ -1,6 +1,8 @@
 // What a framer finds in a stream.
 #pragma once
 
+#include "framing/Verdict.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -17,12 +19,12 @@ inline constexpr std::size_t maxMessageBytes = maxWords * bytesPerWord;
 struct Frame {
     enum class Kind : std::uint8_t {
         message,      // every word has good parity
-        damaged,      // a word with bad parity, no preamble where a message had to begin, or
-                      // pieces of several messages
+        damaged,      // see the verdict
         truncated,    // the input ended inside a message
     };
 
     Kind kind = Kind::message;
+    Verdict verdict = Verdict::accepted;
     std::uint8_t failedWord = 0;      // damaged: which word failed, from 1; 0: no single one
     std::uint64_t number = 0;         // counts frames of all kinds, from 1
     std::uint64_t beginOffset = 0;    // byte of the input in which the first bit stands

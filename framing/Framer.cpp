@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <optional>
 
 namespace framing {
 namespace {
@@ -12,23 +11,16 @@ namespace {
 // Before begin_: a message to go back over (see fail()) and the two bits before it.
 constexpr std::uint64_t keptBits = maxWords * bitsPerWord + 2;
 
-bool beginsWithPreamble(std::uint32_t data)
+Frame::Kind kindOf(Verdict verdict)
 {
-    return data >> 16 == preamble;
-}
-
-// The data of a word that can begin a message. The polarity of the preamble gives the last bit of
-// the word before; the bit before that is the one with which parity is good, if there is one.
-std::optional<std::uint32_t> firstWordOf(std::uint32_t received)
-{
-    constexpr std::uint32_t d29 = 0x80000000U;
-    constexpr std::uint32_t d30 = 0x40000000U;
-    const std::uint32_t upright = received & ~(d29 | d30);
-    const std::uint32_t word = beginsWithPreamble(dataOf(upright)) ? upright : upright | d30;
-    if (beginsWithPreamble(dataOf(word)) && (hasGoodParity(word) || hasGoodParity(word | d29))) {
-        return dataOf(word);
+    switch (verdict) {
+    case Verdict::accepted:
+        return Frame::Kind::message;
+    case Verdict::cutOff:
+        return Frame::Kind::truncated;
+    default:
+        return Frame::Kind::damaged;
     }
-    return std::nullopt;
 }
 
 void putWord(std::span<std::uint8_t> packed, std::size_t word, std::uint32_t data)
@@ -49,6 +41,7 @@ void Framer::push(std::span<const std::uint8_t> bytes)
 
 const Frame* Framer::next()
 {
+    frameWords_ = 0;
     for (;;) {
         Step step = advance();
         if (step == Step::starve && !refill()) {
@@ -91,10 +84,10 @@ Framer::Step Framer::advance()
     switch (state_) {
     case State::searching:
         return search();
-    case State::verifying:
-        return verify();
-    case State::weighing:
-        return weigh();
+    case State::reading:
+        return read();
+    case State::judging:
+        return judge();
     }
     return Step::starve;
 }
@@ -107,30 +100,44 @@ Framer::Step Framer::search()
         }
         frame_.wordCount = 0;
         wordsWanted_ = headerWords;
-        if (!has(1)) {
+        const Candidate here = candidate();
+        if (!here.has(1)) {
             return Step::starve;
         }
-        if (const auto data = firstWordOf(wordAt(0))) {
+        if (const auto data = firstWordOf(here.wordAt(0))) {
             putWord(frame_.storage, 0, *data);
             frame_.wordCount = 1;
-            if (begin_ >= lastEnd_ || ofLastStation(0)) {
-                state_ = State::verifying;
-                return Step::again;
-            }
+            state_ = State::reading;
+            return Step::again;
         }
         if (expected_) {
-            return fail();
+            return skipText();
         }
         ++begin_;
     }
 }
 
-Framer::Step Framer::verify()
+// No message begins where one had to. That is no damage where text stands.
+Framer::Step Framer::skipText()
+{
+    const TextLine line = window_.textBehind(begin_, inputEnded());
+    if (line.isOpen()) {
+        return Step::starve;
+    }
+    if (line.isText()) {
+        window_.cut(line);
+        return Step::again;
+    }
+    const std::uint32_t received = candidate().wordAt(0);
+    return fail(beginsWithPreamble(dataOf(received)) ? Verdict::badParity : Verdict::noPreamble);
+}
+
+Framer::Step Framer::read()
 {
     for (;;) {
         switch (readWords()) {
         case Words::bad:
-            return fail();
+            return fail(Verdict::badParity);
         case Words::missing:
             return Step::starve;
         case Words::good:
@@ -138,15 +145,11 @@ Framer::Step Framer::verify()
         }
         const std::size_t declared = declaredWords(frame_.bytes());
         if (wordsWanted_ == declared) {
-            break;
+            state_ = State::judging;
+            return Step::again;
         }
         wordsWanted_ = declared;
     }
-    if (bitOfWord(wordsWanted_) <= lastEnd_) {
-        return moveOn();
-    }
-    state_ = State::weighing;
-    return Step::again;
 }
 
 // Takes the words wanted into the frame as far as they have come in and are good.
@@ -167,52 +170,98 @@ Framer::Words Framer::readWords()
     return word < limit ? Words::bad : Words::missing;
 }
 
-// All words are good, but do they make a message? Two ways lead astray. Inside a longer message
-// that was damaged a word that looks like a preamble is followed by good words as well, through the
-// rest of that message and on through those after it; it hardly ever names the station heard
-// before. And where whole words are missing, the two pieces left may fit together by chance. Either
-// way good words that begin no message stand behind the supposed end, or real messages begin
-// inside.
-Framer::Step Framer::weigh()
+Framer::Step Framer::judge()
 {
-    const bool likely = expected_ || begin_ == SextetWindow::firstBit || ofLastStation(0);
-    const bool hides = hidesMessages();
-    if (likely && !hides) {
+    const Verdict verdict = weigh();
+    switch (verdict) {
+    case Verdict::accepted:
         return accept();
-    }
-    if (hides && !likely) {
+    case Verdict::undecided:
+        return Step::starve;
+    case Verdict::hidesOthers:
+        return isLikely() ? fail(verdict) : moveOn();
+    default:
         return moveOn();
     }
-    if (hides && endsWithTheNext()) {
-        return fail();
+}
+
+// All words are good, but do they make a message?
+Verdict Framer::weigh() const
+{
+    const Candidate here = candidate();
+    const std::uint64_t end = here.bitOfWord(wordsWanted_);
+    const unsigned station = stationOf(0);
+    if (begin_ < lastEnd_) {
+        const Sequel chain = here.at(end).chainTo(lastEnd_, station).sequel;
+        if (!countsInsideAnother(ofLastStation(0), end > lastEnd_, chain)) {
+            return chain == Sequel::unknown ? Verdict::undecided : Verdict::overlaps;
+        }
     }
-    const bool inputEnded = finished_ && pending_.empty();
-    if (!has(wordsWanted_ + 1)) {
-        return inputEnded ? accept() : Step::starve;
+    if (isLikely() && !needsWeighing()) {
+        return Verdict::accepted;
     }
-    const std::uint32_t after = wordAt(wordsWanted_);
-    const bool begins = hasGoodParity(after) && beginsWithPreamble(dataOf(after));
-    if (begins || (!hides && !hasGoodParity(after))) {
-        return accept();
+    const Standing own = {.likely = isLikely(), .sequel = here.at(end).sequelOf(station)};
+    if (own.sequel == Sequel::unknown) {
+        return Verdict::undecided;
     }
-    if (hides) {
-        return fail();
+    if (leadsNowhere(own)) {
+        return Verdict::leadsNowhere;
     }
-    if (!has(wordsWanted_ + 2)) {
-        return inputEnded ? moveOn() : Step::starve;
+    bool undecided = false;
+    for (std::size_t word = 1; word < wordsWanted_; ++word) {
+        if (frame_.storage[word * bytesPerWord] == preamble) {
+            const Rival rival = rivalAt(word);
+            if (outweighs(rival, own)) {
+                return Verdict::hidesOthers;
+            }
+            undecided |= couldOutweigh(rival, own);
+        }
     }
-    return hasGoodParity(wordAt(wordsWanted_ + 1)) ? moveOn() : accept();
+    return undecided ? Verdict::undecided : Verdict::accepted;
+}
+
+Rival Framer::rivalAt(std::size_t word) const
+{
+    const Candidate here = candidate();
+    const std::uint64_t end = here.bitOfWord(wordsWanted_);
+    const Candidate inside = here.at(here.bitOfWord(word));
+    const Candidate::Chain chain = inside.chainTo(end);
+    const Header own = headerOf(frame_.bytes());
+    return {.sequel = chain.sequel,
+            .follows = inside.followsOn(own, 2),
+            .isExpected =
+                inside.followsOn(own, 4) || inside.followsOn(lastHeader_.value_or(own), 4),
+            .endsTogether = chain.end == end};
+}
+
+bool Framer::isLikely() const
+{
+    return expected_ || begin_ == SextetWindow::firstBit || begin_ == damagedEnd_ ||
+           ofLastStation(0);
+}
+
+// True when a header of the station heard before or of the same one seems to stand inside.
+bool Framer::needsWeighing() const
+{
+    for (std::size_t word = 1; word < wordsWanted_; ++word) {
+        if (frame_.storage[word * bytesPerWord] == preamble &&
+            (ofLastStation(word) || stationOf(word) == stationOf(0))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 // The input has ended where more words were needed.
 Framer::Step Framer::conclude()
 {
-    if (state_ == State::verifying) {
+    if (state_ == State::reading) {
         if (!worthReporting() || toldTruncation_) {
             return moveOn();
         }
         toldTruncation_ = true;
-        deliver(Frame::Kind::truncated, window_.endBit());
+        deliver(Verdict::cutOff, frame_.wordCount);
+        frame_.endOffset = window_.byteOffsetOf(window_.endBit() - 1) + 1;
         moveOn();
         return Step::deliver;
     }
@@ -225,29 +274,29 @@ Framer::Step Framer::conclude()
 
 Framer::Step Framer::accept()
 {
-    const std::uint64_t end = bitOfWord(wordsWanted_);
-    deliver(Frame::Kind::message, end);
+    const std::uint64_t end = candidate().bitOfWord(wordsWanted_);
+    deliver(Verdict::accepted, wordsWanted_);
     counters_.bitsOutsideMessages += std::max(begin_, lastEnd_) - lastEnd_;
     lastBegin_ = begin_;
     lastEnd_ = end;
-    lastStation_ = stationOf(0);
+    lastHeader_ = headerOf(frame_.bytes());
     begin_ = end;
     expected_ = true;
     state_ = State::searching;
     return Step::deliver;
 }
 
-Framer::Step Framer::fail()
+Framer::Step Framer::fail(Verdict verdict)
 {
     if (!worthReporting()) {
         return moveOn();
     }
-    const bool wordFailed = frame_.wordCount < wordsWanted_;
+    const bool wordFailed = verdict == Verdict::badParity || verdict == Verdict::noPreamble;
     const std::size_t words = frame_.wordCount + (wordFailed ? 1 : 0);
-    deliver(Frame::Kind::damaged, bitOfWord(words));
+    deliver(verdict, words);
     frame_.failedWord = static_cast<std::uint8_t>(wordFailed ? words : 0);
     if (frame_.wordCount >= headerWords && begin_ >= damagedEnd_) {
-        damagedEnd_ = bitOfWord(wordsWanted_);
+        damagedEnd_ = candidate().bitOfWord(wordsWanted_);
     }
     if (expected_ && frame_.wordCount == 0) {
         // If bits are missing, the next message may have begun before the end of the last one:
@@ -272,103 +321,37 @@ Framer::Step Framer::moveOn()
     return Step::again;
 }
 
-void Framer::deliver(Frame::Kind kind, std::uint64_t end)
+void Framer::deliver(Verdict verdict, std::size_t words)
 {
-    frame_.kind = kind;
+    const std::uint64_t end = candidate().bitOfWord(words);
+    frame_.kind = kindOf(verdict);
+    frame_.verdict = verdict;
     frame_.failedWord = 0;
     ++frame_.number;
     frame_.beginOffset = window_.byteOffsetOf(begin_);
     frame_.endOffset = window_.byteOffsetOf(end - 1) + 1;
+    frameBegin_ = begin_;
+    frameWords_ = words;
 }
 
-// True when that many words from begin_ on have come in.
-bool Framer::has(std::size_t words) const
+WordFacts Framer::frameWord(std::size_t word) const
 {
-    return bitOfWord(words) <= window_.endBit();
+    const std::uint64_t bit = frameBegin_ + word * bitsPerWord;
+    const std::uint32_t received = window_.wordsFrom(bit)[0];
+    const auto first = word == 0 ? firstWordOf(received) : std::nullopt;
+    const std::uint32_t data = first.value_or(dataOf(received));
+    return {.byteOffset = window_.byteOffsetOf(bit),
+            .bit = window_.bitOfByte(bit),
+            .data = data,
+            .hasGoodParity = first.has_value() || hasGoodParity(received),
+            .isInverted = data != (received >> 6 & dataMask)};
 }
 
-std::uint64_t Framer::bitOfWord(std::size_t word) const
-{
-    return begin_ + word * bitsPerWord;
-}
-
-std::uint32_t Framer::wordAt(std::size_t word) const
-{
-    return window_.wordsFrom(begin_)[word];
-}
-
-// The station, ten bits, that a header beginning with `word` names.
-int Framer::stationOf(std::size_t word) const
+// The station that a header beginning with `word` names.
+unsigned Framer::stationOf(std::size_t word) const
 {
     const std::uint8_t* const bytes = &frame_.storage[word * bytesPerWord];
-    return (bytes[1] & 3) << 8 | bytes[2];
-}
-
-// The time, 13 bits in units of 0.6 s of the hour, and the sequence number, three bits, that a
-// header beginning with `word` tells.
-unsigned Framer::timeOf(std::size_t word) const
-{
-    const std::uint8_t* const bytes = &frame_.storage[(word + 1) * bytesPerWord];
-    return static_cast<unsigned>(bytes[0] << 5 | bytes[1] >> 3);
-}
-
-unsigned Framer::sequenceOf(std::size_t word) const
-{
-    return frame_.storage[(word + 1) * bytesPerWord + 1] & 7U;
-}
-
-bool Framer::ofLastStation(std::size_t word) const
-{
-    return stationOf(word) == lastStation_;
-}
-
-// True when other messages begin inside this one: one of the station heard before or of the same,
-// one that begins where a damaged message should have ended and ends with this one, or several that
-// do so. By chance that hardly happens.
-bool Framer::hidesMessages() const
-{
-    for (std::size_t word = 1; word < wordsWanted_; ++word) {
-        if (frame_.storage[word * bytesPerWord] != preamble) {
-            continue;
-        }
-        const std::size_t messages = messagesFrom(word);
-        if (ofLastStation(word) || stationOf(word) == stationOf(0) || messages > 1 ||
-            (messages == 1 && bitOfWord(word) == damagedEnd_)) {
-            return true;
-        }
-    }
-    return false;
-}
-
-// True when the message that the station sends after this one, by its time and sequence number,
-// stands inside this one and ends with it: as many words are missing before it as it has itself.
-bool Framer::endsWithTheNext() const
-{
-    constexpr unsigned unitsPerHour = 6000;
-    constexpr unsigned unitsPerMinute = 100;
-    for (std::size_t word = headerWords; word < wordsWanted_; ++word) {
-        const unsigned wait = (timeOf(word) + unitsPerHour - timeOf(0)) % unitsPerHour;
-        if (messagesFrom(word) > 0 && stationOf(word) == stationOf(0) && wait < unitsPerMinute &&
-            sequenceOf(word) == (sequenceOf(0) + 1) % 8) {
-            return true;
-        }
-    }
-    return false;
-}
-
-// How many messages lie end to end from `word` to the end of the frame; 0 when they do not.
-std::size_t Framer::messagesFrom(std::size_t word) const
-{
-    const std::span<const std::uint8_t> bytes = frame_.bytes();
-    std::size_t messages = 0;
-    while (word < wordsWanted_) {
-        if (bytes[word * bytesPerWord] != preamble || word + headerWords > wordsWanted_) {
-            return 0;
-        }
-        word += declaredWords(bytes.subspan(word * bytesPerWord));
-        ++messages;
-    }
-    return word == wordsWanted_ ? messages : 0;
+    return (bytes[1] & 3U) << 8 | bytes[2];
 }
 
 }    // namespace framing

@@ -1,6 +1,7 @@
 // Finds messages in a stream of bytes.
 #pragma once
 
+#include "framing/Candidate.h"
 #include "framing/Frame.h"
 #include "framing/SextetWindow.h"
 
@@ -16,28 +17,40 @@ struct FramerCounters {
     std::uint64_t bitsOutsideMessages = 0;    // damaged and truncated messages included
 };
 
+// A word of a frame as it was received.
+struct WordFacts {
+    std::uint64_t byteOffset = 0;    // byte of the input in which the first bit stands
+    unsigned bit = 0;          // which of the byte's six bits that is, in the order sent, from 0
+    std::uint32_t data = 0;    // 24 data bits, with the inversion undone
+    bool hasGoodParity = false;
+    bool isInverted = false;    // the data bits were sent inverted
+};
+
 // A message may begin at any bit of the stream. Its words must all have good parity, its first word
 // the preamble, upright or inverted. What the preamble and the parity of the first word say of the
 // two bits before the message counts, not those bits themselves: a message is found even when what
 // stood before it is damaged or missing.
 //
-// Right after a message the next one is expected. If a word of it fails, or if it does not begin
-// with the preamble, that is one damaged frame, and the search goes on from the next bit. In a
-// search a preamble alone means little: a message that fails there is reported as damaged only when
-// both its header words were good. The end of the input inside a message gives one truncated frame
-// for the whole input, on the same terms (of an expected message one good word is enough).
+// Each such place is a candidate and gets one verdict (see Verdict.h). Right after a message the
+// next one is expected. If that fails, and no text stands there, it is one damaged frame, and the
+// search goes on from the next bit. In a search a preamble alone means little: a candidate that
+// fails there is reported as damaged only when both its header words were good. The end of the
+// input inside a message gives one truncated frame for the whole input, on the same terms (of an
+// expected message one good word is enough).
 //
-// The words of a damaged message are good but for one, and any of them may look like a preamble;
-// the pieces of two cut messages may fit together. What has good words is therefore weighed (see
-// weigh()) before it is accepted, which may take up to 60 bits of what follows. Expected messages,
-// those of the same station as the last one, and one that begins with the first bit of the stream
-// are delivered as soon as they are complete, unless another header stands inside them.
+// Expected messages, those of the same station as the last one, and one that begins with the first
+// bit of the stream or where a damaged one should have ended are delivered as soon as they are
+// complete, unless a header of the same station or of the last stands inside them. All others wait
+// for what follows: mostly one or two words, at most the length of a message and two words.
 //
 // Memory is constant, and the frames do not depend on how the stream is cut into pushes.
 class Framer {
 public:
     // `bytes` must stay valid until next() has returned null; only then may be pushed again.
     void push(std::span<const std::uint8_t> bytes);
+
+    // False while bytes pushed before are unread, and after finish().
+    bool takesBytes() const { return pending_.empty() && !finished_; }
 
     // No more bytes will come; next() then delivers what was still waiting for them.
     void finish() { finished_ = true; }
@@ -47,35 +60,42 @@ public:
 
     FramerCounters counters() const;
 
+    // The words of the current frame, and of a damaged one the word that failed; valid until the
+    // following call of next().
+    std::size_t frameWords() const { return frameWords_; }
+    WordFacts frameWord(std::size_t word) const;
+
 private:
-    enum class State { searching, verifying, weighing };
+    enum class State { searching, reading, judging };
     enum class Step { again, deliver, starve };
 
     Step advance();
     Step search();
-    Step verify();
-    Step weigh();
+    Step read();
+    Step judge();
     Step conclude();
 
     enum class Words { good, bad, missing };
     Words readWords();
     Step accept();
-    Step fail();
+    Step skipText();
+    Step fail(Verdict verdict);
     Step moveOn();
     bool worthReporting() const;
-    void deliver(Frame::Kind kind, std::uint64_t end);
+    void deliver(Verdict verdict, std::size_t words);
     bool refill();
 
-    bool has(std::size_t words) const;
-    std::uint64_t bitOfWord(std::size_t word) const;
-    std::uint32_t wordAt(std::size_t word) const;
-    int stationOf(std::size_t word) const;
-    unsigned timeOf(std::size_t word) const;
-    unsigned sequenceOf(std::size_t word) const;
-    bool ofLastStation(std::size_t word) const;
-    bool hidesMessages() const;
-    bool endsWithTheNext() const;
-    std::size_t messagesFrom(std::size_t word) const;
+    Candidate candidate() const { return {window_, begin_, inputEnded()}; }
+    Verdict weigh() const;
+    bool isLikely() const;
+    bool needsWeighing() const;
+    Rival rivalAt(std::size_t word) const;
+    bool inputEnded() const { return finished_ && pending_.empty(); }
+    bool ofLastStation(std::size_t word) const
+    {
+        return lastHeader_ && lastHeader_->station == stationOf(word);
+    }
+    unsigned stationOf(std::size_t word) const;
 
     SextetWindow window_;
     std::span<const std::uint8_t> pending_;
@@ -86,9 +106,11 @@ private:
     bool expected_ = false;                           // begin_ follows an accepted message
     std::size_t wordsWanted_ = 0;                     // words of the message, as far as known
     std::uint64_t damagedEnd_ = 0;                    // where the last damaged message should end
+    std::uint64_t frameBegin_ = SextetWindow::firstBit;
+    std::size_t frameWords_ = 0;
     std::uint64_t lastBegin_ = SextetWindow::firstBit;    // of the last message accepted
     std::uint64_t lastEnd_ = SextetWindow::firstBit;
-    int lastStation_ = -1;
+    std::optional<Header> lastHeader_;    // of the last message accepted
     bool toldTruncation_ = false;
     bool concluded_ = false;
 

@@ -54,7 +54,7 @@ std::size_t SextetWindow::append(std::span<const std::uint8_t> bytes)
 {
     const std::uint64_t before = bytesTaken_;
     while (!bytes.empty() && hasRoom()) {
-        const std::size_t inGroups = gap_ ? 0 : appendGroups(bytes);
+        const std::size_t inGroups = inGap_ ? 0 : appendGroups(bytes);
         const std::size_t taken = inGroups > 0 ? inGroups : appendPart(bytes);
         bytesTaken_ += taken;
         bytes = bytes.subspan(taken);
@@ -94,19 +94,27 @@ std::size_t SextetWindow::appendPart(std::span<const std::uint8_t> bytes)
     const std::uint64_t value = loadBig(group.data());
     const unsigned sextets = leadingSextets(value);
     if (sextets == 0) {
-        gap_ = true;
+        gap_ = inGap_ ? gap_ : Gap();
+        gap_.add(bytes.front());
+        inGap_ = true;
         return 1;
     }
-    if (gap_) {
-        runs_.push_back({sextetsTaken(), bytesTaken_});
-        gap_ = false;
+    if (inGap_) {
+        runs_.push_back({sextetsTaken(), bytesTaken_, gap_});
+        inGap_ = false;
     }
+    putSextets(joinSextets(value), sextets);
+    return sextets;
+}
+
+// Appends the first `count` sextets of a group; the bits behind them must be zeros.
+void SextetWindow::putSextets(std::uint64_t joined, unsigned count)
+{
     const std::uint64_t index = endBit_ - base_;
     const unsigned used = index % 8;
     std::uint8_t* const out = &bits_[index / 8];
-    storeBig(out, lastBits(*out, used) | joinSextets(value) >> used);
-    endBit_ += sextets * bitsPerSextet;
-    return sextets;
+    storeBig(out, lastBits(*out, used) | joined >> used);
+    endBit_ += count * bitsPerSextet;
 }
 
 void SextetWindow::dropBefore(std::uint64_t bit)
@@ -118,9 +126,7 @@ void SextetWindow::dropBefore(std::uint64_t bit)
 
     // The run that covers the first bit left must stay.
     const std::uint64_t sextet = (std::max(base_, firstBit) - firstBit) / bitsPerSextet;
-    const auto later =
-        std::upper_bound(runs_.begin(), runs_.end(), sextet,
-                         [](std::uint64_t wanted, const Run& run) { return wanted < run.sextet; });
+    const auto later = runAfter(sextet);
     if (later != runs_.begin()) {
         runs_.erase(runs_.begin(), later - 1);
     }
@@ -149,13 +155,71 @@ std::uint64_t SextetWindow::findPreamble(std::uint64_t from) const
     return std::max(from, endBit_ - (preambleBits - 1));
 }
 
+// The first run that begins behind a sextet.
+SextetWindow::Runs::const_iterator SextetWindow::runAfter(std::uint64_t sextet) const
+{
+    return std::upper_bound(
+        runs_.begin(), runs_.end(), sextet,
+        [](std::uint64_t wanted, const Run& run) { return wanted < run.sextet; });
+}
+
+std::uint8_t SextetWindow::byteOf(std::uint64_t sextet) const
+{
+    const std::uint64_t bits = loadBits(bits_.data(), firstBit + sextet * bitsPerSextet - base_);
+    return static_cast<std::uint8_t>(0x40 | (reverseEachByte(bits) >> 56 & 0x3F));
+}
+
+TextLine SextetWindow::textBehind(std::uint64_t bit, bool inputEnded) const
+{
+    TextLine line((bit - firstBit + bitsPerSextet - 1) / bitsPerSextet);
+    const std::uint64_t taken = sextetsTaken();
+    auto run = runAfter(line.begin());
+    if (run != runs_.begin() && (run - 1)->sextet == line.begin()) {
+        line.beginBehind((run - 1)->before);
+    }
+    while (line.isOpen() && line.end() < taken) {
+        if (run != runs_.end() && run->sextet == line.end()) {
+            line.add((run++)->before);
+        } else {
+            line.add(byteOf(line.end()));
+        }
+    }
+    if (line.isOpen() && inGap_) {
+        line.add(gap_);
+    }
+    if (line.isOpen() && inputEnded) {
+        line.endHere();
+    }
+    return line;
+}
+
+void SextetWindow::cut(const TextLine& line)
+{
+    const std::uint64_t removed = line.end() - line.begin();
+    const std::uint64_t taken = sextetsTaken();
+    const auto before = bits_;
+    endBit_ = firstBit + line.begin() * bitsPerSextet;
+    for (std::uint64_t sextet = line.end(); sextet < taken; ++sextet) {
+        const std::uint64_t bits =
+            loadBits(before.data(), firstBit + sextet * bitsPerSextet - base_);
+        putSextets(bits & ~(~std::uint64_t{0} >> bitsPerSextet), 1);
+    }
+    const auto firstIn =
+        std::lower_bound(runs_.begin(), runs_.end(), line.begin(),
+                         [](const Run& run, std::uint64_t wanted) { return run.sextet < wanted; });
+    const auto firstBehind =
+        std::lower_bound(firstIn, runs_.end(), line.end(),
+                         [](const Run& run, std::uint64_t wanted) { return run.sextet < wanted; });
+    for (Run& run : std::span(firstBehind, runs_.end())) {
+        run.sextet -= removed;
+    }
+    runs_.erase(firstIn, firstBehind);
+}
+
 std::uint64_t SextetWindow::byteOffsetOf(std::uint64_t bit) const
 {
     const std::uint64_t sextet = (bit - firstBit) / bitsPerSextet;
-    const auto later =
-        std::upper_bound(runs_.begin(), runs_.end(), sextet,
-                         [](std::uint64_t wanted, const Run& run) { return wanted < run.sextet; });
-    const Run& run = *(later - 1);
+    const Run& run = *(runAfter(sextet) - 1);
     return run.offset + (sextet - run.sextet);
 }
 

@@ -1,6 +1,7 @@
 // The part of a stream that is being worked on, as a row of bits.
 #pragma once
 
+#include "framing/TextLine.h"
 #include "framing/bigEndian.h"
 #include "framing/parity.h"
 
@@ -58,6 +59,19 @@ public:
     // Offset in the input of the byte that carries a bit.
     std::uint64_t byteOffsetOf(std::uint64_t bit) const;
 
+    // Which of that byte's six bits it is, in the order sent, from 0.
+    static unsigned bitOfByte(std::uint64_t bit)
+    {
+        return static_cast<unsigned>((bit - firstBit) % bitsPerSextet);
+    }
+
+    // Looks for a line of text from the first byte on that carries no bit before `bit`.
+    TextLine textBehind(std::uint64_t bit, bool inputEnded) const;
+
+    // Takes a line of text out, as if its bytes had been skipped like others. The bits behind it
+    // move forward to its place.
+    void cut(const TextLine& line);
+
     std::uint64_t bytesTaken() const { return bytesTaken_; }
     std::uint64_t bytesSkipped() const { return bytesTaken_ - sextetsTaken(); }
 
@@ -66,7 +80,9 @@ private:
     struct Run {
         std::uint64_t sextet;
         std::uint64_t offset;
+        Gap before;
     };
+    using Runs = std::vector<Run>;
 
     static constexpr std::size_t bitsPerSextet = 6;
     static constexpr std::size_t groupBytes = 8;    // are taken at once where possible
@@ -78,6 +94,9 @@ private:
     std::uint64_t sextetsTaken() const { return (endBit_ - firstBit) / bitsPerSextet; }
     std::size_t appendGroups(std::span<const std::uint8_t> bytes);
     std::size_t appendPart(std::span<const std::uint8_t> bytes);
+    void putSextets(std::uint64_t joined, unsigned count);
+    Runs::const_iterator runAfter(std::uint64_t sextet) const;
+    std::uint8_t byteOf(std::uint64_t sextet) const;
 
     // At least 57 bits from an index on, left-aligned.
     static std::uint64_t loadBits(const std::uint8_t* bits, std::uint64_t index)
@@ -89,8 +108,9 @@ private:
     std::uint64_t base_ = 0;    // position of the first bit in bits_; a multiple of 8
     std::uint64_t endBit_ = firstBit;
     std::uint64_t bytesTaken_ = 0;
-    bool gap_ = true;    // the next sextet begins a new run
-    std::vector<Run> runs_;
+    bool inGap_ = true;    // the next sextet begins a new run
+    Gap gap_;              // what stands before that
+    Runs runs_;
 };
 
 }    // namespace framing

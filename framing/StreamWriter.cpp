@@ -18,19 +18,28 @@ std::uint8_t sextetOf(std::uint32_t bits)
 
 }    // namespace
 
+std::uint32_t writeWords(std::span<const std::uint8_t> packed, std::uint32_t previous,
+                         std::uint8_t* stream)
+{
+    for (std::size_t i = 0; i < packed.size(); i += bytesPerWord) {
+        const auto data =
+            static_cast<std::uint32_t>(packed[i] << 16 | packed[i + 1] << 8 | packed[i + 2]);
+        previous = encodeWord(data, previous);
+        for (int shift = 24; shift >= 0; shift -= 6) {
+            *stream++ = sextetOf(previous >> shift & 0x3F);
+        }
+    }
+    return previous;
+}
+
 bool StreamWriter::append(std::span<const std::uint8_t> packed, std::vector<std::uint8_t>& stream)
 {
     if (!isWholeMessage(packed)) {
         return false;
     }
-    for (std::size_t i = 0; i < packed.size(); i += bytesPerWord) {
-        const auto data =
-            static_cast<std::uint32_t>(packed[i] << 16 | packed[i + 1] << 8 | packed[i + 2]);
-        lastWord_ = encodeWord(data, lastWord_);
-        for (int shift = 24; shift >= 0; shift -= 6) {
-            stream.push_back(sextetOf(lastWord_ >> shift & 0x3F));
-        }
-    }
+    const std::size_t before = stream.size();
+    stream.resize(before + packed.size() / bytesPerWord * streamBytesPerWord);
+    lastWord_ = writeWords(packed, lastWord_, &stream[before]);
     return true;
 }
 

@@ -67,6 +67,9 @@ def main():
           [bytes([FORMS.index(form), 1]) + content for form, content in forms.items()] +
           [bytes([FORMS.index("auto"), 2]) + content for content in forms.values()] +
           [bytes([0, 3]) + damaged])
+    streams = [forms["stream"], damaged, (samples / "demo.rtcm2").read_bytes()[:900]]
+    changes = [bytes([0])] + [bytes([3, kind, 1, 40, 35, kind, 0, 90, 200, 3, 0, 155, 0]) for kind in range(5)]
+    write(output / "framer", [bytes([200]) + change + stream for change in changes for stream in streams])
     lines = (samples / "source" / "all-types.ndjson").read_bytes().splitlines(keepends=True)
     lines += run(program, "export", "--hex", str(samples / "all-types.rtcm2")).splitlines(True)[:3]
     write(output / "json", lines + [b"[" + b",\n".join(lines[:3]) + b"]\n"])

@@ -1,4 +1,4 @@
-# Tests that need the codec alone.
+# Tests that need the codec and the framing alone.
 rtcm2_add_test(quarn_test SOURCES quarn_test.cpp LIBS quarn)
 add_library(codec_test_support STATIC support/CodecKinds.cpp support/CodecVectors.cpp)
 target_link_libraries(codec_test_support PUBLIC rtcm2_codec_static PRIVATE rtcm2_project_options)
@@ -13,6 +13,9 @@ foreach(subject IN LISTS subjects)
   rtcm2_add_test(codec_${subject}_test SOURCES codec_${subject}_test.cpp LIBS codec_test_support)
 endforeach()
 target_link_options(codec_memory_test PRIVATE -Wl,--wrap=malloc -Wl,--wrap=realloc)
+# What the library shows, and the rules behind it
+rtcm2_add_test(framing_test
+  SOURCES framing_test.cpp support/SlowFramer.cpp support/StreamBuilder.cpp LIBS rtcm2_framing_static)
 if(VALGRIND)
   add_test(NAME codec_threads_valgrind_test
     COMMAND ${VALGRIND} --tool=helgrind --quiet --error-exitcode=1 $<TARGET_FILE:codec_threads_test>)

@@ -1,100 +1,274 @@
-// Framing: parity, finding messages in byte streams, writing them.
-#include "framing/Framer.h"
-#include "framing/StreamWriter.h"
-#include "framing/parity.h"
-#include "support/ReadFrames.h"
+// Framing through its C interface: messages out of streams, words, headers, writing.
+#include "framing/RTCM2_framing.h"
+#include "framing/Verdict.h"
+#include "support/SlowFramer.h"
 #include "support/StreamBuilder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <string_view>
 
-namespace framing {
 namespace {
 
-using Kind = Frame::Kind;
 using Sizes = std::vector<std::size_t>;
 
-FoundInput read(const Bytes& stream)
+struct Found {
+    std::vector<slow::Frame> frames;
+    RTCM2_framing_counters_s counters{};
+
+    std::vector<Bytes> messages() const
+    {
+        std::vector<Bytes> messages;
+        for (const slow::Frame& frame : frames) {
+            if (frame.verdict == "message") {
+                messages.push_back(frame.packed);
+            }
+        }
+        return messages;
+    }
+    std::size_t others() const { return frames.size() - messages().size(); }
+};
+
+// As the slow framer says it.
+std::string textOf(const RTCM2_frame_s& frame)
 {
-    return readInput(InputForm::stream, stream);
+    switch (frame.verdict) {
+    case RTCM2_VERDICT_ACCEPTED:
+        return "message";
+    case RTCM2_VERDICT_BAD_PARITY:
+        return "bad parity in word " + std::to_string(frame.failed_word);
+    case RTCM2_VERDICT_CUT_OFF:
+        return "cut off";
+    default:
+        return RTCM2_verdict_text(frame.verdict);
+    }
 }
 
-TEST(Parity, AgreesWithTheEquations)
+// Each word of the frame against the bits of a stream that has no text.
+void checkWords(const RTCM2_framer_s* framer, const RTCM2_frame_s& frame, const Bytes& stream)
+{
+    const std::uint32_t words = RTCM2_framer_words(framer);
+    ASSERT_EQ(words, frame.size / 3 + (frame.failed_word > 0 ? 1 : 0));
+    RTCM2_word_s word{};
+    EXPECT_EQ(RTCM2_framer_word(framer, words, &word), 0);
+    for (std::uint32_t i = 0; i < words; ++i) {
+        ASSERT_EQ(RTCM2_framer_word(framer, i, &word), 1);
+        if (frame.verdict != RTCM2_VERDICT_NO_PREAMBLE) {
+            EXPECT_EQ(word.good_parity, i + 1 != frame.failed_word);
+        }
+        std::uint32_t sent = 0;
+        std::size_t byte = word.byte;
+        for (unsigned bit = word.bit, left = 24; left > 0; --left, ++bit) {
+            for (; bit > 5 || stream[byte] >> 6 != 1; bit = bit > 5 ? bit - 6 : bit) {
+                ++byte;
+            }
+            sent = sent << 1 | (stream[byte] >> bit & 1U);
+        }
+        EXPECT_EQ(word.data, word.inverted != 0 ? sent ^ 0xFFFFFF : sent);
+        if (i < frame.size / 3) {
+            const std::uint8_t* const packed = frame.packed + std::size_t{3} * i;
+            EXPECT_EQ(word.data, packed[0] * 65536U + packed[1] * 256U + packed[2]);
+        }
+    }
+}
+
+std::size_t wholly()
+{
+    return 1000000;
+}
+
+Found read(const Bytes& stream, const std::function<std::size_t()>& pieceSize = wholly,
+           bool hasText = true)
+{
+    RTCM2_framer_s* const framer = RTCM2_framer_new();
+    Found found;
+    RTCM2_frame_s frame{};
+    const auto take = [&] {
+        while (RTCM2_framer_next(framer, &frame) != 0) {
+            found.frames.push_back({textOf(frame), frame.begin, frame.end,
+                                    Bytes(frame.packed, frame.packed + frame.size)});
+            EXPECT_EQ(frame.number, found.frames.size());
+            if (!hasText) {
+                checkWords(framer, frame, stream);
+            }
+        }
+        EXPECT_EQ(RTCM2_framer_words(framer), 0U);
+    };
+    for (std::size_t at = 0; at < stream.size();) {
+        const std::size_t size = std::min(pieceSize(), stream.size() - at);
+        EXPECT_EQ(RTCM2_framer_push(framer, &stream[at], size), 1);
+        EXPECT_EQ(RTCM2_framer_push(framer, &stream[at], size), 0) << "the first is unread";
+        take();
+        at += size;
+    }
+    RTCM2_framer_finish(framer);
+    EXPECT_EQ(RTCM2_framer_push(framer, nullptr, 0), 0) << "after the end";
+    take();
+    RTCM2_framer_counters(framer, &found.counters);
+    EXPECT_EQ(found.counters.bytes_read, stream.size());
+    RTCM2_framer_free(framer);
+    return found;
+}
+
+Bytes textMessage(std::string_view text, unsigned station)
+{
+    Bytes message = {0x66,
+                     static_cast<std::uint8_t>(16 << 2 | station >> 8),
+                     static_cast<std::uint8_t>(station),
+                     0x10,
+                     0,
+                     0};
+    message.insert(message.end(), text.begin(), text.end());
+    message.resize((message.size() + 2) / 3 * 3);
+    message[5] = static_cast<std::uint8_t>((message.size() / 3 - 2) << 3);
+    return message;
+}
+
+TEST(Words, ParityIsThatOfTheEquations)
 {
     std::mt19937 random(1);
     for (int i = 0; i < 20000; ++i) {
-        const std::uint32_t data = random() & dataMask;
-        const std::uint32_t previous = random() & 3;
-        const bool d29 = (previous & 2) != 0;
-        const bool d30 = (previous & 1) != 0;
-        ASSERT_EQ(parityOf(data, d29, d30), referenceParity(data, d29, d30));
-
-        const std::uint32_t word = encodeWord(data, previous);
-        ASSERT_EQ(word & 0x3F, referenceParity(data, d29, d30));
-        const std::uint32_t received = previous << 30 | word;
-        ASSERT_TRUE(hasGoodParity(received));
-        ASSERT_EQ(dataOf(received), data);
-        // Up to three wrong bits among the 32 are always noticed.
-        const std::uint32_t wrong = 1U << random() % 32 | 1U << random() % 32 | 1U << random() % 32;
-        ASSERT_FALSE(hasGoodParity(received ^ wrong));
+        const std::uint32_t data = random() & 0xFFFFFF;
+        const std::uint32_t last = random() & 3;
+        ASSERT_EQ(RTCM2_word_parity(data, last), referenceParity(data, last > 1, last % 2 == 1));
     }
 }
 
-TEST(StreamWriter, KeepsTheParityStateFromMessageToMessage)
+TEST(Writing, GivesTheStreamThatBitsGive)
 {
     std::mt19937 random(2);
     StreamBuilder expected;
-    StreamWriter writer;
-    Bytes stream;
+    Bytes stream(1000);
+    std::size_t size = 0;
+    std::uint32_t lastBits = 0;
     for (const std::size_t dataWords : Sizes{0, 1, 31, 5, 17}) {
-        const Bytes message = expected.addRandom(dataWords, random);
-        ASSERT_TRUE(writer.append(message, stream));
+        Bytes message = expected.addRandom(dataWords, random);
+        const std::size_t needed = message.size() / 3 * 5;
+        const auto write = [&](std::size_t capacity) {
+            return RTCM2_write_message(message.data(), message.size(), &lastBits, &stream[size],
+                                       capacity);
+        };
+        EXPECT_EQ(write(needed - 1), 0U);
+        message[0] ^= 1;
+        EXPECT_EQ(write(needed), 0U) << "no preamble";
+        message[0] ^= 1;
+        message[5] ^= 8;
+        EXPECT_EQ(write(needed), 0U) << "another length";
+        message[5] ^= 8;
+        EXPECT_EQ(write(needed), needed);
+        size += needed;
     }
+    stream.resize(size);
     EXPECT_EQ(stream, expected.bytes());
 }
 
-// Messages of all sizes behind any number of leading bits, with positions and counters.
-TEST(Framer, FindsMessagesAtEveryBitPhase)
+TEST(Header, IsReadFromAPackedMessage)
 {
-    for (unsigned phase = 0; phase < bitsPerWord; ++phase) {
-        std::mt19937 random(100 + phase);
-        StreamBuilder builder;
-        builder.addNoise(phase, random);
-        std::vector<FoundFrame> expected;
-        for (const std::size_t dataWords : Sizes{5, 31, 0, 1, 30, 0, 12}) {
-            const std::size_t begin = builder.bitCount() / 6;
-            const Bytes message = builder.addRandom(dataWords, random);
-            expected.push_back({.kind = Kind::message,
-                                .begin = begin,
-                                .end = (builder.bitCount() + 5) / 6,
-                                .bytes = message,
-                                .number = expected.size() + 1});
-        }
-        const FoundInput found = read(builder.bytes());
-        EXPECT_EQ(found.frames, expected) << "phase " << phase;
-        EXPECT_EQ(found.counters.bytesRead, builder.bytes().size());
-        EXPECT_EQ(found.counters.bytesSkipped, (phase + 5) / 6);
+    const Bytes packed = {0x66, 0x27, 0x72, 0xBB, 0x7E, 0xFD};
+    RTCM2_framing_header_s header{};
+    ASSERT_EQ(RTCM2_read_header(packed.data(), packed.size(), &header), 1);
+    EXPECT_EQ(header.type, 9U);
+    EXPECT_EQ(header.station, 882U);
+    EXPECT_EQ(header.z_count, 5999U);
+    EXPECT_EQ(header.sequence, 6U);
+    EXPECT_EQ(header.data_words, 31U);
+    EXPECT_EQ(header.health, 5U);
+    EXPECT_EQ(RTCM2_read_header(packed.data(), 5, &header), 0);
+    EXPECT_EQ(RTCM2_read_header(packed.data() + 1, 5, &header), 0);
+    EXPECT_EQ(RTCM2_verdict_text(5), nullptr);
+}
+
+// A message all words of which are good, and one that begins inside it.
+TEST(Verdicts, WeighWhatStandsBehindTheMessages)
+{
+    using framing::Sequel;
+    struct Case {
+        bool likely;
+        Sequel own;
+        framing::Rival rival;    // sequel, follows, is expected, ends together
+        bool outweighs;
+    };
+    const Case cases[] = {
+        {true, Sequel::message, {Sequel::message, false, false, true}, false},
+        {true, Sequel::message, {Sequel::message, true, true, true}, true},
+        {true, Sequel::message, {Sequel::message, true, true, false}, false},
+        {true, Sequel::message, {Sequel::broken, true, true, false}, false},
+        {true, Sequel::stranger, {Sequel::message, false, false, false}, false},
+        {false, Sequel::stranger, {Sequel::message, false, false, false}, true},
+        {false, Sequel::stranger, {Sequel::stranger, false, false, true}, true},
+        {true, Sequel::open, {Sequel::message, false, false, false}, true},
+        {true, Sequel::nowhere, {Sequel::open, false, false, false}, true},
+        {true, Sequel::open, {Sequel::broken, false, true, false}, true},
+        {true, Sequel::open, {Sequel::broken, false, false, false}, false},
+        {true, Sequel::nowhere, {Sequel::unknown, true, true, true}, false},
+    };
+    for (const Case& each : cases) {
+        EXPECT_EQ(framing::outweighs(each.rival, {each.likely, each.own}), each.outweighs)
+            << "case " << &each - cases;
     }
 }
 
-// A capture may begin with a message whatever the two bits were that stood before it.
-TEST(Framer, FindsAMessageAtTheVeryStartWithoutWaitingForMore)
+// Texts in which bits look like the header of the station that sends them, alone, one after the
+// other, and with lines of text between them, at any bit phase.
+TEST(Framer, LosesNoMessageToWhatItsOwnTextLooksLike)
+{
+    struct Case {
+        std::string_view text;
+        unsigned station;
+    };
+    for (const Case& each : {Case{" do not use for navigation", 882}, Case{"frequency", 613}}) {
+        for (const std::string_view line :
+             {"", "$GPGGA,092750,5321.68,N,00630.33,W,1,8,1.03,61.7,M,55.2,M,,*76\r\n",
+              "ICY 200 OK\r\n\r\n", "\r\n!AIVDM,1,1,,A,177KQJ5000G?tO`K>RA1wUbN0TKH,0*5C\r\n",
+              "Hello world 5\r\nError 1\r\n"}) {
+            for (unsigned phase = 0; phase < 6; ++phase) {
+                StreamBuilder builder;
+                builder.addBits(0, phase);
+                const Bytes message = textMessage(each.text, each.station);
+                Sizes ends;
+                for (int i = 0; i < 5; ++i) {
+                    builder.addMessage(message);
+                    ends.push_back(builder.bitCount() / 6);
+                }
+                Bytes stream = builder.bytes();
+                for (std::size_t i = ends.size(); i-- > 0;) {
+                    const auto end = std::min(ends[i] + (phase > 0 ? 1 : 0), stream.size());
+                    stream.insert(stream.begin() + static_cast<std::ptrdiff_t>(end), line.begin(),
+                                  line.end());
+                }
+                const Found found = read(stream);
+                EXPECT_EQ(found.messages(), std::vector<Bytes>(5, message))
+                    << each.text << " '" << line << "' phase " << phase;
+                EXPECT_EQ(found.others(), 0U) << "'" << line << "' phase " << phase;
+            }
+        }
+    }
+}
+
+// A capture may begin with a message whatever the two bits were that stood before it, and a message
+// that is expected comes before anything else.
+TEST(Framer, DeliversAsSoonAsAMessageIsComplete)
 {
     std::mt19937 random(4);
     for (std::uint32_t previous = 0; previous < 4; ++previous) {
         StreamBuilder builder;
         builder.addBits(previous, 2);
-        const Bytes message = builder.addRandom(3, random);
+        builder.addRandom(3, random);
+        builder.addRandom(2, random);
         builder.erase(0, 2);
         const Bytes stream = builder.bytes();
-        Framer framer;
-        framer.push(stream);
-        const Frame* const frame = framer.next();
-        ASSERT_NE(frame, nullptr) << "previous bits " << previous;
-        EXPECT_EQ(Bytes(frame->bytes().begin(), frame->bytes().end()), message);
+        RTCM2_framer_s* const framer = RTCM2_framer_new();
+        RTCM2_frame_s frame{};
+        for (const auto& [begin, end] : {std::pair(0, 25), std::pair(25, 45)}) {
+            RTCM2_framer_push(framer, &stream[static_cast<std::size_t>(begin)],
+                              static_cast<std::size_t>(end - begin));
+            EXPECT_EQ(RTCM2_framer_next(framer, &frame), 1) << "previous bits " << previous;
+            EXPECT_EQ(RTCM2_framer_next(framer, &frame), 0);
+        }
+        RTCM2_framer_free(framer);
     }
 }
 
@@ -102,116 +276,21 @@ TEST(Framer, FindsAMessageAtTheVeryStartWithoutWaitingForMore)
 TEST(Framer, LosesNothingOfALongCleanStream)
 {
     std::mt19937 random(13);
-    StreamWriter writer;
-    Bytes stream;
+    StreamBuilder builder;
     std::vector<Bytes> messages;
     for (std::size_t i = 0; i < 20000; ++i) {
         // Words that begin with preambles, and half of these with the last station as well.
         Bytes message = makeMessage(20, random, 268 + random() % 2);
         const std::size_t word = 2 + random() % 20;
-        message[word * bytesPerWord] = preamble;
-        message[word * bytesPerWord + 1] = 1;
-        message[word * bytesPerWord + 2] = 12;
-        ASSERT_TRUE(writer.append(message, stream));
+        message[word * 3] = 0x66;
+        message[word * 3 + 1] = 1;
+        message[word * 3 + 2] = 12;
+        builder.addMessage(message);
         messages.push_back(message);
     }
-    const FoundInput found = read(stream);
+    const Found found = read(builder.bytes());
     EXPECT_TRUE(found.messages() == messages);
-    EXPECT_EQ(found.frames.size(), messages.size());
-}
-
-TEST(Framer, SkipsTextAnywhere)
-{
-    std::mt19937 random(5);
-    StreamBuilder builder;
-    builder.addNoise(3, random);
-    for (std::size_t dataWords = 0; dataWords < 8; ++dataWords) {
-        builder.addRandom(dataWords, random);
-    }
-    const Bytes plain = builder.bytes();
-    Bytes stream;
-    std::vector<std::size_t> places;    // of the bytes of `plain` in `stream`
-    for (const std::uint8_t byte : plain) {
-        const std::string_view text = random() % 2 == 0 ? "\r\n" : "$12:34 \x80\xFF* ";
-        if (random() % 3 == 0) {
-            stream.insert(stream.end(), text.begin(), text.end());
-        }
-        places.push_back(stream.size());
-        stream.push_back(byte);
-    }
-    FoundInput expected = read(plain);
-    ASSERT_EQ(expected.frames.size(), 8U);
-    for (FoundFrame& frame : expected.frames) {
-        frame.begin = places[frame.begin];
-        frame.end = places[frame.end - 1] + 1;
-    }
-    const FoundInput found = read(stream);
-    EXPECT_EQ(found.frames, expected.frames);
-    EXPECT_EQ(found.counters.bytesSkipped,
-              expected.counters.bytesSkipped + stream.size() - plain.size());
-}
-
-// Noise, text, damage and good messages, enough to go round the window many times.
-TEST(Framer, GivesTheSameHoweverTheStreamIsCut)
-{
-    std::mt19937 random(6);
-    StreamBuilder builder;
-    for (std::size_t i = 0; i < 4000; ++i) {
-        const std::size_t before = builder.bitCount();
-        builder.addRandom(random() % 32, random);
-        if (random() % 4 == 0) {
-            builder.flip(before + random() % (builder.bitCount() - before));
-        }
-        if (random() % 8 == 0) {
-            builder.addNoise(random() % 400, random);
-        }
-    }
-    Bytes stream;
-    for (const std::uint8_t byte : builder.bytes()) {
-        stream.push_back(byte);
-        if (random() % 40 == 0) {
-            stream.push_back('\n');
-        }
-    }
-    const FoundInput whole = read(stream);
-    ASSERT_GT(whole.messages().size(), 2500U);
-    ASSERT_GT(whole.damaged(), 500);
-    for (const auto& pieceSize : waysToCut()) {
-        const FoundInput found = readInput(InputForm::stream, stream, pieceSize);
-        EXPECT_TRUE(found.frames == whole.frames);
-        EXPECT_EQ(found.counters.bytesSkipped, whole.counters.bytesSkipped);
-    }
-}
-
-// Every bit of a message in turn: the neighbours stay, the message is reported as damaged in its
-// place, and nothing that was not sent is accepted.
-TEST(Framer, NoticesEverySingleBitError)
-{
-    for (const std::size_t dataWords : Sizes{0, 5, 31}) {
-        std::mt19937 random(static_cast<unsigned>(dataWords));
-        StreamBuilder builder;
-        builder.addNoise(11, random);
-        std::vector<Bytes> good = {builder.addRandom(4, random)};
-        const std::size_t begin = builder.bitCount();
-        builder.addRandom(dataWords, random);
-        const std::size_t end = builder.bitCount();
-        good.push_back(builder.addRandom(6, random));
-        good.push_back(builder.addRandom(0, random));
-        for (std::size_t bit = begin; bit < end; ++bit) {
-            builder.flip(bit);
-            const FoundInput found = read(builder.bytes());
-            builder.flip(bit);
-            ASSERT_EQ(found.messages(), good) << "bit " << bit - begin;
-            const FoundFrame& damaged = found.frames.at(1);
-            ASSERT_EQ(damaged.kind, Kind::damaged);
-            ASSERT_EQ(damaged.begin, begin / 6);
-            // The last two bits of a word enter the next one as well, but fail in their own first.
-            const std::size_t word = (bit - begin) / bitsPerWord;
-            ASSERT_EQ(damaged.damage, "bad parity in word " + std::to_string(word + 1));
-            ASSERT_EQ(damaged.bytes.size(), word * bytesPerWord);
-            ASSERT_EQ(damaged.end, (begin + (word + 1) * bitsPerWord + 5) / 6);
-        }
-    }
+    EXPECT_EQ(found.others(), 0U);
 }
 
 // Any bits lost anywhere, across boundaries and at them: every message of which nothing is missing
@@ -219,12 +298,12 @@ TEST(Framer, NoticesEverySingleBitError)
 TEST(Framer, FindsEveryWholeMessageAroundLostBits)
 {
     std::size_t neverSent = 0;
-    constexpr unsigned rounds = 3000;
+    constexpr unsigned rounds = 1000;
     for (unsigned seed = 0; seed < rounds; ++seed) {
         std::mt19937 random(seed);
         StreamBuilder builder;
         builder.addNoise(seed % 30, random);
-        std::vector<std::size_t> begins;
+        Sizes begins;
         std::vector<Bytes> sent;
         for (int i = 0; i < 8; ++i) {
             begins.push_back(builder.bitCount());
@@ -235,119 +314,62 @@ TEST(Framer, FindsEveryWholeMessageAroundLostBits)
                                                : begins[2] + random() % (begins[6] - begins[2]);
         const std::size_t count = std::min<std::size_t>(1 + random() % 500, begins[8] - from);
         builder.erase(from, count);
-        const std::vector<Bytes> found = read(builder.bytes()).messages();
+        const Bytes stream = builder.bytes();
+        const std::vector<Bytes> messages = read(stream, wholly, false).messages();
         for (std::size_t i = 0; i < sent.size(); ++i) {
             if (begins[i + 1] <= from || begins[i] >= from + count) {
-                ASSERT_EQ(std::count(found.begin(), found.end(), sent[i]), 1) << "seed " << seed;
+                ASSERT_EQ(std::count(messages.begin(), messages.end(), sent[i]), 1)
+                    << "seed " << seed;
             }
         }
         neverSent += static_cast<std::size_t>(
-            std::count_if(found.begin(), found.end(), [&](const Bytes& message) {
+            std::count_if(messages.begin(), messages.end(), [&](const Bytes& message) {
                 return std::find(sent.begin(), sent.end(), message) == sent.end();
             }));
     }
     EXPECT_LE(neverSent, rounds / 100);
 }
 
-// A damaged message of 12 words in which the third data word reads like a header. All words from
-// there on are good, also those of the messages after it, over which it may reach.
-TEST(Framer, IsNotLedAstrayByAHeaderInsideADamagedMessage)
+// Messages of two stations, with many words that look like headers of one of them, and with damage
+// of every kind: all is as in the slow framer, however the stream is cut.
+TEST(Framer, AgreesWithTheSlowFramer)
 {
-    struct Case {
-        const char* what;
-        std::size_t decoyWords;
-        std::size_t flippedWord;
-    };
-    // The decoy begins with word 5 of 12; messages of 7, 4 and 9 words follow.
-    const Case cases[] = {
-        {"ends inside the message", 3, 1}, {"ends inside the next one", 11, 1},
-        {"ends inside the third", 25, 0},  {"ends with the next one", 15, 3},
-        {"ends with the second", 19, 0},   {"ends with the third", 28, 1},
-    };
-    for (const Case& decoy : cases) {
-        for (const unsigned stationStep : {0U, 1U}) {
-            SCOPED_TRACE(decoy.what);
-            std::mt19937 random(9);
-            StreamBuilder builder;
-            std::vector<Bytes> good = {builder.addRandom(6, random, 100)};
-            Bytes message = makeMessage(10, random);
-            message[4 * 3] = preamble;
-            message[5 * 3 + 2] = static_cast<std::uint8_t>((decoy.decoyWords - 2) << 3);
-            const std::size_t begin = builder.bitCount();
-            builder.addMessage(message);
-            for (const std::size_t dataWords : Sizes{5, 2, 7, 3}) {
-                const auto station = static_cast<unsigned>(100 + good.size() * stationStep);
-                good.push_back(builder.addRandom(dataWords, random, station));
-            }
-            builder.flip(begin + decoy.flippedWord * bitsPerWord + 13);
-            const FoundInput found = read(builder.bytes());
-            EXPECT_EQ(found.messages(), good);
-            EXPECT_EQ(found.damaged(), 1);
-        }
-    }
-}
-
-// As many words are missing as the next message has, and the pieces fit: the message after the hole
-// would be taken for the missing part, as the one behind it begins where both say.
-TEST(Framer, DoesNotTakeTheNextMessageForMissingWords)
-{
-    std::mt19937 random(60);
-    std::vector<Bytes> messages;
-    for (const std::size_t dataWords : Sizes{4, 13, 5, 3}) {
-        Bytes message = makeMessage(dataWords, random);
-        message[3] = 0x5E;
-        message[4] = static_cast<std::uint8_t>(0x90 | (6 + messages.size()) % 8);
-        messages.push_back(message);
-    }
-    messages[1].resize(messages[1].size() - messages[2].size());
-    StreamBuilder builder;
-    for (const Bytes& message : messages) {
-        builder.addMessage(message);
-    }
-    messages.erase(messages.begin() + 1);
-    const FoundInput found = read(builder.bytes());
-    EXPECT_EQ(found.messages(), messages);
-    EXPECT_EQ(found.damaged(), 1);
-    EXPECT_EQ(found.frames.at(1).damage, "its words do not belong together");
-}
-
-// What counts as damaged or truncated, and what does not.
-TEST(Framer, ReportsTheEndOfTheInputInsideAMessage)
-{
-    std::mt19937 random(10);
-    StreamBuilder builder;
-    const Bytes first = builder.addRandom(3, random);
-    builder.addRandom(4, random);
-    const Bytes stream = builder.bytes();
-    for (std::size_t size = 25; size < stream.size(); ++size) {
-        Bytes cutStream = stream;
-        cutStream.resize(size);
-        const FoundInput found = read(cutStream);
-        ASSERT_EQ(found.messages(), std::vector<Bytes>{first});
-        // Expected there, one good word is enough.
-        ASSERT_EQ(found.frames.size(), size < 30 ? 1U : 2U) << size;
-        if (size >= 30) {
-            const FoundFrame& cut = found.frames.at(1);
-            EXPECT_EQ(cut.kind, Kind::truncated);
-            EXPECT_EQ(cut.begin, 25U);
-            EXPECT_EQ(cut.end, size);
-            EXPECT_EQ(cut.bytes.size(), (size - 25) / 5 * 3);
-        }
-    }
-}
-
-TEST(Framer, ReportsDamageInASearchOnlyBehindAGoodHeader)
-{
-    for (const std::size_t word : Sizes{0, 1, 2, 6}) {
-        std::mt19937 random(11);
+    for (unsigned seed = 0; seed < 1500; ++seed) {
+        std::mt19937 random(seed);
+        const auto below = [&](std::size_t limit) { return random() % limit; };
         StreamBuilder builder;
-        builder.addNoise(8, random);
-        builder.addRandom(5, random);
-        const Bytes next = builder.addRandom(1, random);
-        builder.flip(8 + word * bitsPerWord + 3);
-        const FoundInput found = read(builder.bytes());
-        EXPECT_EQ(found.messages(), std::vector<Bytes>{next});
-        EXPECT_EQ(found.damaged(), word < 2 ? 0 : 1) << "word " << word;
+        builder.addNoise(seed % 3 * below(40), random);
+        for (unsigned i = 0; i < 12; ++i) {
+            Bytes message = makeMessage(below(10), random, 268 + i % 3 % 2);
+            message[3] = 0;
+            message[4] = static_cast<std::uint8_t>(i % 8);
+            for (std::size_t at = 6; at < message.size(); at += 3) {
+                if (below(3) == 0) {
+                    const Bytes header = makeMessage(below(10), random, 268 + i % 2);
+                    const auto end = std::min(at + 6, message.size());
+                    std::copy_n(header.begin(), end - at, &message[at]);
+                }
+            }
+            builder.addMessage(message);
+        }
+        for (std::size_t changes = below(5); changes > 0 && builder.bitCount() > 900; --changes) {
+            const std::size_t bit = below(builder.bitCount() - 400);
+            builder.flip(bit);
+            if (below(2) == 0) {
+                builder.erase(bit - bit % 30, below(2) == 0 ? 30 * below(12) : below(300));
+            }
+        }
+        Bytes stream = builder.bytes();
+        constexpr std::string_view line = "\r\nEnd 5\r\nZ$GPGSA,A,3,10,`*0A\n";
+        for (std::size_t lines = below(3); lines > 0; --lines) {
+            const auto at = static_cast<std::ptrdiff_t>(below(stream.size()) / 5 * 5);
+            stream.insert(stream.begin() + at, line.begin(), line.end());
+        }
+        const Found found = read(stream, [&] { return 1 + below(seed % 2 == 0 ? 12 : 200); });
+        const slow::Framed slowly = slow::frame(stream);
+        ASSERT_EQ(found.frames, slowly.frames) << "seed " << seed;
+        ASSERT_EQ(found.counters.bytes_skipped, slowly.bytesSkipped) << "seed " << seed;
+        ASSERT_EQ(found.counters.bits_outside_messages, slowly.bitsOutside) << "seed " << seed;
     }
 }
 
@@ -357,10 +379,9 @@ TEST(Framer, FindsLittleInNoise)
     StreamBuilder builder;
     builder.addNoise(6000000, random);
     // A header is good by chance once in 2^18 bits, and few of them declare few words.
-    const FoundInput found = read(builder.bytes());
+    const Found found = read(builder.bytes());
     EXPECT_LE(found.messages().size(), 3U);
-    EXPECT_LE(found.damaged(), 50);
+    EXPECT_LE(found.others(), 50U);
 }
 
 }    // namespace
-}    // namespace framing

@@ -55,21 +55,26 @@ lib=$(dirname "$(dirname "$(find "$prefix" -name rtcm2-codec.pc)")")
 cmake_project codec
 expect "satellite 12: PRC -100" codec/decode
 own_libraries codec/decode
+expect "byte 44: type 1 of station 5" codec/stream
+own_libraries codec/stream
 ! ldd codec/decode | grep Qt || fail "the codec needs Qt"
 
 export PKG_CONFIG_PATH=$lib/pkgconfig
-# compile <program> <pkg-config option...>
+# compile <library> <example> <what it prints> <program> <pkg-config option...>
 compile() {
     local flags
-    read -ra flags <<< "$(pkg-config "${@:2}" --cflags --libs rtcm2-codec)"
-    cc -std=c99 -pedantic-errors -Wall -Werror "$EXAMPLES/decode.c" "${flags[@]}" -o "$1"
-    expect "satellite 12: PRC -100" "./$1"
+    read -ra flags <<< "$(pkg-config "${@:5}" --cflags --libs "rtcm2-$1")"
+    cc -std=c99 -pedantic-errors -Wall -Werror "$EXAMPLES/$2.c" "${flags[@]}" -o "$4"
+    expect "$3" "./$4"
 }
-compile decode
-own_libraries decode
-rm "$lib"/librtcm2_codec.so
-compile decode_static --static
-! ldd decode_static | grep rtcm2 || fail "the static form needs the shared library"
+for example in "codec decode satellite 12: PRC -100" "framing stream byte 44: type 1 of station 5"; do
+    read -r library name printed <<< "$example"
+    compile "$library" "$name" "$printed" "$name"
+    own_libraries "$name"
+    rm "$lib/librtcm2_$library.so"
+    compile "$library" "$name" "$printed" "${name}_static" --static
+    ! ldd "${name}_static" | grep rtcm2 || fail "the static form needs the shared library"
+done
 
 cmake_project parent
 expect "satellite 12: PRC -100" parent/decode
