@@ -1,3 +1,4 @@
+#include "base/Terminal.h"
 #include "commands/export/CsvExport.h"
 #include "commands/export/JsonExport.h"
 #include "commands/list/ListView.h"
@@ -99,7 +100,8 @@ TEST_F(ExportTest, LinesOfTheListAreThoseOfTheMessages)
             if (const Outcome outcome = app.host.driver.decode(message);
                 outcome.record != nullptr) {
                 const QVector<bool> all(static_cast<int>(kind->fields.size()), true);
-                expected += outcome.message.get()->getRawStringFor(all).toStdString() + "\n";
+                expected +=
+                    printable(outcome.message.get()->getRawStringFor(all).toStdString()) + "\n";
             }
         }
         const std::string list = app.run(messages, [&](Output& output) {

@@ -110,7 +110,7 @@ Satellites and how often they were seen
 
 Text messages
          2  "HELLO"
-         1  "\x1bé"abcdef"
+         1  "\x1Bé"abcdef"
 
 Types that are decoded but not reported
          1  type 38

@@ -1,6 +1,7 @@
 #include "format/FieldText.h"
 
 #include "base/Characters.h"
+#include "base/Terminal.h"
 
 #include <charconv>
 
@@ -17,7 +18,7 @@ void appendText(Text& text, const FieldModel& field, const void* record)
 {
     std::string utf8;
     appendUtf8(utf8, upToFirstNul(field.characters(record)));
-    text.append(utf8);
+    text.append(printable(utf8));
 }
 
 void appendBytes(Text& text, const FieldModel& field, const void* record)

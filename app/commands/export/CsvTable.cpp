@@ -1,6 +1,7 @@
 #include "commands/export/CsvTable.h"
 
 #include "base/Characters.h"
+#include "base/Terminal.h"
 #include "format/FieldText.h"
 #include "format/PackedText.h"
 
@@ -225,7 +226,8 @@ void CsvTable::appendMeanings(Text& text, const FieldModel& field, const void* r
 // A text that would be a formula begins with an apostrophe, which spreadsheets take for "text".
 void CsvTable::appendTextCell(Text& text, std::string_view cell) const
 {
-    const std::string harmless = (isFormula(cell) ? "'" : "") + std::string(cell);
+    const std::string harmless =
+        (isFormula(cell) ? "'" : "") + (options.isShown ? printable(cell) : std::string(cell));
     const char special[] = {options.separator, '"', '\r', '\n', '\0'};
     if (harmless.find_first_of(special) == std::string::npos) {
         text.append(harmless);

@@ -11,6 +11,7 @@
 struct CsvOptions {
     char separator = ',';
     char decimal = '.';        // of real numbers; differs from the separator
+    bool isShown = false;      // on a terminal, where texts must be printable
     bool withTexts = false;    // beside each coded field a column with what its values mean
     bool withHex = false;      // the packed message in the last column
     bool withInput = false;    // the input's name in the first column

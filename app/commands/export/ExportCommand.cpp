@@ -114,6 +114,7 @@ CsvOptions ExportCommand::csvOptions() const
     }
     return {.separator = separator == "tab" ? '\t' : separator[0],
             .decimal = decimal[0],
+            .isShown = goesToTerminal(reading.output),
             .withTexts = withTexts,
             .withHex = withHex,
             .withInput = reading.inputs.size() > 1,

@@ -1,6 +1,7 @@
 #include "commands/stats/StatsTable.h"
 
 #include "base/Characters.h"
+#include "base/Terminal.h"
 #include "commands/stats/StatsSystems.h"
 
 #include <array>
@@ -63,36 +64,30 @@ std::string timeText(const std::optional<std::uint64_t>& time)
     return time ? std::to_string(*time) : std::string();
 }
 
-// A text in one line, in quotes; what cannot be shown as an escape. Cut to the width of the table.
+bool continuesCharacter(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+// A text in one line, in quotes, cut to the width of the table.
 std::string shownText(const std::string& characters, std::size_t columns)
 {
-    std::string shown = "\"";
-    std::size_t used = 1;
-    for (const char character : characters) {
-        const auto code = static_cast<unsigned char>(character);
-        std::string one;
-        if (code < 0x20 || (code >= 0x7F && code < 0xA0)) {
-            char escape[8];
-            std::snprintf(escape, sizeof escape, "\\x%02x", static_cast<unsigned>(code));
-            one = escape;
-        } else {
-            appendUtf8(one, {&character, 1});
-        }
-        const std::size_t shownColumns = code < 0xA0 ? one.size() : 1;
-        if (used + shownColumns + 4 > columns) {
-            return shown + "\"...";
-        }
-        shown += one;
-        used += shownColumns;
+    std::string utf8;
+    appendUtf8(utf8, characters);
+    const std::string shown = printable(utf8);
+    std::size_t room = columns - std::string_view("\"\"...").size();
+    std::size_t end = 0;
+    while (end < shown.size() && (room > 0 || continuesCharacter(shown[end]))) {
+        room -= continuesCharacter(shown[end++]) ? 0 : 1;
     }
-    return shown + "\"";
+    return '"' + shown.substr(0, end) + (end < shown.size() ? "\"..." : "\"");
 }
 
 }    // namespace
 
 void StatsTable::input(const Stats& stats)
 {
-    output << (isFirst ? "" : "\n") << stats.input
+    output << (isFirst ? "" : "\n") << printable(stats.input)
            << (stats.form.empty() ? "" : " (form: " + stats.form + ")") << "\n";
     isFirst = false;
     write(stats);
