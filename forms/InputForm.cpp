@@ -2,45 +2,83 @@
 
 #include "forms/AutoReader.h"
 #include "forms/HexReader.h"
+#include "forms/HexWriter.h"
+#include "forms/PackedWriter.h"
+#include "forms/StreamPacketWriter.h"
 #include "forms/StreamReader.h"
 #include "forms/UnitReader.h"
+#include "forms/WordsWriter.h"
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, InputForm>, 5> formNames = {{
-    {"auto", InputForm::automatic},
-    {"stream", InputForm::stream},
-    {"packed", InputForm::packed},
-    {"hex", InputForm::hex},
-    {"words", InputForm::words},
+struct FormRow {
+    const char* name;
+    InputForm form;
+    bool isText;
+    std::unique_ptr<PacketReader> (*reader)();
+    std::unique_ptr<PacketWriter> (*writer)();
+};
+
+template <class Reader>
+std::unique_ptr<PacketReader> readerOf()
+{
+    return std::make_unique<Reader>();
+}
+
+template <const UnitForm& unitForm>
+std::unique_ptr<PacketReader> unitReaderOf()
+{
+    return std::make_unique<UnitReader>(unitForm);
+}
+
+template <class Writer>
+std::unique_ptr<PacketWriter> writerOf()
+{
+    return std::make_unique<Writer>();
+}
+
+constexpr std::array<FormRow, 5> forms = {{
+    {"auto", InputForm::automatic, false, readerOf<AutoReader>, writerOf<StreamPacketWriter>},
+    {"stream", InputForm::stream, false, readerOf<StreamReader>, writerOf<StreamPacketWriter>},
+    {"packed", InputForm::packed, false, unitReaderOf<packedUnits>, writerOf<PackedWriter>},
+    {"hex", InputForm::hex, true, readerOf<HexReader>, writerOf<HexWriter>},
+    {"words", InputForm::words, false, unitReaderOf<recordedUnits>, writerOf<WordsWriter>},
 }};
+
+const FormRow& rowOf(InputForm form)
+{
+    return *std::find_if(forms.begin(), forms.end(),
+                         [&](const FormRow& row) { return row.form == form; });
+}
 
 }    // namespace
 
 std::optional<InputForm> inputFormOf(std::string_view name)
 {
-    const auto found = std::find_if(formNames.begin(), formNames.end(),
-                                    [&](const auto& entry) { return entry.first == name; });
-    return found != formNames.end() ? std::optional(found->second) : std::nullopt;
+    const auto* const found = std::find_if(forms.begin(), forms.end(),
+                                           [&](const FormRow& row) { return row.name == name; });
+    return found != forms.end() ? std::optional(found->form) : std::nullopt;
+}
+
+const char* nameOf(InputForm form)
+{
+    return rowOf(form).name;
+}
+
+bool isText(InputForm form)
+{
+    return rowOf(form).isText;
 }
 
 std::unique_ptr<PacketReader> makeReader(InputForm form)
 {
-    switch (form) {
-    case InputForm::stream:
-        return std::make_unique<StreamReader>();
-    case InputForm::packed:
-        return std::make_unique<UnitReader>(packedUnits);
-    case InputForm::hex:
-        return std::make_unique<HexReader>();
-    case InputForm::words:
-        return std::make_unique<UnitReader>(recordedUnits);
-    case InputForm::automatic:
-        break;
-    }
-    return std::make_unique<AutoReader>();
+    return rowOf(form).reader();
+}
+
+std::unique_ptr<PacketWriter> makeWriter(InputForm form)
+{
+    return rowOf(form).writer();
 }

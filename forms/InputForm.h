@@ -1,7 +1,8 @@
-// The forms of input and the readers for them.
+// The forms of input and output, with the readers and writers for them.
 #pragma once
 
 #include "forms/PacketReader.h"
+#include "forms/PacketWriter.h"
 
 #include <memory>
 #include <optional>
@@ -18,5 +19,15 @@ enum class InputForm {
 // The form of this name, or nothing.
 std::optional<InputForm> inputFormOf(std::string_view name);
 
+// The name of a form.
+const char* nameOf(InputForm form);
+
+// Whether the form is text that a terminal can show.
+bool isText(InputForm form);
+
 // A reader for one input from its first byte on.
 std::unique_ptr<PacketReader> makeReader(InputForm form);
+
+// A writer for one output from its first byte on: words of a stream and of a recording continue the
+// parity of those before. InputForm::automatic is written as a stream.
+std::unique_ptr<PacketWriter> makeWriter(InputForm form);

@@ -1,10 +1,7 @@
-// Packed messages written in one of the forms that inputs have.
+// One form of output: turns packed messages into bytes.
 #pragma once
 
-#include "forms/InputForm.h"
-
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <vector>
 
@@ -18,10 +15,3 @@ public:
     [[nodiscard]] virtual bool append(std::span<const std::uint8_t> packed,
                                       std::vector<std::uint8_t>& out) = 0;
 };
-
-// A writer for one output from its first byte on: words of a stream and of a recording continue the
-// parity of those before. InputForm::automatic is written as a stream.
-std::unique_ptr<PacketWriter> makeWriter(InputForm form);
-
-// Whether the form is text that a terminal can show.
-bool isText(InputForm form);

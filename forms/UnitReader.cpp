@@ -4,49 +4,6 @@
 #include <cassert>
 #include <cstring>
 
-namespace {
-
-constexpr unsigned parityBits = 6;
-constexpr std::uint32_t dataMask = 0xFFFFFF;
-
-std::uint32_t dataOfPacked(const std::uint8_t* unit)
-{
-    return static_cast<std::uint32_t>(unit[0] << 16 | unit[1] << 8 | unit[2]);
-}
-
-std::uint32_t dataOfRecorded(const std::uint8_t* unit)
-{
-    const std::uint32_t word = static_cast<std::uint32_t>(unit[0] | unit[1] << 8 | unit[2] << 16) |
-                               static_cast<std::uint32_t>(unit[3]) << 24;
-    return word >> parityBits & dataMask;
-}
-
-bool isPackedPreamble(const std::uint8_t* unit)
-{
-    return unit[0] == framing::preamble;
-}
-
-bool isRecordedPreamble(const std::uint8_t* unit)
-{
-    return dataOfRecorded(unit) >> 16 == framing::preamble;
-}
-
-}    // namespace
-
-const UnitForm packedUnits{.name = "packed",
-                           .size = framing::bytesPerWord,
-                           .preambleBytes = 1,
-                           .data = dataOfPacked,
-                           .hasPreamble = isPackedPreamble,
-                           .isRecording = false};
-
-const UnitForm recordedUnits{.name = "words",
-                             .size = 4,
-                             .preambleBytes = 4,
-                             .data = dataOfRecorded,
-                             .hasPreamble = isRecordedPreamble,
-                             .isRecording = true};
-
 void UnitReader::push(std::span<const std::uint8_t> bytes)
 {
     assert(pending.empty() && "bytes pushed before are still unread");
@@ -69,6 +26,12 @@ const framing::Frame* UnitReader::next()
             break;
         }
     }
+}
+
+std::string UnitReader::damage() const
+{
+    return frame.failedWord == 0 ? "no message begins here"
+                                 : "bad parity in word " + std::to_string(frame.failedWord);
 }
 
 std::span<const std::uint8_t> UnitReader::recorded() const
@@ -102,6 +65,7 @@ bool UnitReader::refill()
 
 UnitReader::Step UnitReader::take()
 {
+    skipLineEnd();
     if (available() < form.preambleBytes) {
         return Step::starve;
     }
@@ -110,13 +74,21 @@ UnitReader::Step UnitReader::take()
     }
     switch (room()) {
     case Room::enough:
-        return accept();
+        return isGood() ? accept() : fail();
     case Room::missing:
         return truncate();
     case Room::unknown:
         break;
     }
     return Step::starve;
+}
+
+// One line end, of one character or two, behind the last message or first of all.
+void UnitReader::skipLineEnd()
+{
+    while (available() > 0 && begin - lastEnd < longestLineEnd && form.isLineEnd(*at(begin))) {
+        ++begin;
+    }
 }
 
 UnitReader::Step UnitReader::search()
@@ -129,11 +101,11 @@ UnitReader::Step UnitReader::search()
         if (found == Room::missing) {
             continue;
         }
-        const std::size_t bytes = wordsWanted * form.size;
-        if (found == Room::unknown || (available() < bytes + form.preambleBytes && !inputEnded())) {
+        const Room next = found == Room::enough ? roomBehind() : found;
+        if (next == Room::unknown) {
             return Step::starve;
         }
-        if (begin + bytes > lastEnd && isConfirmed()) {
+        if (next == Room::enough && begin + wordsWanted * form.size > lastEnd && isGood()) {
             return accept();
         }
     }
@@ -145,7 +117,7 @@ UnitReader::Room UnitReader::room()
 {
     wordsWanted = framing::headerWords;
     if (available() >= wordsWanted * form.size) {
-        wordsWanted += dataAt(framing::headerWords - 1) >> 3 & 0x1F;
+        wordsWanted = form.words(at(begin));
     }
     if (available() >= wordsWanted * form.size) {
         return Room::enough;
@@ -153,11 +125,28 @@ UnitReader::Room UnitReader::room()
     return inputEnded() ? Room::missing : Room::unknown;
 }
 
-// Whether what follows the words wanted may follow a message.
-bool UnitReader::isConfirmed() const
+std::size_t UnitReader::goodWords() const
+{
+    return form.goodWords({at(begin), wordsWanted * form.size});
+}
+
+// Whether there is room for another message behind the words wanted: enough where parity vouches
+// for them, or where a preamble or the end of the input follows.
+UnitReader::Room UnitReader::roomBehind() const
 {
     const std::size_t bytes = wordsWanted * form.size;
-    return available() < bytes + form.preambleBytes || form.hasPreamble(at(begin + bytes));
+    std::size_t behind = bytes;
+    while (behind < available() && behind < bytes + longestLineEnd &&
+           form.isLineEnd(*at(begin + behind))) {
+        ++behind;
+    }
+    if (form.goodWords != nullptr || (available() < behind + form.preambleBytes && inputEnded())) {
+        return Room::enough;
+    }
+    if (available() < behind + form.preambleBytes) {
+        return Room::unknown;
+    }
+    return form.hasPreamble(at(begin + behind)) ? Room::enough : Room::missing;
 }
 
 UnitReader::Step UnitReader::accept()
@@ -174,7 +163,11 @@ UnitReader::Step UnitReader::accept()
 
 UnitReader::Step UnitReader::fail()
 {
-    deliver(framing::Frame::Kind::damaged, 0, form.preambleBytes);
+    const bool isWhole = form.hasPreamble(at(begin));
+    const std::size_t words = isWhole ? goodWords() : 0;
+    deliver(framing::Frame::Kind::damaged, words,
+            isWhole ? (words + 1) * form.size : form.preambleBytes);
+    frame.failedWord = static_cast<std::uint8_t>(isWhole ? words + 1 : 0);
     begin = lastEnd > lastBegin ? lastBegin + 1 : begin + 1;
     expected = false;
     return Step::deliver;
@@ -191,6 +184,7 @@ UnitReader::Step UnitReader::truncate()
 void UnitReader::deliver(framing::Frame::Kind kind, std::size_t unitCount, std::size_t bytes)
 {
     frame.kind = kind;
+    frame.failedWord = 0;
     ++frame.number;
     frame.beginOffset = begin;
     frame.endOffset = begin + bytes;

@@ -2,30 +2,20 @@
 #pragma once
 
 #include "forms/PacketReader.h"
+#include "forms/UnitForm.h"
 
 #include <array>
 
-// How a word of 24 data bits stands in its unit.
-struct UnitForm {
-    const char* name;
-    std::size_t size;             // bytes of a unit
-    std::size_t preambleBytes;    // bytes of a unit that show whether it has the preamble
-    std::uint32_t (*data)(const std::uint8_t* unit);
-    bool (*hasPreamble)(const std::uint8_t* unit);
-    bool isRecording;    // the units are a receiver's own
-};
-
-// Packed messages: three bytes a word, first bit highest.
-extern const UnitForm packedUnits;
-// A receiver's recording: a little-endian number of 32 bits a word, data in bits 6 to 29.
-extern const UnitForm recordedUnits;
-
 // Every message is as long as its header says, and the next one follows, from the first byte of the
-// input on. There is no parity to tell whether it does: what has the preamble and room is taken for
-// a message. Where a message had to begin and does not, that is one damaged frame. The search for
-// the next one then begins inside the last message, which may have lost bytes and taken in the
-// beginning of the next instead; it takes only a message that is followed by another preamble or by
-// the end of the input. A partial unit at the end of a recording is dropped.
+// input on; between packed messages a line end may stand. Where the form has parity, a message has
+// to have it; otherwise what has the preamble and room is taken for a message. Where a message had
+// to begin and does not, that is one damaged frame. The search for the next one then begins inside
+// the last message, which may have lost bytes and taken in the beginning of the next instead;
+// without parity it takes only a message that is followed by another preamble or by the end of the
+// input. A partial unit at the end of a recording is dropped.
+//
+// Each message begins and ends behind where the one before does, and so do the frames that are
+// none; only the first message after a damaged frame may begin before that frame.
 class UnitReader : public PacketReader {
 public:
     explicit UnitReader(const UnitForm& unitForm) : form(unitForm) {}
@@ -33,13 +23,15 @@ public:
     void push(std::span<const std::uint8_t> bytes) override;
     void finish() override { finished = true; }
     const framing::Frame* next() override;
-    std::string damage() const override { return "no message begins here"; }
+    std::string damage() const override;
     std::span<const std::uint8_t> recorded() const override;
     ReaderCounters counters() const override;
 
 private:
     enum class Step { again, deliver, starve };
     enum class Room { enough, missing, unknown };
+
+    void skipLineEnd();
 
     Step take();
     Step search();
@@ -51,7 +43,9 @@ private:
     bool refill();
 
     Room room();
-    bool isConfirmed() const;
+    bool isGood() const { return form.goodWords == nullptr || goodWords() == wordsWanted; }
+    std::size_t goodWords() const;
+    Room roomBehind() const;
     bool inputEnded() const { return finished && pending.empty(); }
     std::uint64_t end() const { return windowBegin + filled; }
     std::size_t available() const { return static_cast<std::size_t>(end() - begin); }
@@ -59,6 +53,7 @@ private:
     std::uint32_t dataAt(std::size_t unit) const { return form.data(at(begin + unit * form.size)); }
 
     static constexpr std::size_t windowBytes = 4096;
+    static constexpr std::size_t longestLineEnd = 2;    // CR LF
 
     const UnitForm& form;
     std::span<const std::uint8_t> pending;

@@ -1,5 +1,5 @@
 // The forms of input: what is found in good, dirty and cut inputs, and where.
-#include "forms/PacketWriter.h"
+#include "forms/InputForm.h"
 #include "support/ReadFrames.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // Every form of output is read back as it was written, by the reader of its form and by itself.
 // The samples hold what the bytes of each form are.
-#include "forms/PacketWriter.h"
+#include "forms/InputForm.h"
 #include "support/ReadFrames.h"
 #include "support/StreamBuilder.h"
 

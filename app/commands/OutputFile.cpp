@@ -4,7 +4,7 @@
 #include "base/LastWords.h"
 #include "base/Terminal.h"
 #include "commands/Command.h"
-#include "forms/PacketWriter.h"
+#include "forms/InputForm.h"
 
 #include <algorithm>
 #include <filesystem>

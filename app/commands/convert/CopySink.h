@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Output.h"
-#include "forms/PacketWriter.h"
+#include "forms/InputForm.h"
 #include "session/Sink.h"
 
 struct CopyOptions {

@@ -2,7 +2,7 @@
 
 #include "commands/OutputFile.h"
 #include "commands/encode/EncodeSession.h"
-#include "forms/PacketWriter.h"
+#include "forms/InputForm.h"
 
 #include <unistd.h>
 
