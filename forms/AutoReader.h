@@ -1,42 +1,38 @@
 // Finds out by itself which form the input has.
 #pragma once
 
-#include "forms/InputForm.h"
+#include "forms/Detector.h"
+#include "forms/PacketReader.h"
 
 #include <vector>
 
-// Keeps the first bytes and lets the readers of all forms try them, until one form is certain: by
-// its first good message where parity or digits vouch for it, or where nothing speaks for another
-// form; else by several in a row. When nothing has decided after some KB or at the end, the form
-// with the most to show for itself is taken, and a stream where there is none. Which form that is
-// depends on the bytes alone, not on how they are cut into pushes.
+// Keeps the first bytes until their form is found, and has them read by the reader of that form. An
+// input whose form is not found in the first megabyte, or before it ends, gives no frame but a
+// problem.
 class AutoReader : public PacketReader {
 public:
-    AutoReader();
-    ~AutoReader() override;
+    static constexpr std::size_t longestLook = 1 << 20;
 
     void push(std::span<const std::uint8_t> bytes) override;
-    void finish() override;
+    void finish() override { finished = true; }
     const framing::Frame* next() override;
     std::string damage() const override { return chosen ? chosen->damage() : std::string(); }
     std::span<const std::uint8_t> recorded() const override;
     ReaderCounters counters() const override;
+    Certainty certainty() const override { return sureness; }
+    std::string problem() const override { return problemText; }
 
 private:
-    struct Trial;
+    void look();
+    void conclude();
+    void choose(const Witness& witness);
 
-    void tryNextByte();
-    void drain(Trial& trial);
-    bool isCertain(const Trial& trial) const;
-    bool mayBeStream(const Trial& trial) const;
-    InputForm likeliestForm() const;
-    unsigned messagesNeeded(const Trial& trial) const;
-    void decide(InputForm form);
-
-    std::vector<Trial> trials;
+    std::unique_ptr<Detector> detector = std::make_unique<Detector>();    // while undecided
     std::vector<std::uint8_t> seen;    // while undecided, and until the chosen reader has read it
-    std::size_t streamBytes = 0;       // of those, how many have the form of a stream's bytes
     std::span<const std::uint8_t> pending;
+    std::uint64_t bytesUnread = 0;    // of an input with a problem
     bool finished = false;
     std::unique_ptr<PacketReader> chosen;
+    Certainty sureness = Certainty::unsure;
+    std::string problemText;
 };

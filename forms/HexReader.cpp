@@ -59,7 +59,7 @@ void HexReader::take(std::uint8_t character)
 {
     const std::int8_t digit = digitTable[character];
     if (digit == blank) {
-        line.afterZero = false;
+        takeBlank();
         return;
     }
     if (line.isEmpty) {
@@ -67,20 +67,56 @@ void HexReader::take(std::uint8_t character)
         line.isComment = character == '#';
         line.first = offset;
     }
+    if (!line.inWord) {
+        beginWord();
+    }
     line.last = offset + 1;
     if (digit >= 0) {
         takeDigit(digit);
     } else if (line.afterZero && (character == 'x' || character == 'X')) {
         --line.digits;
         line.afterZero = false;
-    } else if (!line.hasStranger) {
-        line.hasStranger = true;
-        line.stranger = offset;
+    } else {
+        if (!line.hasStranger) {
+            line.hasStranger = true;
+            line.stranger = offset;
+        }
+        beginLabel();
     }
+}
+
+// The first byte of a message is in one word.
+void HexReader::takeBlank()
+{
+    if (line.digits == 1) {
+        line.digits = 0;
+    }
+    line.inWord = false;
+    line.afterZero = false;
+}
+
+void HexReader::beginWord()
+{
+    line.inWord = true;
+    line.inLabel = false;
+    if (line.digits == 0) {
+        line.message = offset;
+    }
+}
+
+// What was read of the line so far is no message, nor is the rest of the word.
+void HexReader::beginLabel()
+{
+    line.inLabel = true;
+    line.afterZero = false;
+    line.digits = 0;
 }
 
 void HexReader::takeDigit(int digit)
 {
+    if (line.inLabel) {
+        return;
+    }
     const std::uint64_t byte = line.digits / 2;
     const bool isFirst = line.digits % 2 == 0;
     if (byte < frame.storage.size()) {
@@ -89,6 +125,9 @@ void HexReader::takeDigit(int digit)
     }
     line.afterZero = isFirst && digit == 0;
     ++line.digits;
+    if (line.digits == 2 && frame.storage[0] != framing::preamble) {
+        beginLabel();
+    }
 }
 
 // True when the line gives a frame.
@@ -109,17 +148,16 @@ bool HexReader::fillFrame(bool inputEnded)
     const std::span<const std::uint8_t> bytes = lineBytes();
     problem = findProblem();
     ++frame.number;
-    frame.beginOffset = line.first;
+    frame.beginOffset = line.digits > 0 ? line.message : line.first;
     frame.endOffset = line.last;
     frame.kind = framing::Frame::Kind::message;
     frame.wordCount = bytes.size() / framing::bytesPerWord;
     if (problem.empty()) {
         return true;
     }
-    const bool mayGoOn = !line.hasStranger && (bytes.empty() || bytes[0] == framing::preamble);
     const bool isShort = bytes.size() < framing::headerWords * framing::bytesPerWord ||
                          bytes.size() < framing::declaredWords(bytes) * framing::bytesPerWord;
-    if (inputEnded && mayGoOn && isShort) {
+    if (inputEnded && line.digits > 0 && isShort) {
         frame.kind = framing::Frame::Kind::truncated;
     } else {
         frame.kind = framing::Frame::Kind::damaged;
@@ -131,14 +169,12 @@ bool HexReader::fillFrame(bool inputEnded)
 std::string HexReader::findProblem() const
 {
     const std::span<const std::uint8_t> bytes = lineBytes();
-    if (line.hasStranger) {
-        return "no hexadecimal digit at byte " + std::to_string(line.stranger);
+    if (line.digits == 0) {
+        return line.hasStranger ? "no hexadecimal digit at byte " + std::to_string(line.stranger)
+                                : "does not begin with the preamble, 66";
     }
     if (line.digits % 2 != 0) {
         return "odd number of hexadecimal digits";
-    }
-    if (!bytes.empty() && bytes[0] != framing::preamble) {
-        return "does not begin with the preamble, 66";
     }
     if (bytes.size() < framing::headerWords * framing::bytesPerWord) {
         return "too short for a header";

@@ -3,11 +3,13 @@
 
 #include "forms/PacketReader.h"
 
-// Digits of either case; blanks anywhere and 0x before a byte are allowed; empty lines and lines
-// that begin with # are skipped. Every other line is exactly one message, or else a damaged frame;
-// more bytes than the header declares are damage, too. The last line needs no line end; if its
-// message is not complete, it is truncated. A frame stands from the first to the last character of
-// its line that is no blank. Lines may have any length.
+// A line holds one message, behind a label if there is one: words of other characters, such as a
+// time stamp, or of digits that do not begin with the preamble. Digits are of either case; blanks
+// between them and 0x before a byte are allowed. Empty lines and lines that begin with # are
+// skipped. Every other line is exactly one message, or else a damaged frame; more bytes than the
+// header declares are damage, too. The last line needs no line end; if its message is not complete,
+// it is truncated. A frame stands from the first character of its message, or else of its line, to
+// the last character of the line that is no blank. Lines may have any length.
 class HexReader : public PacketReader {
 public:
     void push(std::span<const std::uint8_t> bytes) override;
@@ -24,17 +26,23 @@ private:
     struct Line {
         std::uint64_t begin = 0;       // of the line
         std::uint64_t first = 0;       // its first character that is no blank
-        std::uint64_t last = 0;        // one past the last such character
-        std::uint64_t digits = 0;      // hexadecimal digits
-        std::uint64_t stranger = 0;    // the first character that is none
+        std::uint64_t message = 0;     // the first character of the message, if there are digits
+        std::uint64_t last = 0;        // one past the last character that is no blank
+        std::uint64_t digits = 0;      // hexadecimal digits of the message
+        std::uint64_t stranger = 0;    // the first character that is no digit
         bool isEmpty = true;           // blanks only
         bool isComment = false;
         bool hasStranger = false;
+        bool inWord = false;       // the last character was no blank
+        bool inLabel = false;      // neither will the rest of this word be of the message
         bool afterZero = false;    // the last character was a 0 that began a byte
     };
 
     void take(std::uint8_t character);
+    void takeBlank();
     void takeDigit(int digit);
+    void beginWord();
+    void beginLabel();
     bool endLine(bool inputEnded);
     bool fillFrame(bool inputEnded);
     std::string findProblem() const;

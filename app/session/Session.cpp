@@ -23,9 +23,11 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
         input = std::make_unique<InputFile>(name);
         progress = std::make_unique<Progress>(options.showsProgress && !input->isTyped());
         readInput();
-        if (!input->problem().empty()) {
-            tell(input->problem());
-            allReadable = false;
+        for (const std::string& problem : {input->problem(), problemOfForm()}) {
+            if (!problem.empty()) {
+                tell(problem);
+                allReadable = false;
+            }
         }
         if (isDone() || interrupt::requested()) {
             break;
@@ -70,9 +72,17 @@ void Session::readInput()
     }
     progress->erase();
     const ReaderCounters counters = reader->counters();
-    if (input->problem().empty() || counters.bytesRead > 0) {
+    if (reader->problem().empty() && (input->problem().empty() || counters.bytesRead > 0)) {
         sink->endOfInput(input->name(), counters);
     }
+}
+
+std::string Session::problemOfForm() const
+{
+    const std::string problem = reader->problem();
+    return problem.empty() ? problem
+                           : "cannot read " + input->name() + ": " + problem +
+                                 "; --form says in which form it is";
 }
 
 // Does not wait for bytes with something at hand.
@@ -88,10 +98,11 @@ void Session::fill(FrameBatch& batch)
     }
 }
 
-// Gives the reader more bytes, or the end of the input; false when it has had that.
+// Gives the reader more bytes, or the end of the input; false when it has had that or wants no
+// more.
 bool Session::readOn()
 {
-    if (isFinished) {
+    if (isFinished || !reader->problem().empty()) {
         return false;
     }
     const std::span<const std::uint8_t> bytes = input->read();

@@ -51,6 +51,7 @@ private:
     void readInput();
     void fill(FrameBatch& batch);
     bool readOn();
+    std::string problemOfForm() const;
 
     void takeAll(const FrameBatch& batch);
     void take(const FrameBatch& batch, const FrameBatch::Entry& entry);
