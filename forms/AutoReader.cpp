@@ -67,7 +67,7 @@ void AutoReader::choose(const Witness& witness)
 {
     chosen = witness.makeReader();
     sureness = witness.vouches() ? Certainty::vouched : Certainty::likely;
-    chosen->push(seen);
+    chosen->push(std::span(seen).subspan(witness.bytesBefore()));
 }
 
 std::span<const std::uint8_t> AutoReader::recorded() const

@@ -7,6 +7,12 @@ namespace {
 
 using Bytes = std::span<const std::uint8_t>;
 
+// Whether a message of any of the formats begins with this byte.
+bool mayBegin(std::uint8_t byte)
+{
+    return byte == 0xD3 || byte == 0xB5 || byte == '!';
+}
+
 // Whether `bytes` begin with the characters, as far as there are any.
 bool beginWith(Bytes bytes, std::string_view characters)
 {
@@ -105,6 +111,10 @@ OtherFormats::OtherFormats()
 void OtherFormats::look(std::span<const std::uint8_t> seen)
 {
     while (place < seen.size()) {
+        if (!mayBegin(seen[place])) {
+            ++place;
+            continue;
+        }
         const Bytes rest = seen.subspan(place);
         std::size_t size = 0;
         for (Count& count : counts) {

@@ -1,6 +1,7 @@
 #include "forms/StreamWitness.h"
 
 #include "forms/StreamReader.h"
+#include "forms/UnitForm.h"
 
 void StreamWitness::look(std::span<const std::uint8_t> seen)
 {
@@ -20,14 +21,21 @@ std::unique_ptr<PacketReader> StreamWitness::makeReader() const
     return std::make_unique<StreamReader>();
 }
 
-// The words of a damaged or cut message vouch as well, as far as they are good.
+// The good words of a damaged or cut message vouch as well, but its number of words does not, which
+// makes one word less.
 void StreamWitness::drain()
 {
     constexpr unsigned placesPerByte = 6;
     while (const framing::Frame* frame = framer.next()) {
-        words += frame->wordCount;
-        certain = certain || (words > 1 && isNoAccident(words, placesPerByte * frame->endOffset));
-        if (frame->kind != framing::Frame::Kind::message) {
+        const bool isWhole = frame->kind == framing::Frame::Kind::message;
+        const std::span<const std::uint8_t> bytes = frame->bytes();
+        words += wordsThatTell(frame->wordCount, [&](std::size_t word) {
+            return packedUnits.data(&bytes[word * framing::bytesPerWord]);
+        });
+        const std::size_t vouching = words - (isWhole || words == 0 ? 0 : 1);
+        certain =
+            certain || (vouching > 1 && isNoAccident(vouching, placesPerByte * frame->endOffset));
+        if (!isWhole) {
             words = 0;
         }
     }

@@ -18,7 +18,13 @@
 // none; only the first message after a damaged frame may begin before that frame.
 class UnitReader : public PacketReader {
 public:
-    explicit UnitReader(const UnitForm& unitForm) : form(unitForm) {}
+    // The first `bytesBefore` bytes of the input are not given to the reader, which counts them as
+    // skipped.
+    explicit UnitReader(const UnitForm& unitForm, std::uint64_t bytesBefore = 0)
+        : form(unitForm), windowBegin(bytesBefore), begin(bytesBefore), lastBegin(bytesBefore),
+          lastEnd(bytesBefore), skipped(bytesBefore)
+    {
+    }
 
     void push(std::span<const std::uint8_t> bytes) override;
     void finish() override { finished = true; }

@@ -6,11 +6,27 @@
 
 namespace {
 
-// As many messages in a row are no accident.
-constexpr unsigned sureRow = 4;
+// As many messages in a row are no accident, from the first byte of an input on and elsewhere,
+// where programs and tables have rows of their own.
+constexpr unsigned sureFromStart = 4;
+constexpr unsigned sureElsewhere = 8;
 
 constexpr unsigned longestLineEnd = 2;
 constexpr std::uint32_t stationMask = 0x3FF;
+
+// Of the time in a header, which is in units of 0.6 s.
+constexpr std::uint32_t unitsPerHour = 6000;
+constexpr std::uint32_t longestWait = 100;
+
+std::uint32_t timeOf(std::uint32_t secondWord)
+{
+    return secondWord >> 11;
+}
+
+std::uint32_t sequenceOf(std::uint32_t secondWord)
+{
+    return secondWord >> 8 & 7;
+}
 
 bool isPrintable(std::uint8_t byte)
 {
@@ -33,15 +49,23 @@ void UnitWitness::lookAt(std::uint64_t place)
     if (place >= headerBytes() && form.hasPreamble(&bytes[place - headerBytes()])) {
         begin(place - headerBytes());
     }
-    const Row& before = rows[(place - 1) % rowCount];
-    if (before.messages > 0 && before.end == place - 1 && before.lineEnds < longestLineEnd &&
+    if (place > 1 && place - 1 <= lastEnd) {
+        takeLineEnd(place);
+        close(place);
+    }
+}
+
+// A line end belongs to the row before it.
+void UnitWitness::takeLineEnd(std::uint64_t place)
+{
+    const Row& last = rows[(place - 1) % rowCount];
+    if (last.messages > 0 && last.end == place - 1 && last.lineEnds < longestLineEnd &&
         form.isLineEnd(bytes[place - 1])) {
-        Row row = before;
+        Row row = last;
         row.end = place;
         ++row.lineEnds;
         keep(row);
     }
-    close(place);
 }
 
 // A message that begins at a place, in a row with those that end there.
@@ -49,27 +73,37 @@ void UnitWitness::begin(std::uint64_t place)
 {
     const std::uint8_t* const header = &bytes[place];
     const std::size_t words = form.words(header);
-    const std::uint32_t station = form.data(header) & stationMask;
-    const Row& before = rows[place % rowCount];
     Row row{.end = place + words * form.size,
             .begin = place,
             .messages = 1,
-            .words = words,
-            .station = station,
-            .fromStart = place == 0};
-    if (before.messages > 0 && before.end == place &&
-        (before.fromStart || before.station == station)) {
-        row.messages += before.messages;
-        row.words += before.words;
-        row.fromStart = before.fromStart;
+            .first = place,
+            .station = form.data(header) & stationMask,
+            .second = form.data(header + form.size)};
+    const Row& last = rows[place % rowCount];
+    if (last.messages > 0 && last.end == place && continues(last, row)) {
+        row.messages += last.messages;
+        row.words += last.words;
+        row.first = last.first;
     }
     keep(row);
+}
+
+bool UnitWitness::continues(const Row& row, const Row& next)
+{
+    if (row.first == 0) {
+        return true;
+    }
+    const std::uint32_t wait =
+        (timeOf(next.second) + unitsPerHour - timeOf(row.second)) % unitsPerHour;
+    return row.station == next.station && wait <= longestWait &&
+           sequenceOf(next.second) == (sequenceOf(row.second) + 1) % 8;
 }
 
 // Of several rows that end at the same place, the longest counts.
 void UnitWitness::keep(const Row& row)
 {
     Row& kept = rows[row.end % rowCount];
+    lastEnd = std::max(lastEnd, row.end);
     if (kept.end != row.end || kept.messages < row.messages) {
         kept = row;
     }
@@ -85,11 +119,28 @@ void UnitWitness::close(std::uint64_t place)
         row.messages = 0;
         return;
     }
-    longestRow = std::max(longestRow, row.messages);
-    if (row.fromStart) {
-        startRowEnd = place;
+    if (row.lineEnds == 0) {
+        row.words += wordsThatTell((place - row.begin) / form.size, [&](std::size_t word) {
+            return form.data(&bytes[row.begin + word * form.size]);
+        });
     }
-    certain = certain || (vouches() ? isNoAccident(row.words, place) : row.messages >= sureRow);
+    judge(row);
+}
+
+void UnitWitness::judge(const Row& row)
+{
+    longestRow = std::max(longestRow, row.messages);
+    if (row.first == 0) {
+        startRow = row;
+    }
+    if (certain) {
+        return;
+    }
+    const unsigned sureRow = row.first == 0 ? sureFromStart : sureElsewhere;
+    certain = vouches() ? isNoAccident(row.words, row.end) : row.messages >= sureRow;
+    if (certain && !vouches() && startRow.messages < 2) {
+        before = row.first;
+    }
 }
 
 bool UnitWitness::isGood(const Row& row) const
@@ -103,14 +154,14 @@ bool UnitWitness::isGood(const Row& row) const
 
 void UnitWitness::finish()
 {
-    fitting = !vouches() && startRowEnd > 0 && (startRowEnd == bytes.size() || endsCutOff());
+    fitting = !vouches() && startRow.messages > 0 && (startRow.end == bytes.size() || endsCutOff());
 }
 
 // Whether the input ends inside a message that begins where the row from its first byte on ends.
 bool UnitWitness::endsCutOff() const
 {
-    const std::size_t left = bytes.size() - startRowEnd;
-    const std::uint8_t* const header = &bytes[startRowEnd];
+    const std::size_t left = bytes.size() - startRow.end;
+    const std::uint8_t* const header = &bytes[startRow.end];
     if (left >= form.preambleBytes && !form.hasPreamble(header)) {
         return false;
     }
@@ -119,5 +170,5 @@ bool UnitWitness::endsCutOff() const
 
 std::unique_ptr<PacketReader> UnitWitness::makeReader() const
 {
-    return std::make_unique<UnitReader>(form);
+    return std::make_unique<UnitReader>(form, before);
 }

@@ -28,9 +28,27 @@ public:
     // Messages found in a row.
     virtual unsigned messages() const { return 0; }
 
-    // A reader for the input from its first byte on.
+    // How many bytes stand before the first message. They are nothing for the reader.
+    virtual std::uint64_t bytesBefore() const { return 0; }
+
+    // A reader for the input, which gets its bytes from the first message on.
     virtual std::unique_ptr<PacketReader> makeReader() const = 0;
 };
+
+// How many of a message's words tell by their parity that it is one. Zeros, and the same word again
+// and again, have good parity by themselves.
+template <class DataOfWord>
+std::size_t wordsThatTell(std::size_t words, DataOfWord dataOf)
+{
+    std::size_t telling = 0;
+    std::uint32_t last = 0;
+    for (std::size_t word = 0; word < words; ++word) {
+        const std::uint32_t data = dataOf(word);
+        telling += data != 0 && data != last ? 1 : 0;
+        last = data;
+    }
+    return telling;
+}
 
 // Whether so many words of good parity in a row are no accident where messages were looked for in
 // so many places. In one place, two header words are good by chance once in 2^23 times (preamble,

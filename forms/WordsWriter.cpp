@@ -1,5 +1,6 @@
 #include "forms/WordsWriter.h"
 
+#include "forms/UnitForm.h"
 #include "framing/Frame.h"
 #include "framing/parity.h"
 
@@ -9,8 +10,7 @@ bool WordsWriter::append(std::span<const std::uint8_t> packed, std::vector<std::
         return false;
     }
     for (std::size_t i = 0; i < packed.size(); i += framing::bytesPerWord) {
-        const auto data =
-            static_cast<std::uint32_t>(packed[i] << 16 | packed[i + 1] << 8 | packed[i + 2]);
+        const std::uint32_t data = packedUnits.data(&packed[i]);
         lastWord = framing::encodeWord(data, lastWord);
         const std::uint32_t unit = data << 6 | (lastWord & 0x3F);
         for (int shift = 0; shift < 32; shift += 8) {
