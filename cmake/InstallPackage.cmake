@@ -54,6 +54,7 @@ function(rtcm2_install_pc PC_NAME PC_DESCRIPTION)
 endfunction()
 rtcm2_install_pc(codec "RTCM 2.x messages to plain records and back")
 rtcm2_install_pc(framing "RTCM 2.x messages out of streams and back")
+rtcm2_install_pc(forms "RTCM 2.x messages out of files of any form and back")
 
 # What there is to read.
 set(docs ${PROJECT_SOURCE_DIR}/docs)

@@ -33,8 +33,7 @@ void StreamWitness::drain()
             return packedUnits.data(&bytes[word * framing::bytesPerWord]);
         });
         const std::size_t vouching = words - (isWhole || words == 0 ? 0 : 1);
-        certain =
-            certain || (vouching > 1 && isNoAccident(vouching, placesPerByte * frame->endOffset));
+        certain = certain || isNoAccident(vouching, placesPerByte * frame->endOffset);
         if (!isWhole) {
             words = 0;
         }

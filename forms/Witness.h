@@ -57,5 +57,5 @@ std::size_t wordsThatTell(std::size_t words, DataOfWord dataOf)
 constexpr bool isNoAccident(std::size_t words, std::uint64_t places)
 {
     constexpr std::size_t always = 8;
-    return words >= always || places < std::uint64_t{1} << (6 * words) >> 1;
+    return words >= always || (words > 1 && places < std::uint64_t{1} << (6 * words - 1));
 }
