@@ -70,6 +70,9 @@ def main():
     streams = [forms["stream"], damaged, (samples / "demo.rtcm2").read_bytes()[:900]]
     changes = [bytes([0])] + [bytes([3, kind, 1, 40, 35, kind, 0, 90, 200, 3, 0, 155, 0]) for kind in range(5)]
     write(output / "framer", [bytes([200]) + change + stream for change in changes for stream in streams])
+    given = {"packed": 1, "hex": 2, "words": 3}    # as in forms.cpp, where 0 finds it out
+    write(output / "forms", [bytes([number]) + content for form, content in forms.items()
+                             for number in {0, given.get(form, 0)}])
     lines = (samples / "source" / "all-types.ndjson").read_bytes().splitlines(keepends=True)
     lines += run(program, "export", "--hex", str(samples / "all-types.rtcm2")).splitlines(True)[:3]
     write(output / "json", lines + [b"[" + b",\n".join(lines[:3]) + b"]\n"])

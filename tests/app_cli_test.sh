@@ -45,7 +45,7 @@ head -c 20000 /dev/zero | tr '\0' 'x' > letters
 for command in list show stats export "convert --to hex"; do
     expect 0 "" $command "$sample"
     "$rtcm2" $command "$sample" -o new && cmp out new || fail "a file gets something else: $command"
-    expect 1 "no message" $command letters
+    expect 3 "unsure of its form" $command letters
     expect 3 "Is a directory" $command . -o old
     expect 3 "No such file" $command missing "$sample"
     [ -s out ] || fail "the other input was not read: $command"

@@ -1,15 +1,15 @@
-// The forms of input: what is found in good, dirty and cut inputs, and where.
-#include "forms/InputForm.h"
-#include "support/ReadFrames.h"
+// The forms of input and output, through the C interface: what is found in good, dirty and cut
+// inputs, where and in which form, and that what is written is read.
+#include "RTCM2_forms.h"
+#include "support/StreamBuilder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 namespace {
-
-using Kind = framing::Frame::Kind;
 
 Bytes operator+(Bytes left, const Bytes& right)
 {
@@ -22,6 +22,12 @@ Bytes text(std::string_view characters)
     return {characters.begin(), characters.end()};
 }
 
+Bytes cut(Bytes bytes, std::size_t size)
+{
+    bytes.resize(size);
+    return bytes;
+}
+
 // A message of 3 * (2 + words) bytes, none of which but the first is a preamble.
 Bytes packed(unsigned words, std::uint8_t fill = 0x11)
 {
@@ -31,11 +37,38 @@ Bytes packed(unsigned words, std::uint8_t fill = 0x11)
     return message;
 }
 
-// The same as units of a recording, with other bits where they do not matter.
+// As a station sends them, of any length.
+std::vector<Bytes> messages(unsigned count, unsigned seed = 1)
+{
+    std::mt19937 random(seed);
+    std::vector<Bytes> messages;
+    for (unsigned i = 0; i < count; ++i) {
+        messages.push_back(makeMessage(3 + random() % 29, random));
+        messages.back()[3] = static_cast<std::uint8_t>(i >> 5);
+        messages.back()[4] = static_cast<std::uint8_t>(i << 3 | i % 8);
+    }
+    return messages;
+}
+
+// Leaves out what the writer refuses.
+Bytes writtenAs(const char* form, const std::vector<Bytes>& messages)
+{
+    RTCM2_writer_s* const writer = RTCM2_open_writer(form);
+    Bytes out;
+    for (const Bytes& message : messages) {
+        std::size_t size = 0;
+        const std::uint8_t* bytes = RTCM2_write(writer, message.data(), message.size(), &size);
+        EXPECT_EQ(bytes == nullptr, size == 0);
+        out.insert(out.end(), bytes, bytes + size);
+    }
+    RTCM2_close_writer(writer);
+    return out;
+}
+
+// A message as units of a recording, without parity.
 Bytes units(const Bytes& message)
 {
-    Bytes recorded;
-    EXPECT_TRUE(makeWriter(InputForm::words)->append(message, recorded));
+    Bytes recorded = writtenAs("words", {message});
     for (std::size_t i = 0; i < recorded.size(); i += 4) {
         recorded[i] ^= 0x2A;
         recorded[i + 3] |= 0xC0;
@@ -43,63 +76,60 @@ Bytes units(const Bytes& message)
     return recorded;
 }
 
-Bytes cut(Bytes bytes, std::size_t size)
-{
-    bytes.resize(size);
-    return bytes;
-}
-
-Bytes writtenAs(InputForm form, std::size_t count, std::uint8_t fill = 0x91)
-{
-    const auto writer = makeWriter(form);
-    Bytes out;
-    for (std::size_t i = 0; i < count; ++i) {
-        EXPECT_TRUE(writer->append(packed(5, fill), out));
-    }
-    return out;
-}
-
-struct Expected {
-    Kind kind;
-    std::uint64_t begin;
-    std::uint64_t end;
-    std::string damage = {};
+struct Reading {
+    std::vector<Bytes> messages;
+    Bytes recorded;
+    std::string frames;    // "begin-end" of each and what is wrong with it
+    std::string problem;
+    RTCM2_counters_s counters{};
 };
 
-Expected good(std::uint64_t begin, std::uint64_t end)
+void takeAll(RTCM2_reader_s* reader, Reading& reading)
 {
-    return {Kind::message, begin, end};
-}
-
-Expected cutOff(std::uint64_t begin, std::uint64_t end)
-{
-    return {Kind::truncated, begin, end};
-}
-
-Expected bad(std::uint64_t begin, std::uint64_t end,
-             const std::string& damage = "no message begins here")
-{
-    return {Kind::damaged, begin, end, damage};
-}
-
-// Frames and skipped bytes, however the input is cut.
-void check(InputForm form, const char* title, const Bytes& input,
-           const std::vector<Expected>& expected, std::uint64_t skipped)
-{
-    SCOPED_TRACE(title);
-    for (const auto& pieceSize : waysToCut()) {
-        const FoundInput found = readInput(form, input, pieceSize);
-        ASSERT_EQ(found.frames.size(), expected.size());
-        for (std::size_t i = 0; i < found.frames.size(); ++i) {
-            SCOPED_TRACE("frame " + std::to_string(i));
-            EXPECT_EQ(found.frames[i].kind, expected[i].kind);
-            EXPECT_EQ(found.frames[i].number, i + 1);
-            EXPECT_EQ(found.frames[i].begin, expected[i].begin);
-            EXPECT_EQ(found.frames[i].end, expected[i].end);
-            EXPECT_EQ(found.frames[i].damage, expected[i].damage);
+    RTCM2_found_s found{};
+    while (RTCM2_next(reader, &found) == 1) {
+        if (found.kind == RTCM2_FOUND_MESSAGE) {
+            reading.messages.emplace_back(found.packed, found.packed + found.packed_size);
         }
-        EXPECT_EQ(found.counters.bytesRead, input.size());
-        EXPECT_EQ(found.counters.bytesSkipped, skipped);
+        reading.recorded =
+            reading.recorded + Bytes(found.recorded, found.recorded + found.recorded_size);
+        EXPECT_EQ(*found.damage == 0, found.kind == RTCM2_FOUND_MESSAGE);
+        reading.frames += std::to_string(found.begin) + '-' + std::to_string(found.end) +
+                          (*found.damage == 0 ? "" : " ") + found.damage + "; ";
+    }
+}
+
+Reading readAs(const char* form, const Bytes& input, std::size_t pieceSize = 1 << 30)
+{
+    RTCM2_reader_s* const reader = RTCM2_open_reader(form);
+    Reading reading;
+    for (std::size_t at = 0; at < input.size(); at += pieceSize) {
+        // A block of the exact size, so that a sanitizer sees any read beyond it.
+        const auto from = input.begin() + static_cast<std::ptrdiff_t>(at);
+        const Bytes piece(
+            from, from + static_cast<std::ptrdiff_t>(std::min(pieceSize, input.size() - at)));
+        EXPECT_EQ(RTCM2_push(reader, piece.data(), piece.size()), 1);
+        EXPECT_EQ(RTCM2_push(reader, piece.data(), piece.size()), 0) << "not used up yet";
+        takeAll(reader, reading);
+    }
+    RTCM2_end_input(reader);
+    EXPECT_EQ(RTCM2_push(reader, input.data(), input.size()), 0) << "after the end";
+    takeAll(reader, reading);
+    reading.problem = RTCM2_problem(reader);
+    RTCM2_counters(reader, &reading.counters);
+    RTCM2_close_reader(reader);
+    EXPECT_EQ(reading.counters.bytes_read, input.size());
+    return reading;
+}
+
+// Frames and the number of bytes skipped, however the input is cut.
+void check(const char* form, const std::vector<std::pair<Bytes, std::string>>& inputs)
+{
+    for (const auto& [input, expected] : inputs) {
+        for (const std::size_t pieceSize : {1 << 30, 1, 7}) {
+            const Reading reading = readAs(form, input, pieceSize);
+            EXPECT_EQ(reading.frames + std::to_string(reading.counters.bytes_skipped), expected);
+        }
     }
 }
 
@@ -107,120 +137,104 @@ TEST(PackedInput, FindsMessagesInGarbage)
 {
     const Bytes a = packed(1);
     const Bytes b = packed(2, 0x22);
-    const auto holds = [](const char* title, const Bytes& input,
-                          const std::vector<Expected>& frames, std::uint64_t skipped) {
-        check(InputForm::packed, title, input, frames, skipped);
-    };
-    holds("headers alone", packed(0) + packed(0), {good(0, 6), good(6, 12)}, 0);
-    holds("garbage first", text("junk") + a + b, {bad(0, 1), good(4, 13), good(13, 25)}, 4);
-    holds("garbage with preambles", a + text("xfy") + b + a + text("f") + b,
-          {good(0, 9), bad(9, 10), good(12, 24), good(24, 33), cutOff(33, 46), good(34, 46)}, 4);
-    holds("garbage last", a + text("junk"), {good(0, 9), bad(9, 10)}, 4);
-    holds("a message that lost bytes and took them from the next", cut(a, 7) + b + a,
-          {good(0, 9), bad(9, 10), good(7, 19), good(19, 28)}, 0);
-    holds("cut off", a + cut(b, 11), {good(0, 9), cutOff(9, 20)}, 11);
-    holds("cut off after a byte", a + cut(b, 1), {good(0, 9), cutOff(9, 10)}, 1);
-    holds("garbage larger than any buffer", a + Bytes(10000, 0x55) + b,
-          {good(0, 9), bad(9, 10), good(10009, 10021)}, 10000);
+    const std::string no = " no message begins here; ";
+    check("packed", {{packed(0) + packed(0), "0-6; 6-12; 0"},
+                     {text("junk") + a + b, "0-1" + no + "4-13; 13-25; 4"},
+                     {a + text("xfy") + b + a + text("f") + b,
+                      "0-9; 9-10" + no + "12-24; 24-33; 33-46 the input ends inside it; 34-46; 4"},
+                     {a + text("junk"), "0-9; 9-10" + no + "4"},
+                     // A message that lost bytes and took them from the next.
+                     {cut(a, 7) + b + a, "0-9; 9-10" + no + "7-19; 19-28; 0"},
+                     {a + cut(b, 11), "0-9; 9-20 the input ends inside it; 11"},
+                     {a + cut(b, 1), "0-9; 9-10 the input ends inside it; 1"},
+                     {a + text("\n") + b + text("\r\n") + a + text("\n"), "0-9; 10-22; 24-33; 4"},
+                     {text("x") + a + text("\r\n") + b + text("\n\n\n") + a,
+                      "0-1" + no + "1-10; 12-24; 26-27" + no + "27-36; 6"},
+                     {a + Bytes(10000, '\n') + b, "0-9; 11-12" + no + "10009-10021; 10000"}});
 }
 
 TEST(RecordedInput, FindsMessagesInGarbage)
 {
-    const InputForm form = InputForm::words;
     const Bytes a = units(packed(1));
     const Bytes b = units(packed(2, 0x22));
-    check(form, "a partial unit last", a + cut(b, 3), {good(0, 12)}, 3);
-    check(form, "a partial message last", a + cut(b, 9), {good(0, 12), cutOff(12, 21)}, 9);
-    check(form, "garbage that is no whole unit", a + text("xyz") + b + a,
-          {good(0, 12), bad(12, 16), good(15, 31), good(31, 43)}, 3);
-    check(form, "a partial unit behind a message that was searched", text("x") + a + text("yz"),
-          {bad(0, 4), good(1, 13)}, 3);
-}
-
-TEST(RecordedInput, IsKeptAsItWasRecorded)
-{
-    const Bytes first = packed(3, 0x35);
-    const Bytes second = packed(0);
-    for (const InputForm form : {InputForm::words, InputForm::automatic}) {
-        const FoundInput found =
-            readInput(form, units(first) + units(second), [] { return std::size_t{5}; });
-        EXPECT_EQ(found.messages(), (std::vector<Bytes>{first, second}));
-        EXPECT_EQ(found.frames.at(0).recorded, units(first));
-        EXPECT_EQ(found.frames.at(1).recorded, units(second));
-    }
-    const FoundInput packedInput =
-        readInput(InputForm::packed, first, [] { return std::size_t{5}; });
-    EXPECT_TRUE(packedInput.frames.at(0).recorded.empty());
+    const std::string no = " no message begins here; ";
+    check("words", {{a + cut(b, 3), "0-12; 3"},
+                    {a + cut(b, 9), "0-12; 12-21 the input ends inside it; 9"},
+                    {a + text("xyz") + b + a, "0-12; 12-16" + no + "15-31; 31-43; 3"},
+                    {text("x") + a + text("yz"), "0-4" + no + "1-13; 3"}});
+    EXPECT_EQ(readAs("auto", a + b).recorded, a + b);
+    Bytes damaged = writtenAs("words", std::vector<Bytes>(3, packed(9, 0x91)));
+    damaged[44 + 13] ^= 4;
+    check("auto", {{damaged, "0-44; 44-60 bad parity in word 4; 88-132; 44"}});
 }
 
 TEST(HexInput, IsReadLineByLine)
 {
     const std::string header = "660405112218";    // declares three words more
     const std::string whole = header + "0102030405060708ab";
-    const auto holds = [](const char* title, const std::string& lines,
-                          const std::vector<Expected>& frames, std::uint64_t skipped) {
-        check(InputForm::hex, title, text(lines), frames, skipped);
+    const std::string none = " no hexadecimal digit at byte ";
+    const std::pair<std::string, std::string> lines[] = {
+        {whole, "0-30; 0"},
+        {whole + "\r\n\r\n", "0-30; 2"},
+        {" 0x66 0X04 0x05 11 22 18\t0102030405060708 0xAB \n", "1-46; 0"},
+        {"2024-01-01T00:00:00 " + whole + "\n[12:00:01.5] 66 " + whole.substr(2),
+         "20-50; 64-95; 0"},
+        {"7 660 Jan 1 1:02 " + whole, "17-47; 0"},
+        {"1:02 66zz\n1:02 6604\n1:02 " + whole + " ok",
+         "0-9" + none + "1; 15-19 too short for a header; 20-58" + none + "21; 58"},
+        {"# 66\n\n  # 66\n" + whole + "\n \n", "13-43; 15"},
+        {"x6\n", "0-2" + none + "0; 3"},
+        {whole + "1\n", "0-31 odd number of hexadecimal digits; 32"},
+        {"670405112200\n", "0-12 does not begin with the preamble, 66; 13"},
+        {header + "\n", "0-12 has 6 bytes, but its header declares 15; 13"},
+        {whole + "00\n", "0-32 has 16 bytes, but its header declares 15; 33"},
+        {whole + "\n1:02 " + header, "0-30; 36-48 the input ends inside it; 17"},
+        {whole + "\nhello", "0-30; 31-36" + none + "31; 5"},
+        {std::string(100000, '6') + "\n" + whole,
+         "0-100000 has 50000 bytes, but its header declares 42; 100001-100031; 100001"},
     };
-    holds("no line end", whole, {good(0, 30)}, 0);
-    holds("CR LF", whole + "\r\n\r\n", {good(0, 30)}, 2);
-    holds("blanks, 0x and upper case", " 0x66 0X04 0x05 11 22 18\t0102030405060708 0xAB \n",
-          {good(1, 46)}, 0);
-    holds("comments and empty lines", "# 66\n\n  # 66\n" + whole + "\n \n", {good(13, 43)}, 15);
-    holds("no digit", "66zz\n" + whole + "\n",
-          {bad(0, 4, "no hexadecimal digit at byte 2"), good(5, 35)}, 5);
-    holds("x without 0", "x6\n", {bad(0, 2, "no hexadecimal digit at byte 0")}, 3);
-    holds("half a byte", whole + "1\n", {bad(0, 31, "odd number of hexadecimal digits")}, 32);
-    holds("other first byte", "670405112200\n",
-          {bad(0, 12, "does not begin with the preamble, 66")}, 13);
-    holds("short", "6604\n" + header + "\n",
-          {bad(0, 4, "too short for a header"),
-           bad(5, 17, "has 6 bytes, but its header declares 15")},
-          18);
-    holds("long", whole + "00\n", {bad(0, 32, "has 16 bytes, but its header declares 15")}, 33);
-    holds("cut off", whole + "\n" + header, {good(0, 30), cutOff(31, 43)}, 12);
-    holds("cut off in garbage", whole + "\nhello",
-          {good(0, 30), bad(31, 36, "no hexadecimal digit at byte 31")}, 5);
-    holds("endless line", std::string(100000, '6') + "\n" + whole,
-          {bad(0, 100000, "has 50000 bytes, but its header declares 42"), good(100001, 100031)},
-          100001);
+    for (const auto& [input, expected] : lines) {
+        check("hex", {{text(input), expected}});
+    }
 }
 
-TEST(StreamInput, TellsWhatIsDamaged)
+// What is of no form that is read: noise, sextets, letters, noise with u-blox and RTCM 3 in it.
+Bytes rubbish(unsigned kind, std::size_t size, unsigned seed)
 {
-    Bytes stream = writtenAs(InputForm::stream, 3);
-    stream[35 + 2 * 5 + 1] ^= 4;    // third word of the second message
-    check(InputForm::stream, "a bit error", stream,
-          {good(0, 35), bad(35, 50, "bad parity in word 3"), good(70, 105)}, 35);
-}
-
-// A message comes out with its last byte (of a hex line, its end), not with the next message.
-TEST(EveryInput, IsDeliveredAtOnce)
-{
-    for (const InputForm form :
-         {InputForm::stream, InputForm::packed, InputForm::hex, InputForm::words}) {
-        for (const InputForm readAs : {form, InputForm::automatic}) {
-            SCOPED_TRACE(std::to_string(static_cast<int>(form)) + " read as " +
-                         std::to_string(static_cast<int>(readAs)));
-            const auto writer = makeWriter(form);
-            const auto reader = makeReader(readAs);
-            for (unsigned count = 0; count < 3; ++count) {
-                Bytes input;
-                ASSERT_TRUE(writer->append(packed(4, 0x91), input));
-                for (std::size_t at = 0; at < input.size(); ++at) {
-                    reader->push(std::span(input).subspan(at, 1));
-                    const bool isLast = at + 1 == input.size();
-                    ASSERT_EQ(reader->next() != nullptr, isLast) << at << ' ' << count;
-                    ASSERT_TRUE(!isLast || reader->next() == nullptr);
-                }
-            }
+    std::mt19937 random(seed);
+    Bytes bytes;
+    while (bytes.size() < size) {
+        Bytes noise(100);
+        for (std::uint8_t& byte : noise) {
+            byte = static_cast<std::uint8_t>(random());
+            byte = kind == 1 ? byte % 64 + 0x40 : kind == 2 ? "aefY \n0x"[byte % 8] : byte;
         }
+        const Bytes frame = kind == 3   ? Bytes{0xB5, 0x62, 1, 2, 0, 0, 3, 10}
+                            : kind == 4 ? Bytes{0xD3, 0, 0, 0x47, 0xEA, 0x4B}
+                                        : Bytes();
+        bytes = bytes + noise + frame;
+    }
+    return bytes;
+}
+
+TEST(AutoInput, FindsWhatHasParityBehindAnything)
+{
+    for (unsigned run = 0; run < 45; ++run) {
+        const char* const form = std::array{"hex", "stream", "words"}[run % 3];
+        const std::vector<Bytes> sent = messages(20, run);
+        const Reading reading =
+            readAs("auto", rubbish(run % 5, 50000, run) + text("\n") + writtenAs(form, sent));
+        EXPECT_STREQ(reading.counters.form, form) << run;
+        // A message without data words may come out of the noise before.
+        ASSERT_GE(reading.messages.size(), sent.size()) << run;
+        EXPECT_TRUE(std::equal(sent.rbegin(), sent.rend(), reading.messages.rbegin())) << run;
     }
 }
 
 // A packed message whose first bytes are a header in a recording as well.
 Bytes ambiguous()
 {
-    Bytes message = packed(5);
+    Bytes message = packed(5, 0x91);
     message[2] = 0x80;
     message[3] = 0x19;
     return message;
@@ -229,34 +243,88 @@ Bytes ambiguous()
 TEST(AutoInput, FindsTheForm)
 {
     const Bytes prose = text("Connected to station 5.\r\nfor news see below\r\n\r\n");
-    const Bytes noise(30000, '~');
-    const Bytes comment = text(std::string(200, '#') + "\n");
-    const struct {
-        const char* title;
-        Bytes input;
-        const char* form;
-        std::size_t messages;
-    } cases[] = {
-        {"nothing", {}, "stream", 0},
-        {"prose alone", prose, "stream", 0},
-        {"much prose, then a stream", noise + writtenAs(InputForm::stream, 3), "stream", 3},
-        {"prose, then packed messages", prose + writtenAs(InputForm::packed, 9), "packed", 9},
-        {"prose, then recorded messages", prose + writtenAs(InputForm::words, 9), "words", 9},
-        {"comments, then hex lines", comment + writtenAs(InputForm::hex, 2), "hex", 2},
-        {"packed bytes that all look like a stream's", writtenAs(InputForm::packed, 1, 0x61),
-         "packed", 1},
-        {"packed, but might be recorded", ambiguous() + ambiguous() + ambiguous(), "packed", 3},
-        {"the same for long", ambiguous() + writtenAs(InputForm::packed, 900), "packed", 901},
-        {"packed, cut off", cut(writtenAs(InputForm::packed, 2), 30), "packed", 1},
-        {"recorded, cut off", cut(writtenAs(InputForm::words, 2), 50), "words", 1},
+    const auto written = [](const char* form, unsigned count) {
+        return writtenAs(form, messages(count));
     };
-    for (const auto& test : cases) {
-        SCOPED_TRACE(test.title);
-        for (const auto& pieceSize : waysToCut()) {
-            const FoundInput found = readInput(InputForm::automatic, test.input, pieceSize);
-            EXPECT_STREQ(found.counters.form, test.form);
-            EXPECT_EQ(found.messages().size(), test.messages);
-            EXPECT_EQ(found.counters.bytesRead, test.input.size());
+    const std::vector<Bytes> many(900, packed(5, 0x91));
+    Bytes lines;
+    Bytes recorded;
+    for (const Bytes& message : messages(9)) {
+        lines = lines + message + text("\r\n");
+        recorded = recorded + units(message);
+    }
+    const Bytes stream = written("stream", 9);
+    const Bytes ais = text("!AIVDM,1,1,,A,13HOI:0P0000VOHLCnHQKwvL05Ip,0*23\r\n");
+    const std::string nothing = "unsure of its form: no certain message in ";
+    constexpr auto vouched = RTCM2_CERTAINTY_VOUCHED;
+    constexpr auto likely = RTCM2_CERTAINTY_LIKELY;
+    constexpr auto unsure = RTCM2_CERTAINTY_UNSURE;
+    const std::tuple<Bytes, std::string, std::size_t, RTCM2_certainty_enum> cases[] = {
+        {stream, "stream", 9, vouched},
+        {text("x") + cut(stream, 60), "stream", 0, vouched},
+        {ais + stream, "stream", 9, vouched},
+        {text("# a\n") + written("hex", 2), "hex", 2, vouched},
+        {cut(written("hex", 1), 20), "hex", 0, vouched},
+        {prose + written("words", 1), "words", 1, vouched},
+        {prose + recorded, "words", 9, likely},
+        {prose + written("packed", 9), "packed", 9, likely},
+        {lines, "packed", 9, likely},
+        {written("packed", 1) + packed(3), "packed", 2, likely},
+        {written("packed", 1) + cut(packed(3), 8), "packed", 1, likely},
+        {ambiguous() + ambiguous(), "packed", 2, likely},
+        {ambiguous() + writtenAs("packed", many), "packed", 901, likely},
+        {{}, "", 0, unsure},
+        {prose, nothing + "47 bytes", 0, unsure},
+        {Bytes(5000, 0), nothing + "5000 bytes", 0, unsure},
+        {Bytes(5000, '@'), nothing + "5000 bytes", 0, unsure},
+        {rubbish(0, 1 << 20, 9) + stream, nothing + "1048576 bytes", 0, unsure},
+        // The first bytes of a type 1 message are a header of type 16 as packed ones.
+        {cut(stream, 14), nothing + "14 bytes", 0, unsure},
+        {packed(4, 'a'), nothing + "18 bytes", 0, unsure},
+        {prose + written("packed", 7),
+         "unsure of its form: in 383 bytes, no more than 7 messages in a row", 0, unsure},
+        {text("!AIVDM,1,1,,A,1,0*00"), nothing + "20 bytes", 0, unsure},
+        {ais + lines, "it looks like AIS (1 message), which is not read", 0, unsure},
+        {rubbish(3, 9000, 1), "it looks like u-blox (", 0, unsure},
+        {rubbish(4, 9000, 1), "it looks like RTCM 3 (", 0, unsure},
+    };
+    for (const auto& [input, formOrProblem, count, certainty] : cases) {
+        for (const std::size_t pieceSize : {1 << 30, 1, 7}) {
+            const Reading reading = readAs("auto", input, pieceSize);
+            const std::string told = reading.counters.form + reading.problem;
+            EXPECT_EQ(told.substr(0, formOrProblem.size()), formOrProblem);
+            EXPECT_EQ(reading.messages.size(), count) << formOrProblem;
+            EXPECT_EQ(reading.counters.certainty, certainty) << formOrProblem;
+        }
+    }
+}
+
+// A message comes out with its last byte (of a hex line, its end), not with the next one; packed
+// ones whose form has to be found out, with the last byte of those that are needed.
+TEST(EveryForm, IsReadAsItWasWrittenAndAtOnce)
+{
+    EXPECT_EQ(RTCM2_open_reader("no such form"), nullptr);
+    EXPECT_EQ(RTCM2_open_writer("auto"), nullptr);
+    const std::vector<Bytes> sent = messages(400);
+    const std::vector<Bytes> refused = {cut(sent[0], 32), sent[0] + text("abc"), {}, text("abc")};
+    for (const char* const form : {"stream", "packed", "hex", "words"}) {
+        // What is no whole message is left out.
+        const Bytes input = writtenAs(form, refused) + writtenAs(form, sent);
+        for (const char* const readForm : {form, "auto"}) {
+            SCOPED_TRACE(std::string(form) + " read as " + readForm);
+            const Reading reading = readAs(readForm, input, 40);
+            EXPECT_EQ(reading.messages, sent);
+            EXPECT_EQ(reading.counters.bytes_skipped, 0U);
+            EXPECT_STREQ(reading.counters.form, form);
+            const unsigned needed = *form == 'p' && readForm != form ? 4 : 1;
+            const std::size_t size = writtenAs(form, messages(needed)).size();
+            RTCM2_reader_s* const reader = RTCM2_open_reader(readForm);
+            RTCM2_found_s found{};
+            for (std::size_t at = 0; at < size; ++at) {
+                RTCM2_push(reader, &input[at], 1);
+                ASSERT_EQ(RTCM2_next(reader, &found), at + 1 == size ? 1 : 0) << at;
+            }
+            RTCM2_close_reader(reader);
         }
     }
 }

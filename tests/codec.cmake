@@ -21,6 +21,10 @@ if(VALGRIND)
     COMMAND ${VALGRIND} --tool=helgrind --quiet --error-exitcode=1 $<TARGET_FILE:codec_threads_test>)
 endif()
 
+# Forms of input and output, and their C interface
+rtcm2_add_test(app_input_test
+  SOURCES app_input_test.cpp support/StreamBuilder.cpp LIBS rtcm2::forms)
+
 # The installation, used by programs that know nothing else
 if(NOT RTCM2_SANITIZE AND NOT CMAKE_CROSSCOMPILING)
   add_test(NAME outside_test COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/outside/run.sh ${PROJECT_BINARY_DIR}
