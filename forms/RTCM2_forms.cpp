@@ -4,7 +4,7 @@
 
 #include <new>
 
-struct RTCM2_reader_s {
+struct RTCM2_form_reader_s {
     std::unique_ptr<PacketReader> reader;
     bool isUsedUp = true;    // what was pushed
     bool hasEnded = false;
@@ -13,7 +13,7 @@ struct RTCM2_reader_s {
     std::string problem;
 };
 
-struct RTCM2_writer_s {
+struct RTCM2_form_writer_s {
     std::unique_ptr<PacketWriter> writer;
     std::vector<std::uint8_t> bytes;
 };
@@ -72,7 +72,7 @@ std::string damageOf(const framing::Frame& frame, const PacketReader& reader)
     return reader.damage();
 }
 
-void fill(RTCM2_found_s& found, const framing::Frame& frame, const RTCM2_reader_s& reader)
+void fill(RTCM2_found_s& found, const framing::Frame& frame, const RTCM2_form_reader_s& reader)
 {
     const std::span<const std::uint8_t> packed = frame.bytes();
     const std::span<const std::uint8_t> recorded = reader.reader->recorded();
@@ -96,25 +96,25 @@ const char* RTCM2_form_name(int32_t index)
                : nullptr;
 }
 
-RTCM2_reader_s* RTCM2_open_reader(const char* form)
+RTCM2_form_reader_s* RTCM2_form_reader_new(const char* form)
 {
     const std::optional<InputForm> wanted = inputFormOf(form);
-    return orNull([&]() -> RTCM2_reader_s* {
+    return orNull([&]() -> RTCM2_form_reader_s* {
         if (!wanted) {
             return nullptr;
         }
-        auto reader = std::make_unique<RTCM2_reader_s>();
+        auto reader = std::make_unique<RTCM2_form_reader_s>();
         reader->reader = makeReader(*wanted);
         return reader.release();
     });
 }
 
-void RTCM2_close_reader(RTCM2_reader_s* reader)
+void RTCM2_form_reader_free(RTCM2_form_reader_s* reader)
 {
     delete reader;
 }
 
-int32_t RTCM2_push(RTCM2_reader_s* reader, const uint8_t* bytes, size_t size)
+int32_t RTCM2_form_reader_push(RTCM2_form_reader_s* reader, const uint8_t* bytes, size_t size)
 {
     if (!reader->isUsedUp || reader->hasEnded) {
         return 0;
@@ -124,13 +124,13 @@ int32_t RTCM2_push(RTCM2_reader_s* reader, const uint8_t* bytes, size_t size)
     return 1;
 }
 
-void RTCM2_end_input(RTCM2_reader_s* reader)
+void RTCM2_form_reader_finish(RTCM2_form_reader_s* reader)
 {
     reader->hasEnded = true;
     reader->reader->finish();
 }
 
-int32_t RTCM2_next(RTCM2_reader_s* reader, RTCM2_found_s* found)
+int32_t RTCM2_form_reader_next(RTCM2_form_reader_s* reader, RTCM2_found_s* found)
 {
     try {
         const framing::Frame* const frame = reader->hasFailed ? nullptr : reader->reader->next();
@@ -146,7 +146,7 @@ int32_t RTCM2_next(RTCM2_reader_s* reader, RTCM2_found_s* found)
     return reader->hasFailed ? -1 : 0;
 }
 
-const char* RTCM2_problem(RTCM2_reader_s* reader)
+const char* RTCM2_form_reader_problem(RTCM2_form_reader_s* reader)
 {
     const char* const text = orNull([&] {
         reader->problem = reader->reader->problem();
@@ -155,7 +155,7 @@ const char* RTCM2_problem(RTCM2_reader_s* reader)
     return text != nullptr ? text : "no memory";
 }
 
-void RTCM2_counters(const RTCM2_reader_s* reader, RTCM2_counters_s* counters)
+void RTCM2_form_reader_counters(const RTCM2_form_reader_s* reader, RTCM2_form_counters_s* counters)
 {
     const ReaderCounters seen = reader->reader->counters();
     *counters = {.bytes_read = seen.bytesRead,
@@ -164,31 +164,31 @@ void RTCM2_counters(const RTCM2_reader_s* reader, RTCM2_counters_s* counters)
                  .certainty = certaintyOf(reader->reader->certainty())};
 }
 
-RTCM2_writer_s* RTCM2_open_writer(const char* form)
+RTCM2_form_writer_s* RTCM2_form_writer_new(const char* form)
 {
     const std::optional<InputForm> wanted = inputFormOf(form);
     if (!wanted || *wanted == InputForm::automatic) {
         return nullptr;
     }
-    return orNull([&]() -> RTCM2_writer_s* {
-        auto writer = std::make_unique<RTCM2_writer_s>();
+    return orNull([&]() -> RTCM2_form_writer_s* {
+        auto writer = std::make_unique<RTCM2_form_writer_s>();
         writer->writer = makeWriter(*wanted);
         return writer.release();
     });
 }
 
-void RTCM2_close_writer(RTCM2_writer_s* writer)
+void RTCM2_form_writer_free(RTCM2_form_writer_s* writer)
 {
     delete writer;
 }
 
-const uint8_t* RTCM2_write(RTCM2_writer_s* writer, const uint8_t* packed, size_t packed_size,
-                           size_t* written)
+const uint8_t* RTCM2_form_writer_write(RTCM2_form_writer_s* writer, const uint8_t* packed,
+                                       size_t packed_size, size_t* written)
 {
     const uint8_t* const bytes = orNull([&]() -> const uint8_t* {
         writer->bytes.clear();
         // Enough for every form, so that a writer does not lose its place where there is no memory.
-        writer->bytes.reserve(4 * RTCM2_MAX_PACKED_BYTES);
+        writer->bytes.reserve(4 * RTCM2_FORMS_MAX_PACKED);
         return writer->writer->append({packed, packed_size}, writer->bytes) ? writer->bytes.data()
                                                                             : nullptr;
     });

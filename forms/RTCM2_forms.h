@@ -14,20 +14,20 @@
  * A reader takes the bytes of one input from its first one on, in pieces of any size, and gives
  * what it finds in the order of the input; the outcome does not depend on the pieces:
  *
- *     RTCM2_reader_s* reader = RTCM2_open_reader("auto");
+ *     RTCM2_form_reader_s* reader = RTCM2_form_reader_new("auto");
  *     RTCM2_found_s found;
  *     while ((count = read(input, bytes, sizeof bytes)) > 0) {
- *         RTCM2_push(reader, bytes, count);
- *         while (RTCM2_next(reader, &found)) { ... }
+ *         RTCM2_form_reader_push(reader, bytes, count);
+ *         while (RTCM2_form_reader_next(reader, &found)) { ... }
  *     }
- *     RTCM2_end_input(reader);
- *     while (RTCM2_next(reader, &found)) { ... }
- *     RTCM2_close_reader(reader);
+ *     RTCM2_form_reader_finish(reader);
+ *     while (RTCM2_form_reader_next(reader, &found)) { ... }
+ *     RTCM2_form_reader_free(reader);
  *
  * The form "auto" finds out by itself which one it is. Parity decides, or a line exactly as long as
  * the message in it; forms without parity are taken only where nothing with parity is there. What
- * cannot be told gives no message but a text that says what was seen: RTCM2_problem. That looks at
- * the first 1,048,576 bytes at most, and memory does not grow beyond.
+ * cannot be told gives no message but a text that says what was seen: RTCM2_form_reader_problem.
+ * That looks at the first 1,048,576 bytes at most, and memory does not grow beyond.
  *
  * Readers and writers are independent of each other; one of them is used by one thread at a time.
  */
@@ -46,7 +46,7 @@ extern "C" {
 #define RTCM2_FORMS_API QUARN_SHOWN
 
 /* The most bytes that a packed message has. */
-#define RTCM2_MAX_PACKED_BYTES 99
+#define RTCM2_FORMS_MAX_PACKED 99
 
 /* What a reader found. */
 typedef enum RTCM2_found_enum {
@@ -72,68 +72,72 @@ typedef struct RTCM2_found_s {
     uint64_t end;            /* one past the byte in which the last bit stands */
     const uint8_t* packed;   /* three bytes a word, first bit highest, without parity; of what is no
                               * message the words before the place where it breaks off */
-    size_t packed_size;      /* bytes of that, 0 to RTCM2_MAX_PACKED_BYTES */
+    size_t packed_size;      /* bytes of that, 0 to RTCM2_FORMS_MAX_PACKED */
     const uint8_t* recorded; /* in the form words: the message as it was recorded; else null */
     size_t recorded_size;    /* bytes of that: four a word; else 0 */
     const char* damage;      /* what is wrong, for people; "" of a message */
 } RTCM2_found_s;
 
 /* What a reader has seen so far; final after the last finding. */
-typedef struct RTCM2_counters_s {
+typedef struct RTCM2_form_counters_s {
     uint64_t bytes_read;
     uint64_t bytes_skipped;         /* that belong to no message */
     const char* form;               /* the name of the input's form; "" if it is not found out */
     RTCM2_certainty_enum certainty; /* of that form */
-} RTCM2_counters_s;
+} RTCM2_form_counters_s;
 
-typedef struct RTCM2_reader_s RTCM2_reader_s;
-typedef struct RTCM2_writer_s RTCM2_writer_s;
+typedef struct RTCM2_form_reader_s RTCM2_form_reader_s;
+typedef struct RTCM2_form_writer_s RTCM2_form_writer_s;
 
 /* The name of a form, by an index from 0 on; null when there are no more. The first one is "auto",
  * which is for readers only. */
 RTCM2_FORMS_API const char* RTCM2_form_name(int32_t index);
 
 /* A reader for one input in this form. Null where there is no such form or no memory. To be
- * released with RTCM2_close_reader. */
-RTCM2_FORMS_API RTCM2_reader_s* RTCM2_open_reader(const char* form);
+ * released with RTCM2_form_reader_free. */
+RTCM2_FORMS_API RTCM2_form_reader_s* RTCM2_form_reader_new(const char* form);
 
 /* Releases a reader and all that it gave; null is allowed. */
-RTCM2_FORMS_API void RTCM2_close_reader(RTCM2_reader_s* reader);
+RTCM2_FORMS_API void RTCM2_form_reader_free(RTCM2_form_reader_s* reader);
 
-/* Gives the next bytes of the input, which must stay as they are until RTCM2_next has returned 0.
- * Returns 1; or 0, and takes nothing, when bytes given before are not used up or the input has been
- * ended. */
-RTCM2_FORMS_API int32_t RTCM2_push(RTCM2_reader_s* reader, const uint8_t* bytes, size_t size);
+/* Gives the next bytes of the input, which must stay as they are until RTCM2_form_reader_next has
+ * returned 0. Returns 1; or 0, and takes nothing, when bytes given before are not used up or the
+ * input has been ended. */
+RTCM2_FORMS_API int32_t RTCM2_form_reader_push(RTCM2_form_reader_s* reader, const uint8_t* bytes,
+                                               size_t size);
 
-/* Says that no more bytes will come. RTCM2_next then gives what was waiting for them. */
-RTCM2_FORMS_API void RTCM2_end_input(RTCM2_reader_s* reader);
+/* Says that no more bytes will come. RTCM2_form_reader_next then gives what was waiting for them.
+ */
+RTCM2_FORMS_API void RTCM2_form_reader_finish(RTCM2_form_reader_s* reader);
 
 /* The next finding into `found`. Returns 1; or 0, and leaves `found` as it is, when the bytes given
  * so far are used up. Returns -1 when there is no memory; the reader is then good for nothing but
  * being closed. */
-RTCM2_FORMS_API int32_t RTCM2_next(RTCM2_reader_s* reader, RTCM2_found_s* found);
+RTCM2_FORMS_API int32_t RTCM2_form_reader_next(RTCM2_form_reader_s* reader, RTCM2_found_s* found);
 
 /* Why the input cannot be read, for people: its form could not be told, and what was seen instead.
  * "" where all is well, or not known yet. Valid until the reader is called again. Once there is a
  * text nothing will be found any more, so that the rest of the input need not be given. */
-RTCM2_FORMS_API const char* RTCM2_problem(RTCM2_reader_s* reader);
+RTCM2_FORMS_API const char* RTCM2_form_reader_problem(RTCM2_form_reader_s* reader);
 
-RTCM2_FORMS_API void RTCM2_counters(const RTCM2_reader_s* reader, RTCM2_counters_s* counters);
+RTCM2_FORMS_API void RTCM2_form_reader_counters(const RTCM2_form_reader_s* reader,
+                                                RTCM2_form_counters_s* counters);
 
 /* A writer for one output in this form, from its first byte on. Null where there is no such form
- * (nor is "auto" one) or no memory. To be released with RTCM2_close_writer. */
-RTCM2_FORMS_API RTCM2_writer_s* RTCM2_open_writer(const char* form);
+ * (nor is "auto" one) or no memory. To be released with RTCM2_form_writer_free. */
+RTCM2_FORMS_API RTCM2_form_writer_s* RTCM2_form_writer_new(const char* form);
 
 /* Releases a writer and all that it gave; null is allowed. */
-RTCM2_FORMS_API void RTCM2_close_writer(RTCM2_writer_s* writer);
+RTCM2_FORMS_API void RTCM2_form_writer_free(RTCM2_form_writer_s* writer);
 
 /* The bytes of a packed message in the writer's form, to be written behind those of the messages
  * before: parity goes on from one to the next. Sets `written` to their number. They are valid until
  * the writer is called again. Null, with `written` 0, for what does not begin with the preamble or
  * has not the words that its header declares, which no reader would find again, and where there is
  * no memory; the writer can go on. */
-RTCM2_FORMS_API const uint8_t* RTCM2_write(RTCM2_writer_s* writer, const uint8_t* packed,
-                                           size_t packed_size, size_t* written);
+RTCM2_FORMS_API const uint8_t* RTCM2_form_writer_write(RTCM2_form_writer_s* writer,
+                                                       const uint8_t* packed, size_t packed_size,
+                                                       size_t* written);
 
 #ifdef __cplusplus
 }

@@ -1,5 +1,5 @@
-// Forms other than the stream: found out or given, whole and cut into arbitrary reads; where the
-// frames of a form without a framer may stand; and that what is written is read.
+// Every form of input, given or found out, whole and cut into arbitrary reads; where frames may
+// stand; and that what is written is read.
 #include "fuzz.h"
 
 #include "support/ReadFrames.h"
@@ -8,29 +8,50 @@ using namespace fuzz;
 
 namespace {
 
-constexpr InputForm forms[] = {InputForm::automatic, InputForm::packed, InputForm::hex,
-                               InputForm::words};
+constexpr InputForm forms[] = {InputForm::stream, InputForm::automatic, InputForm::packed,
+                               InputForm::hex, InputForm::words};
 
-// Messages one after another, and so what is none; no message goes back behind the one before.
-void demandOrder(const FoundInput& found, std::size_t size)
+void demandSound(const FoundInput& found, std::size_t size)
+{
+    promise(5, found.counters.bytesRead == size, "not all bytes are read");
+    promise(5, found.counters.bytesSkipped <= size, "more bytes skipped than given");
+    for (const FoundFrame& frame : found.frames) {
+        promise(1, frame.begin <= frame.end && frame.end <= size, "a frame outside the input");
+        promise(4,
+                frame.kind != framing::Frame::Kind::message || framing::isWholeMessage(frame.bytes),
+                "accepted, but no whole message");
+    }
+}
+
+// Of a form that is no stream: messages behind each other, and so is what is none.
+void demandOrder(const FoundInput& found)
 {
     std::uint64_t begins[2] = {0, 0};
     std::uint64_t end = 0;
     for (const FoundFrame& frame : found.frames) {
         const bool isMessage = frame.kind == framing::Frame::Kind::message;
-        promise(1, frame.begin < frame.end && frame.end <= size, "a frame outside the input");
         promise(5, frame.begin >= begins[isMessage ? 1 : 0], "a frame before one told earlier");
         promise(5, !isMessage || frame.end > end, "a message that ends inside another");
-        promise(4, !isMessage || framing::isWholeMessage(frame.bytes), "no whole message");
         begins[isMessage ? 1 : 0] = frame.begin;
         end = isMessage ? frame.end : end;
     }
 }
 
+// What was found and is written in a form without a framer is found again, all of it.
+void demandAgain(InputForm form, const std::vector<::Bytes>& messages)
+{
+    ::Bytes written;
+    const auto writer = makeWriter(form);
+    for (const ::Bytes& message : messages) {
+        promise(4, writer->append(message, written), "found, but not written");
+    }
+    promise(4, readInput(form, written).messages() == messages, "written, but not read");
+}
+
 void demandSame(const FoundInput& whole, const FoundInput& cut)
 {
     promise(5,
-            whole.frames == cut.frames &&
+            whole.frames == cut.frames && whole.counters.bytesRead == cut.counters.bytesRead &&
                 whole.counters.bytesSkipped == cut.counters.bytesSkipped &&
                 std::strcmp(whole.counters.form, cut.counters.form) == 0,
             "other findings when cut into other reads");
@@ -44,24 +65,19 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     {
         Taker input({data, size});
         const InputForm form = forms[input.byte() % std::size(forms)];
+        std::minstd_rand random(input.byte() + 1U);
         const ::Bytes bytes(input.rest().begin(), input.rest().end());
-        const FoundInput found = readInput(form, bytes);
-        promise(5, found.counters.bytesRead == bytes.size(), "not all bytes are read");
-        if (std::strcmp(found.counters.form, "stream") != 0) {
-            demandOrder(found, bytes.size());
-        }
-        demandSame(found, readInput(form, bytes, [] { return std::size_t{1}; }));
-        demandSame(found, readInput(form, bytes, [] { return std::size_t{13}; }));
 
-        ::Bytes written;
-        const auto writer = makeWriter(form);
-        for (const ::Bytes& message : found.messages()) {
-            promise(4, writer->append(message, written), "found, but not written");
+        const FoundInput whole = readInput(form, bytes);
+        demandSound(whole, bytes.size());
+        if (std::strcmp(whole.counters.form, "stream") != 0) {
+            demandOrder(whole);
         }
-        promise(4,
-                form == InputForm::automatic ||
-                    readInput(form, written).messages() == found.messages(),
-                "written, not read");
+        demandSame(whole, readInput(form, bytes, [] { return std::size_t{1}; }));
+        demandSame(whole, readInput(form, bytes, [&] { return 1 + random() % 97; }));
+        if (form != InputForm::stream && form != InputForm::automatic) {
+            demandAgain(form, whole.messages());
+        }
     }
     promise(6, heapInUse() == before, "memory is not returned");
     return 0;

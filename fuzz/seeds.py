@@ -22,7 +22,7 @@ Station_Health contains "udre" or ECEF_X = 12
 OPERATORS = "( ) . == != <= >= < > ~ contains and or not present && || ! \" ' \\ 0x1f 1e3 -".split()
 JSON_WORDS = ['"kind":', '"fields":', '"fill":', '"hex":', '{"', '":', '},{', '[', ']', '\\u0000',
               'null', 'true', '-1', '1e308', '18446744073709551615', '0.5', '\\n{']
-FORMS = ["stream", "auto", "packed", "hex", "words"]    # in the order of framing.cpp
+FORMS = ["stream", "auto", "packed", "hex", "words"]    # in the order of forms.cpp
 
 
 def run(program, *arguments):
@@ -63,16 +63,13 @@ def main():
     write(output / "extractor", [bytes([mode]) + unit for mode in (0x03, 0xF0, 0x30)
                                  for unit in units])
     damaged = (samples / "damaged.rtcm2").read_bytes()
-    write(output / "framing",
+    write(output / "forms",
           [bytes([FORMS.index(form), 1]) + content for form, content in forms.items()] +
           [bytes([FORMS.index("auto"), 2]) + content for content in forms.values()] +
           [bytes([0, 3]) + damaged])
     streams = [forms["stream"], damaged, (samples / "demo.rtcm2").read_bytes()[:900]]
     changes = [bytes([0])] + [bytes([3, kind, 1, 40, 35, kind, 0, 90, 200, 3, 0, 155, 0]) for kind in range(5)]
     write(output / "framer", [bytes([200]) + change + stream for change in changes for stream in streams])
-    given = {"packed": 1, "hex": 2, "words": 3}    # as in forms.cpp, where 0 finds it out
-    write(output / "forms", [bytes([number]) + content for form, content in forms.items()
-                             for number in {0, given.get(form, 0)}])
     lines = (samples / "source" / "all-types.ndjson").read_bytes().splitlines(keepends=True)
     lines += run(program, "export", "--hex", str(samples / "all-types.rtcm2")).splitlines(True)[:3]
     write(output / "json", lines + [b"[" + b",\n".join(lines[:3]) + b"]\n"])

@@ -53,15 +53,16 @@ std::vector<Bytes> messages(unsigned count, unsigned seed = 1)
 // Leaves out what the writer refuses.
 Bytes writtenAs(const char* form, const std::vector<Bytes>& messages)
 {
-    RTCM2_writer_s* const writer = RTCM2_open_writer(form);
+    RTCM2_form_writer_s* const writer = RTCM2_form_writer_new(form);
     Bytes out;
     for (const Bytes& message : messages) {
         std::size_t size = 0;
-        const std::uint8_t* bytes = RTCM2_write(writer, message.data(), message.size(), &size);
+        const std::uint8_t* bytes =
+            RTCM2_form_writer_write(writer, message.data(), message.size(), &size);
         EXPECT_EQ(bytes == nullptr, size == 0);
         out.insert(out.end(), bytes, bytes + size);
     }
-    RTCM2_close_writer(writer);
+    RTCM2_form_writer_free(writer);
     return out;
 }
 
@@ -81,13 +82,13 @@ struct Reading {
     Bytes recorded;
     std::string frames;    // "begin-end" of each and what is wrong with it
     std::string problem;
-    RTCM2_counters_s counters{};
+    RTCM2_form_counters_s counters{};
 };
 
-void takeAll(RTCM2_reader_s* reader, Reading& reading)
+void takeAll(RTCM2_form_reader_s* reader, Reading& reading)
 {
     RTCM2_found_s found{};
-    while (RTCM2_next(reader, &found) == 1) {
+    while (RTCM2_form_reader_next(reader, &found) == 1) {
         if (found.kind == RTCM2_FOUND_MESSAGE) {
             reading.messages.emplace_back(found.packed, found.packed + found.packed_size);
         }
@@ -101,23 +102,24 @@ void takeAll(RTCM2_reader_s* reader, Reading& reading)
 
 Reading readAs(const char* form, const Bytes& input, std::size_t pieceSize = 1 << 30)
 {
-    RTCM2_reader_s* const reader = RTCM2_open_reader(form);
+    RTCM2_form_reader_s* const reader = RTCM2_form_reader_new(form);
     Reading reading;
     for (std::size_t at = 0; at < input.size(); at += pieceSize) {
         // A block of the exact size, so that a sanitizer sees any read beyond it.
         const auto from = input.begin() + static_cast<std::ptrdiff_t>(at);
         const Bytes piece(
             from, from + static_cast<std::ptrdiff_t>(std::min(pieceSize, input.size() - at)));
-        EXPECT_EQ(RTCM2_push(reader, piece.data(), piece.size()), 1);
-        EXPECT_EQ(RTCM2_push(reader, piece.data(), piece.size()), 0) << "not used up yet";
+        EXPECT_EQ(RTCM2_form_reader_push(reader, piece.data(), piece.size()), 1);
+        EXPECT_EQ(RTCM2_form_reader_push(reader, piece.data(), piece.size()), 0)
+            << "not used up yet";
         takeAll(reader, reading);
     }
-    RTCM2_end_input(reader);
-    EXPECT_EQ(RTCM2_push(reader, input.data(), input.size()), 0) << "after the end";
+    RTCM2_form_reader_finish(reader);
+    EXPECT_EQ(RTCM2_form_reader_push(reader, input.data(), input.size()), 0) << "after the end";
     takeAll(reader, reading);
-    reading.problem = RTCM2_problem(reader);
-    RTCM2_counters(reader, &reading.counters);
-    RTCM2_close_reader(reader);
+    reading.problem = RTCM2_form_reader_problem(reader);
+    RTCM2_form_reader_counters(reader, &reading.counters);
+    RTCM2_form_reader_free(reader);
     EXPECT_EQ(reading.counters.bytes_read, input.size());
     return reading;
 }
@@ -303,8 +305,8 @@ TEST(AutoInput, FindsTheForm)
 // ones whose form has to be found out, with the last byte of those that are needed.
 TEST(EveryForm, IsReadAsItWasWrittenAndAtOnce)
 {
-    EXPECT_EQ(RTCM2_open_reader("no such form"), nullptr);
-    EXPECT_EQ(RTCM2_open_writer("auto"), nullptr);
+    EXPECT_EQ(RTCM2_form_reader_new("no such form"), nullptr);
+    EXPECT_EQ(RTCM2_form_writer_new("auto"), nullptr);
     const std::vector<Bytes> sent = messages(400);
     const std::vector<Bytes> refused = {cut(sent[0], 32), sent[0] + text("abc"), {}, text("abc")};
     for (const char* const form : {"stream", "packed", "hex", "words"}) {
@@ -318,13 +320,13 @@ TEST(EveryForm, IsReadAsItWasWrittenAndAtOnce)
             EXPECT_STREQ(reading.counters.form, form);
             const unsigned needed = *form == 'p' && readForm != form ? 4 : 1;
             const std::size_t size = writtenAs(form, messages(needed)).size();
-            RTCM2_reader_s* const reader = RTCM2_open_reader(readForm);
+            RTCM2_form_reader_s* const reader = RTCM2_form_reader_new(readForm);
             RTCM2_found_s found{};
             for (std::size_t at = 0; at < size; ++at) {
-                RTCM2_push(reader, &input[at], 1);
-                ASSERT_EQ(RTCM2_next(reader, &found), at + 1 == size ? 1 : 0) << at;
+                RTCM2_form_reader_push(reader, &input[at], 1);
+                ASSERT_EQ(RTCM2_form_reader_next(reader, &found), at + 1 == size ? 1 : 0) << at;
             }
-            RTCM2_close_reader(reader);
+            RTCM2_form_reader_free(reader);
         }
     }
 }

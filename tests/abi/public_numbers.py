@@ -5,13 +5,14 @@ import subprocess
 import tempfile
 from pathlib import Path
 
-HEADERS = ["RTCM2.h", "RTCM2_format.h", "RTCM2_framing.h", "quarn.h", "quarn_platform.h"]
+HEADERS = ["RTCM2.h", "RTCM2_format.h", "RTCM2_framing.h", "RTCM2_forms.h", "quarn.h", "quarn_platform.h"]
 
 
 def header_folders(build, root, rendered=None):
     """Where the headers lie: those that a build rendered and configured, and those of the sources."""
     return [Path(rendered or build / "rendered") / "codec", Path(build) / "codec", Path(root) / "codec",
-            Path(root) / "framing", Path(root) / "fw/fw/gen/misc/quarn/src"]
+            Path(root) / "framing", Path(root) / "forms",
+            Path(root) / "fw/fw/gen/misc/quarn/src"]
 
 
 def _read(folders):
@@ -38,7 +39,7 @@ def public_numbers(folders):
     owners = _expressions(_read(folders))
     lines = [f'printf("%lld\\n", (long long)({e}));' for names in owners.values() for e in names.values()]
     program = "\n".join(['#include "quarn.h"', '#include "RTCM2_format.h"', '#include "RTCM2_framing.h"',
-                         "#include <stddef.h>",
+                         '#include "RTCM2_forms.h"', "#include <stddef.h>",
                          "#include <stdio.h>", "int main(void) {", *lines, "return 0; }"])
     with tempfile.TemporaryDirectory() as folder:
         path = Path(folder) / "numbers"
