@@ -50,9 +50,8 @@ extern "C" {
 
 /* What a reader found. */
 typedef enum RTCM2_found_enum {
-    RTCM2_FOUND_MESSAGE = 1, /* a whole message; where the form has parity, all of it is good */
-    RTCM2_FOUND_DAMAGED =
-        2, /* a word with bad parity, or something else where a message had to be */
+    RTCM2_FOUND_MESSAGE = 1,  /* a whole message; where the form has parity, all of it is good */
+    RTCM2_FOUND_DAMAGED = 2,  /* bad parity, or something else where a message had to begin */
     RTCM2_FOUND_TRUNCATED = 3 /* the input ended inside a message */
 } RTCM2_found_enum;
 
