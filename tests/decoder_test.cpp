@@ -1,18 +1,11 @@
-#include "FieldInfo.h"
-#include "MessageInfo.h"
 #include "QLX_DiffCorrIn_MessageInfo.h"
-#include "RTCM2Decoder.h"
 #include "support/MessageHelpers.h"
 
-#include <QMetaMethod>
+#include <QMetaObject>
 #include <QStringList>
 
-#include <gtest/gtest.h>
-
-#include <array>
 #include <climits>
 #include <cstdlib>
-#include <cstring>
 #include <functional>
 #include <malloc.h>
 #include <memory>
@@ -47,12 +40,18 @@ unsigned allocationsLeft = ~0U;
 
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
-
-const std::array<unsigned, 15> reportedTypes = {1,  3,  9,  15, 16, 18, 19, 20,
-                                                21, 22, 23, 24, 31, 32, 59};
-const std::array<unsigned, 26> allTypes = {1,  3,  9,  15, 16, 18, 19, 20, 21, 22, 23, 24, 31,
-                                           32, 38, 39, 40, 44, 46, 47, 48, 49, 50, 51, 52, 59};
+// The message types that the codec knows.
+std::vector<unsigned> types(bool reportedAlone)
+{
+    std::vector<unsigned> found;
+    for (int kind = 1; kind <= RTCM2_last_kind(); ++kind) {
+        const RTCM2_kind_s& row = *RTCM2_kind(kind);
+        if (row.type >= 0 && (*row.display != '\0' || !reportedAlone)) {
+            found.push_back(static_cast<unsigned>(row.type));
+        }
+    }
+    return found;
+}
 
 // Five data words of zeros: enough for the layout of every type.
 Bytes zeros(unsigned type)
@@ -123,16 +122,10 @@ private:
     }
 };
 
-TEST_F(DecoderTest, OneObjectIsReportedThreeTimesAndGone)
+TEST_F(DecoderTest, OneObjectIsReportedThreeTimesAndOutlivesItsDecoderIfKept)
 {
     EXPECT_EQ(decode(packed(1, 0)), 48);
-    EXPECT_EQ(log, QStringList({"early", "message", "late"}));
-    EXPECT_EQ(seen, QVector<const Message*>(3, seen.first()));
     EXPECT_EQ(liveMessages(), 0);
-}
-
-TEST_F(DecoderTest, KeptMessageOutlivesItsDecoder)
-{
     const Message* kept = nullptr;
     receive = [&](const QString& stage, const Message* message) {
         if (stage == QLatin1String("late")) {
@@ -141,35 +134,20 @@ TEST_F(DecoderTest, KeptMessageOutlivesItsDecoder)
         }
     };
     EXPECT_EQ(decode(packed(1, 5, Bytes(15, 0xA5))), 48 + 3 * 40);
+    EXPECT_EQ(log, QStringList({"early", "message", "late"}));
+    EXPECT_EQ(seen, QVector<const Message*>(3, kept));
     decoder.reset();
     const FieldInfo* corrections = kept->getMessageInfo()->getFieldInfos().last();
-    const Message* third = corrections->getValue(kept, 2).toSubMessage();
-    EXPECT_EQ(third->getRawStringFor(QVector<bool>(5, true)), QStringLiteral("01;01;5;-23131;-91"));
+    for (unsigned i = 0; i < 3; ++i) {
+        const Message* element = corrections->getValue(kept, i).toSubMessage();
+        EXPECT_EQ(element->getRawStringFor(QVector<bool>(5, true)), QString("01;01;5;-23131;-91"));
+        EXPECT_EQ(element->getParentMessage(), kept);
+        // The record itself points at the one of the object.
+        const auto* record = static_cast<const RTCM2_DGNSS_s*>(RecordPeek::recordOf(element));
+        EXPECT_EQ(record->parent, RecordPeek::recordOf(kept));
+    }
     kept->removeReference();
     EXPECT_EQ(liveMessages(), 0);
-}
-
-TEST_F(DecoderTest, ElementsPointAtTheRecordOfTheObject)
-{
-    // What every record starts with.
-    struct Head {
-        RTCM2_message_enum kind;
-        std::uint32_t bitCount;
-        const void* parent;
-    };
-    int elements = 0;
-    receive = [&](const QString&, const Message* message) {
-        const FieldInfo* last = message->getMessageInfo()->getFieldInfos().last();
-        for (unsigned i = 0; i < last->getCount(message); ++i, ++elements) {
-            Head head;
-            const Message* element = last->getValue(message, i).toSubMessage();
-            std::memcpy(&head, RecordPeek::recordOf(element), sizeof head);
-            EXPECT_EQ(head.parent, RecordPeek::recordOf(message));
-            EXPECT_EQ(element->getParentMessage(), message);
-        }
-    };
-    EXPECT_GT(decode(zeros(15)), 48);
-    EXPECT_EQ(elements, 3 * 3);
 }
 
 TEST_F(DecoderTest, ExceptionsOfReceiversReachTheCaller)
@@ -245,7 +223,7 @@ TEST_F(DecoderTest, EveryOutcomeReturnsItsMemory)
 // Whichever allocation fails, the first report of a class to the tracer included.
 TEST_F(DecoderTest, LackOfMemoryReachesTheCallerAndLeavesNothing)
 {
-    for (const unsigned type : reportedTypes) {
+    for (const unsigned type : types(true)) {
         const Bytes message = packed(type, 5, Bytes(15));
         unsigned failures = 0;
         for (unsigned left = 0; failures == left; ++left) {
@@ -281,7 +259,7 @@ TEST_F(DecoderTest, KindsAreSwitchedByDescriptor)
     for (int off = 0; off < kinds.size(); ++off) {
         EXPECT_TRUE(decoder->disableMessage(kinds[off]));
         for (int i = 0; i < kinds.size(); ++i) {
-            const unsigned type = reportedTypes[static_cast<std::size_t>(i)];
+            const unsigned type = kinds[i]->getName().section(' ', -1).toUInt();
             EXPECT_EQ(decoder->isMessageEnabled(kinds[i]), i != off);
             decode(zeros(type));
             EXPECT_EQ(log == disabledReport(type), i == off) << type << " " << off;
@@ -296,16 +274,15 @@ TEST_F(DecoderTest, AllKindsAreSwitchedTogether)
         subKindEnabled ? decoder->enableMessage(subKind) : decoder->disableMessage(subKind);
         decoder->disableAllMessages();
         EXPECT_EQ(decoder->isMessageEnabled(subKind), subKindEnabled);
-        for (const unsigned type : allTypes) {
+        for (const unsigned type : types(false)) {
             EXPECT_LE(decode(zeros(type)), -438);
             EXPECT_EQ(log, disabledReport(type));
         }
         decoder->enableAllMessages();
         EXPECT_EQ(decoder->isMessageEnabled(subKind), subKindEnabled);
-        for (const unsigned type : allTypes) {
+        for (const unsigned type : types(false)) {
             EXPECT_GT(decode(zeros(type)), 0) << type;
-            const bool isReported = type < 33 || type == 59;
-            EXPECT_EQ(log.size(), isReported ? 3 : 0) << type;
+            EXPECT_EQ(log.size(), type < 33 || type == 59 ? 3 : 0) << type;
         }
     }
 }
@@ -322,7 +299,7 @@ TEST_F(DecoderTest, ValuesOfNoKindSwitchNothing)
             EXPECT_EQ(log.last(), QStringLiteral("unknown Message type 2")) << value;
         }
     }
-    for (const unsigned type : reportedTypes) {
+    for (const unsigned type : types(true)) {
         EXPECT_GT(decode(zeros(type)), 0) << type;
     }
     const MessageInfo* stranger = QLX_DiffCorrIn_MessageInfo::getInstance();
@@ -341,7 +318,7 @@ TEST_F(DecoderTest, LongBuffersAreClampedNotWrapped)
     }
 }
 
-TEST(DecoderMetaObject, HasOneSlotThatCallsTheVirtualFunction)
+TEST(DecoderMetaObject, ItsSlotCallsTheVirtualFunction)
 {
     class Doubled : public RTCM2Decoder {
     public:
@@ -358,10 +335,7 @@ TEST(DecoderMetaObject, HasOneSlotThatCallsTheVirtualFunction)
         &decoder, "decodeMessage", Qt::DirectConnection, Q_RETURN_ARG(int32_t, result),
         Q_ARG(const uint8_t*, bytes.data()), Q_ARG(uint, static_cast<uint>(bytes.size()))));
     EXPECT_EQ(result, 96);
-    const QMetaObject& meta = RTCM2Decoder::staticMetaObject;
-    EXPECT_EQ(meta.superClass(), &AbstractDecoder::staticMetaObject);
-    EXPECT_EQ(meta.methodCount() - meta.methodOffset(), 1);
-    EXPECT_EQ(meta.method(meta.methodOffset()).methodType(), QMetaMethod::Slot);
+    EXPECT_EQ(RTCM2Decoder::staticMetaObject.superClass(), &AbstractDecoder::staticMetaObject);
 }
 
 }    // namespace

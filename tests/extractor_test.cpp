@@ -1,19 +1,11 @@
 // From a receiver's recorded words to the decoder.
 #include "QLX_DiffCorrIn_RTCM2Extractor.h"
 
-#include "AbstractDecoder.h"
-#include "MessageInfo.h"
 #include "plugin/DecoderDriver.h"
 #include "plugin/Plugin.h"
 #include "support/MessageHelpers.h"
 
-#include <gtest/gtest.h>
-
 namespace {
-
-using Bytes = std::vector<std::uint8_t>;
-
-constexpr unsigned relabellingMode = 3;
 
 QByteArray array(const Bytes& bytes)
 {
@@ -28,18 +20,9 @@ Bytes unit(std::uint32_t value)
 }
 
 // The first unit of a message, with parity bits and the two bits above the data set.
-std::uint32_t headerUnit(unsigned type, unsigned station)
+Bytes headerUnit(unsigned type, unsigned station)
 {
-    return 0xC000003FU | 0x66U << 22 | type << 16 | station << 6;
-}
-
-// A message of a type and station with two data words, as a receiver records it.
-Bytes recorded(unsigned type, unsigned station)
-{
-    Bytes bytes = unit(headerUnit(type, station));
-    const Bytes rest = {0, 0x04, 0x8D, 0x04, 0, 0, 0, 0x10, 0x80, 0xAA, 0x2A, 0};
-    bytes.insert(bytes.end(), rest.begin(), rest.end());
-    return bytes;
+    return unit(0xC000003FU | 0x66U << 22 | type << 16 | station << 6);
 }
 
 // Shows what is done to the payload.
@@ -90,46 +73,45 @@ TEST(Extractor, RelabelsInOneModeOnly)
         {3, 1, 63, 1},   {3, 1, 64, 44},      {3, 1, 73, 44}, {3, 1, 74, 1}, {3, 2, 70, 2},
         {3, 33, 70, 33}, {3, 1, 70 + 128, 1}, {0, 1, 70, 1},  {2, 1, 70, 1}, {131, 1, 70, 1},
     };
-    for (const auto& test : cases) {
-        Peek extractor(test.mode);
-        const unsigned station = test.station;
-        const Bytes expected = {0x66,
-                                static_cast<std::uint8_t>(test.relabelled << 2 | station >> 8),
+    for (const auto& [mode, type, station, relabelled] : cases) {
+        const Bytes expected = {0x66, static_cast<std::uint8_t>(relabelled << 2 | station >> 8),
                                 static_cast<std::uint8_t>(station)};
-        EXPECT_EQ(extractor.preprocess(unit(headerUnit(test.type, station))), expected)
-            << "mode " << int{test.mode} << ", type " << test.type << ", station " << station;
+        EXPECT_EQ(Peek(mode).preprocess(headerUnit(type, station)), expected)
+            << "mode " << int{mode} << ", type " << type << ", station " << station;
     }
 }
 
 // All the way: what the driver makes of recorded messages.
-TEST(Extractor, RelabelledMessagesAreDecodedAndReportedToNobody)
+TEST(Extractor, FeedsTheDecoderWithEachBlock)
 {
-    const int before = liveMessages();
+    const struct {
+        bool enabled;
+        unsigned station;
+        unsigned char mode;
+        Outcome::Kind outcome;
+    } cases[] = {{true, 70, 3, Outcome::Kind::unreported},
+                 {true, 70, 0, Outcome::Kind::message},
+                 {true, 74, 3, Outcome::Kind::message},
+                 {false, 74, 3, Outcome::Kind::switchedOff}};
     {
         const auto decoder = plugin::makeDecoder();
         DecoderDriver driver(*decoder, plugin::isSwitchedOff, plugin::makeExtractor);
-        int signalCount = 0;
-        const auto count = [&signalCount] { ++signalCount; };
-        QObject::connect(decoder.get(), &MessageSource::newMessage, count);
-        QObject::connect(decoder.get(), &MessageSource::newEvent, count);
-
-        Outcome outcome = driver.extract(recorded(1, 70), relabellingMode);
-        EXPECT_EQ(outcome.kind, Outcome::Kind::unreported);
-        EXPECT_GT(outcome.result, 0);
-        EXPECT_EQ(outcome.message.get(), nullptr);
-        EXPECT_EQ(signalCount, 0);
-
-        outcome = driver.extract(recorded(1, 70), 0);
-        EXPECT_EQ(outcome.kind, Outcome::Kind::message);
-        ASSERT_NE(outcome.message.get(), nullptr);
-        EXPECT_EQ(outcome.message.get()->getMessageInfo()->getName(), "Message Type 1");
-
-        decoder->disableAllMessages();
-        outcome = driver.extract(recorded(1, 74), relabellingMode);
-        EXPECT_EQ(outcome.kind, Outcome::Kind::switchedOff);
-        EXPECT_EQ(outcome.message.get(), nullptr);
+        int reports = 0;
+        QObject::connect(decoder.get(), &MessageSource::newMessage, [&] { ++reports; });
+        for (const auto& [enabled, station, mode, expected] : cases) {
+            Bytes bytes = headerUnit(1, station);
+            bytes.insert(bytes.end(), {0, 0x04, 0x8D, 0x04, 0, 0, 0, 0x10, 0x80, 0xAA, 0x2A, 0});
+            enabled ? decoder->enableAllMessages() : decoder->disableAllMessages();
+            reports = 0;
+            const Outcome outcome = driver.extract(bytes, mode);
+            EXPECT_EQ(outcome.kind, expected);
+            EXPECT_EQ(outcome.result > 0, enabled);
+            EXPECT_EQ(outcome.message.get() != nullptr, expected == Outcome::Kind::message);
+            EXPECT_EQ(reports, outcome.message.get() != nullptr);
+        }
     }
-    EXPECT_EQ(liveMessages(), before);
+    EXPECT_EQ(liveMessages(), 0);
+    EXPECT_EQ(MemLeakTracer::liveObjects(QStringLiteral("QLX_DiffCorrIn_RTCM2Extractor")), 0);
 }
 
 }    // namespace
