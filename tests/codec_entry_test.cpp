@@ -85,12 +85,6 @@ TEST_F(CodecEntry, BufferWithoutTypeChangesNothing)
     EXPECT_EQ(bytesOf(message), before);
 }
 
-TEST_F(CodecEntry, LongestBufferDecodes)
-{
-    EXPECT_EQ(decode(packedMessage(1, 31, 65535)), 48 + 18 * 40);
-    RTCM2_free_Message_Type_1_children(&message.Message_Type_1);
-}
-
 TEST(CodecNames, ErrorsAndKindsHaveTheirNumbers)
 {
     const std::pair<std::int32_t, const char*> errors[] = {

@@ -14,47 +14,15 @@ using Paths = std::set<std::string>;
 
 constexpr std::uint32_t shift = 3;    // bits before every message
 
-// Where a value is.
-struct Spot {
-    // As in Fields.
-    std::string path(const RTCM2_member_s& of) const
-    {
-        return prefix + of.name + (of.role == RTCM2_ROLE_RUN ? "." + std::to_string(index) : "");
-    }
-    std::int64_t integer(const RTCM2_member_s& of) const
-    {
-        std::int64_t value = INT64_MIN;
-        double real = 0;
-        const std::uint32_t at = &of == &member ? index : 0;
-        EXPECT_EQ(RTCM2_read_integer(record, &of, at, &value), RTCM2_ACCESS_DONE) << path(of);
-        EXPECT_EQ(RTCM2_read_real(record, &of, at, &real), RTCM2_ACCESS_DONE) << path(of);
-        EXPECT_EQ(real, static_cast<double>(value)) << path(of);
-        return value;
-    }
-
-    void* record;
-    const RTCM2_kind_s& kind;
-    const RTCM2_member_s& member;
-    std::uint32_t index;
-    std::uint32_t element;    // of which this is a member
-    std::string prefix;
-};
-
-// Visits the values of a record one by one, and those of its elements.
-template <class Visit>
-void forEachValue(void* record, const RTCM2_kind_s& kind, Visit visit, std::uint32_t element = 0,
-                  const std::string& prefix = "")
+std::int64_t integerAt(const Spot& at, const RTCM2_member_s& member)
 {
-    for (const RTCM2_member_s& member : rtcm2::membersOf(kind)) {
-        for (std::uint32_t i = 0; i < RTCM2_count(record, &member); ++i) {
-            if (member.role == RTCM2_ROLE_ARRAY) {
-                forEachValue(RTCM2_element(record, &member, i), *member.elements, visit, i,
-                             prefix + member.name + "." + std::to_string(i) + ".");
-            } else {
-                visit(Spot{record, kind, member, i, element, prefix});
-            }
-        }
-    }
+    std::int64_t value = INT64_MIN;
+    double real = 0;
+    const std::uint32_t index = &member == &at.member ? at.index : 0;
+    EXPECT_EQ(RTCM2_read_integer(at.record, &member, index, &value), 0) << at.path(member);
+    EXPECT_EQ(RTCM2_read_real(at.record, &member, index, &real), 0) << at.path(member);
+    EXPECT_EQ(real, static_cast<double>(value)) << at.path(member);
+    return value;
 }
 
 // The least values, the greatest, and others, with words for short and long texts.
@@ -198,7 +166,7 @@ TEST(CodecFormat, LocatedBitsAreThoseOfTheValueAndNoOther)
                 return;
             }
             const std::uint64_t there = slow::read(bytes, shift + first, bits);
-            EXPECT_EQ(there, at.integer(at.member) & quarn::lowMask(bits));
+            EXPECT_EQ(there, integerAt(at, at.member) & quarn::lowMask(bits));
             if (const Paths changed = changedBy(at); !changed.empty()) {
                 Bytes flipped = bytes;
                 slow::write(flipped, shift + first, bits, ~there);
@@ -221,7 +189,7 @@ TEST(CodecFormat, SlicesFoldIntoTheWhole)
         const RTCM2_member_s* const whole = at.member.of;
         for (int i = at.member.role == RTCM2_ROLE_SLICE ? 4 : 0; i > 0; --i) {
             const auto mask = static_cast<std::int64_t>(quarn::lowMask(at.member.bits));
-            const std::int64_t flipped = at.integer(*whole) ^ mask << at.member.low;
+            const std::int64_t flipped = integerAt(at, *whole) ^ mask << at.member.low;
             const std::int64_t part = flipped >> at.member.low & mask;
             if (i % 2 == 0) {
                 EXPECT_EQ(RTCM2_write_integer(at.record, &at.member, 0, part), 0);
@@ -229,8 +197,8 @@ TEST(CodecFormat, SlicesFoldIntoTheWhole)
                 rtcm2::putInteger(rtcm2::placeOf(at.record, at.member), at.member.size, part);
                 EXPECT_EQ(decoded(filled.kind, encoded(filled)).at(at.path(*whole)), flipped);
             }
-            EXPECT_EQ(at.integer(*whole), flipped);
-            EXPECT_EQ(at.integer(at.member), part);
+            EXPECT_EQ(integerAt(at, *whole), flipped);
+            EXPECT_EQ(integerAt(at, at.member), part);
         }
     });
 }
@@ -248,7 +216,7 @@ TEST(CodecFormat, TextsStandForCodedValues)
                                        static_cast<std::uint32_t>(size));
             };
             EXPECT_EQ(RTCM2_write_text(at.record, &at.member, at.index, text.c_str()), 0);
-            EXPECT_EQ(at.integer(at.member), at.member.texts[i].value) << text;
+            EXPECT_EQ(integerAt(at, at.member), at.member.texts[i].value) << text;
             EXPECT_EQ(read(text.size()), RTCM2_ACCESS_RANGE);
             EXPECT_EQ(room[0], '!');
             EXPECT_EQ(read(text.size() + 1), RTCM2_ACCESS_DONE);
@@ -319,15 +287,13 @@ TEST(CodecFormat, AnswersSayWhyAndRefusalsChangeNothing)
 TEST(CodecFormat, RealNumbersAreWrittenWhenTheyAreIntegersThatFit)
 {
     TestMessage message(21);
-    void* const element = RTCM2_append_element(&message.message);
+    void* const record = &message.message;
+    void* const element = RTCM2_append_element(record);
     const RTCM2_member_s* const factor = RTCM2_find_member(message.kind.array->elements, "PSF");
     for (const double value : {0.5, -1.0, 256.0, 0x1p63, 0x1p64, -1e300, HUGE_VAL, std::nan("")}) {
-        const auto write = [&](void* record, const RTCM2_member_s* member) {
-            return RTCM2_write_real(record, member, 0, value);
-        };
-        EXPECT_EQ(write(&message.message, &message.row("Preamble")), RTCM2_ACCESS_RANGE) << value;
-        EXPECT_EQ(write(&message.message, &message.row("Data")), RTCM2_ACCESS_TYPE) << value;
-        EXPECT_EQ(write(element, factor), RTCM2_ACCESS_DERIVED) << value;
+        EXPECT_EQ(RTCM2_write_real(record, &message.row("Preamble"), 0, value), RTCM2_ACCESS_RANGE);
+        EXPECT_EQ(RTCM2_write_real(record, &message.row("Data"), 0, value), RTCM2_ACCESS_TYPE);
+        EXPECT_EQ(RTCM2_write_real(element, factor, 0, value), RTCM2_ACCESS_DERIVED);
     }
 }
 

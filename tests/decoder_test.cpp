@@ -1,4 +1,6 @@
 #include "QLX_DiffCorrIn_MessageInfo.h"
+#include "RTCM2_Message_Type_1_Message.h"
+#include "RTCM2_Message_Type_1_MessageInfo.h"
 #include "support/MessageHelpers.h"
 
 #include <QMetaObject>
@@ -71,12 +73,14 @@ protected:
     DecoderTest()
     {
         using Source = MessageSource;
-        QObject::connect(decoder.get(), &Source::newMessageEarly,
-                         [this](const Message* m) { note(QStringLiteral("early"), m); });
-        QObject::connect(decoder.get(), &Source::newMessage,
-                         [this](const Message* m) { note(QStringLiteral("message"), m); });
-        QObject::connect(decoder.get(), &Source::newMessageLate,
-                         [this](const Message* m) { note(QStringLiteral("late"), m); });
+        const std::pair<const char*, void (Source::*)(const Message*)> stages[] = {
+            {"early", &Source::newMessageEarly},
+            {"message", &Source::newMessage},
+            {"late", &Source::newMessageLate}};
+        for (const auto& [stage, signal] : stages) {
+            QObject::connect(decoder.get(), signal,
+                             [this, stage = QString(stage)](const Message* m) { note(stage, m); });
+        }
         QObject::connect(decoder.get(), &Source::newEvent, [this](const VorloEvent& event) {
             EXPECT_EQ(event.getFormatInfo(), RTCM2_FormatInfo::getInstance());
             log << QStringLiteral("event %1 %2").arg(event.getType()).arg(event.getText());
@@ -255,16 +259,16 @@ QStringList disabledReport(unsigned type)
 
 TEST_F(DecoderTest, KindsAreSwitchedByDescriptor)
 {
-    const auto& kinds = RTCM2_FormatInfo::getInstance()->getMessageInfos();
-    for (int off = 0; off < kinds.size(); ++off) {
-        EXPECT_TRUE(decoder->disableMessage(kinds[off]));
-        for (int i = 0; i < kinds.size(); ++i) {
-            const unsigned type = kinds[i]->getName().section(' ', -1).toUInt();
-            EXPECT_EQ(decoder->isMessageEnabled(kinds[i]), i != off);
+    const auto kinds = RTCM2_FormatInfo::getInstance()->getMessageInfos();
+    for (const MessageInfo* off : kinds) {
+        EXPECT_TRUE(decoder->disableMessage(off));
+        for (const MessageInfo* kind : kinds) {
+            const unsigned type = kind->getName().section(' ', -1).toUInt();
+            EXPECT_EQ(decoder->isMessageEnabled(kind), kind != off);
             decode(zeros(type));
-            EXPECT_EQ(log == disabledReport(type), i == off) << type << " " << off;
+            EXPECT_EQ(log == disabledReport(type), kind == off) << type;
         }
-        EXPECT_TRUE(decoder->enableMessage(kinds[off]));
+        EXPECT_TRUE(decoder->enableMessage(off));
     }
 }
 
@@ -318,24 +322,34 @@ TEST_F(DecoderTest, LongBuffersAreClampedNotWrapped)
     }
 }
 
-TEST(DecoderMetaObject, ItsSlotCallsTheVirtualFunction)
+TEST_F(DecoderTest, MayBeCalledAsASlot)
 {
-    class Doubled : public RTCM2Decoder {
-    public:
-        using RTCM2Decoder::RTCM2Decoder;
-        int32_t decodeMessage(const uint8_t* buffer, unsigned int size) override
-        {
-            return 2 * RTCM2Decoder::decodeMessage(buffer, size);
-        }
-    };
-    Doubled decoder(nullptr);
     const Bytes bytes = packed(1, 0);
     int32_t result = 0;
     EXPECT_TRUE(QMetaObject::invokeMethod(
-        &decoder, "decodeMessage", Qt::DirectConnection, Q_RETURN_ARG(int32_t, result),
+        decoder.get(), "decodeMessage", Qt::DirectConnection, Q_RETURN_ARG(int32_t, result),
         Q_ARG(const uint8_t*, bytes.data()), Q_ARG(uint, static_cast<uint>(bytes.size()))));
-    EXPECT_EQ(result, 96);
-    EXPECT_EQ(RTCM2Decoder::staticMetaObject.superClass(), &AbstractDecoder::staticMetaObject);
+    EXPECT_EQ(result, 48);
+}
+
+// Outside of the plug-in's library, in which they are made.
+TEST_F(DecoderTest, TypesAreKnownToPrograms)
+{
+    receive = [](const QString&, const Message* message) {
+        const MessageInfo* info = message->getMessageInfo();
+        const FieldInfo* last = info->getFieldInfos().last();
+        const auto* object = dynamic_cast<const RTCM2_Message_Type_1_Message*>(message);
+        ASSERT_NE(object, nullptr);
+        EXPECT_EQ(object->getNumberOfCorrections(), last->getCount(message));
+        EXPECT_EQ(dynamic_cast<const RTCM2_Message_Type_1_MessageInfo*>(info),
+                  RTCM2_Message_Type_1_MessageInfo::getInstance());
+        EXPECT_EQ(dynamic_cast<const RTCM2_Message_Type_1_Corrections_FieldInfo*>(last),
+                  RTCM2_Message_Type_1_Corrections_FieldInfo::getInstance());
+    };
+    decode(zeros(1));
+    EXPECT_EQ(log.size(), 3);
+    const AbstractDecoder* base = decoder.get();
+    EXPECT_EQ(qobject_cast<const RTCM2Decoder*>(static_cast<const QObject*>(base)), decoder.get());
 }
 
 }    // namespace

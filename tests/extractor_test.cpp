@@ -7,12 +7,6 @@
 
 namespace {
 
-QByteArray array(const Bytes& bytes)
-{
-    return {reinterpret_cast<const char*>(bytes.data()),
-            static_cast<decltype(QByteArray().size())>(bytes.size())};
-}
-
 Bytes unit(std::uint32_t value)
 {
     return {static_cast<std::uint8_t>(value), static_cast<std::uint8_t>(value >> 8),
@@ -35,7 +29,8 @@ public:
 
     Bytes preprocess(const Bytes& payload)
     {
-        rawData = array(payload);
+        rawData = QByteArray(reinterpret_cast<const char*>(payload.data()),
+                             static_cast<decltype(rawData.size())>(payload.size()));
         preprocessRawData();
         return {rawData.begin(), rawData.end()};
     }
@@ -43,22 +38,16 @@ public:
 
 TEST(Extractor, PacksWholeUnits)
 {
-    const struct {
-        Bytes payload;
-        Bytes packed;
-    } cases[] = {
+    const std::pair<Bytes, Bytes> cases[] = {
         {{}, {}},
         {{0xBF, 0x11, 0x81}, {}},                   // all but the end of a unit to be relabelled
         {unit(0x3FFFFFFFU), {0xFF, 0xFF, 0xFF}},    // all data and parity bits
         {unit(0xC000003FU), {0, 0, 0}},             // only bits that do not belong to the data
         {{0x95, 0x15, 0x8D, 0x04, 0x40, 0, 0, 0, 0xFF, 0xFF, 0xFF}, {0x12, 0x34, 0x56, 0, 0, 1}},
     };
-    for (const unsigned char mode : {std::uint8_t{0}, std::uint8_t{3}}) {
-        Peek extractor(mode);
-        for (const auto& test : cases) {
-            EXPECT_EQ(extractor.preprocess(test.payload), test.packed)
-                << test.payload.size() << " bytes, mode " << int{mode};
-        }
+    for (const auto& [payload, packed] : cases) {
+        EXPECT_EQ(Peek(0).preprocess(payload), packed);
+        EXPECT_EQ(Peek(3).preprocess(payload), packed);
     }
 }
 

@@ -11,6 +11,7 @@
 #include <QLocale>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <random>
 #include <thread>
@@ -180,24 +181,24 @@ TEST(SubMessages, AreMadeWhenAskedForAndGoWithTheirMessage)
     EXPECT_EQ(constant.getNumberOfCorrections(), 3U);
     EXPECT_TRUE(message->getSubMessages().isEmpty() && constant.getSubMessages().isEmpty());
     EXPECT_EQ(liveMessages(), before + 1);
-
     const auto elements = message->getCorrectionsVector();
-    const auto constElements = constant.getCorrectionsVector();
+    const QVector<const RTCM2_DGNSS_Message*> same(elements.cbegin(), elements.cend());
     ASSERT_EQ(elements.size(), 3);
-    ASSERT_EQ(constElements.size(), 3);
-    ASSERT_EQ(message->getSubMessages().size(), 3);
-    ASSERT_EQ(constant.getSubMessages().size(), 3);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(elements[i]->getSatellite_Id(), i + 1);
-        EXPECT_EQ(message->getCorrections(static_cast<unsigned>(i)), elements[i]);
-        EXPECT_EQ(constant.getCorrections(static_cast<unsigned>(i)), elements[i]);
-        EXPECT_EQ(constElements[i], elements[i]);
-        EXPECT_EQ(message->getSubMessages()[i], elements[i]);
-        EXPECT_EQ(constant.getSubMessages()[i], elements[i]);
-        EXPECT_EQ(elements[i]->getParentMessage(), message.get());
-        EXPECT_TRUE(elements[i]->getSubMessages().isEmpty());
+    EXPECT_EQ(constant.getCorrectionsVector(), same);
+    EXPECT_EQ(constant.getCorrectionsVector().constData(),
+              constant.getCorrectionsVector().constData())
+        << "shared";
+    EXPECT_EQ(message->getSubMessages(), QVector<Message*>(elements.cbegin(), elements.cend()));
+    EXPECT_EQ(constant.getSubMessages(),
+              QVector<const Message*>(elements.cbegin(), elements.cend()));
+    for (unsigned i = 0; i < 3; ++i) {
+        const auto* element = elements[static_cast<int>(i)];
+        EXPECT_EQ(element->getSatellite_Id(), i + 1);
+        EXPECT_EQ(message->getCorrections(i), element);
+        EXPECT_EQ(constant.getCorrections(i), element);
+        EXPECT_EQ(element->getParentMessage(), message.get());
+        EXPECT_TRUE(element->getSubMessages().isEmpty());
     }
-    EXPECT_EQ(constElements.constData(), constant.getCorrectionsVector().constData()) << "shared";
     EXPECT_EQ(liveMessages(), before + 4);
     message.reset();
     EXPECT_EQ(liveMessages(), before);
@@ -221,25 +222,25 @@ TEST(MessageObjects, RefuseWhatTheyDoNotHave)
 {
     auto named = made(RTCM2_init_Message_Type_23);
     RTCM2_strcpy_Message_Type_23_Antenna_Serial_Number(&named, "S1");
+    const RTCM2_Message_Type_23_Message antennas(&named, false);
     auto proprietary = made(RTCM2_init_Message_Type_59);
     proprietary.Data_Length = 2;
+    const RTCM2_Message_Type_59_Message data(&proprietary, false);
     auto extended = made(RTCM2_init_Message_Type_22);
     extended.No_Of_Data_Words = 2;
     extended.Phase_Center_Height = 174762;
-    const auto plain = corrections(3);
-    const RTCM2_Message_Type_1_Message& constant = *plain;
     const RTCM2_Message_Type_22_Message absent(&extended, false);
-    const RTCM2_Message_Type_23_Message antennas(&named, false);
-    const RTCM2_Message_Type_59_Message data(&proprietary, false);
-    const auto refusal = [](const char* field) {
-        return QStringLiteral("Requesting value for an repeated field %1 with out of range index.")
-            .arg(QLatin1String(field));
-    };
-    EXPECT_EQ(misuseText([&] { plain->getCorrections(3); }), refusal("Corrections"));
-    EXPECT_EQ(misuseText([&] { constant.getCorrections(~0U); }), refusal("Corrections"));
-    EXPECT_EQ(misuseText([&] { data.getData(2); }), refusal("Data"));
-    EXPECT_EQ(misuseText([&] { antennas.getAntenna_Serial_Number(3); }),
-              refusal("Antenna Serial Number"));
+    const auto plain = corrections(3);
+    const std::pair<std::function<void()>, const char*> refused[] = {
+        {[&] { plain->getCorrections(3); }, "Corrections"},
+        {[&] { std::as_const(*plain).getCorrections(~0U); }, "Corrections"},
+        {[&] { data.getData(2); }, "Data"},
+        {[&] { antennas.getAntenna_Serial_Number(3); }, "Antenna Serial Number"}};
+    for (const auto& [call, field] : refused) {
+        EXPECT_EQ(misuseText(call), QString("Requesting value for an repeated field %1 with out of "
+                                            "range index.")
+                                        .arg(field));
+    }
     EXPECT_EQ(absent.getPhase_Center_Height(), 174762U);
     EXPECT_EQ(misuseText([&] { absent.getL2_ECEF_Delta_X(); }),
               QString("Requesting value for a non-present optional field."));

@@ -1,16 +1,15 @@
 #include "quarn.h"
-#include "quarn_bits.h"
 
 #include "support/ExactBuffer.h"
 #include "support/SlowBits.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 #include <type_traits>
 #include <unistd.h>
-#include <utility>
 
 namespace {
 
@@ -26,23 +25,6 @@ T expectedValue(std::uint64_t bits, unsigned width)
         }
     }
     return static_cast<T>(bits);
-}
-
-// Reads a field and writes it anew; its last byte is the last byte of its block.
-template <class T, class Read, class Write>
-void checkPlace(unsigned offset, unsigned width, Read read, Write write)
-{
-    SCOPED_TRACE("width " + std::to_string(width) + " offset " + std::to_string(offset));
-    ExactBuffer buffer((offset + width + 7) / 8);
-    for (std::size_t i = 0; i < buffer.size(); ++i) {
-        buffer.data()[i] = static_cast<std::uint8_t>(random());
-    }
-    auto expected = buffer.bytes();
-    ASSERT_EQ(read(buffer), expectedValue<T>(slow::read(expected, offset, width), width));
-    const T written = static_cast<T>(std::uint64_t{random()} << 32 | random());
-    slow::write(expected, offset, width, static_cast<std::make_unsigned_t<T>>(written));
-    write(buffer, written);
-    ASSERT_EQ(buffer.bytes(), expected);
 }
 
 // Runs `action` in a process of its own, of whose outputs only the standard one is kept.
@@ -65,16 +47,18 @@ void checkType(unsigned narrowest, unsigned widest)
     for (unsigned width = narrowest; width <= widest; ++width) {
         const auto bits = static_cast<std::uint8_t>(width);
         for (unsigned offset = 0; offset < 16; ++offset) {
+            SCOPED_TRACE(testing::Message() << "width " << width << " offset " << offset);
+            ExactBuffer buffer((offset + width + 7) / 8);
+            std::generate_n(buffer.data(), buffer.size(),
+                            [] { return static_cast<std::uint8_t>(random()); });
+            auto expected = buffer.bytes();
             T value{};
-            checkPlace<T>(
-                offset, width,
-                [&](ExactBuffer& buffer) {
-                    readField(buffer.data(), buffer.size(), offset, bits, &value);
-                    return value;
-                },
-                [&](ExactBuffer& buffer, T written) {
-                    writeField(buffer.data(), buffer.size(), offset, bits, written);
-                });
+            readField(buffer.data(), buffer.size(), offset, bits, &value);
+            ASSERT_EQ(value, expectedValue<T>(slow::read(expected, offset, width), width));
+            const T written = static_cast<T>(std::uint64_t{random()} << 32 | random());
+            slow::write(expected, offset, width, static_cast<std::make_unsigned_t<T>>(written));
+            writeField(buffer.data(), buffer.size(), offset, bits, written);
+            ASSERT_EQ(buffer.bytes(), expected);
         }
     }
     const auto refuses = [](bool writes, std::uint32_t offset, unsigned width, std::string text) {
@@ -117,36 +101,6 @@ TEST(Quarn, EveryTypeReadsAndWritesItsWidthsAtEveryBitAndNoOther)
     CHECK_TYPE(INT32, std::int32_t, 17, 32);
     CHECK_TYPE(UINT64, std::uint64_t, 33, 64);
     CHECK_TYPE(INT64, std::int64_t, 33, 64);
-}
-
-// The form with constant position and width, and the one without assertions.
-template <class T, unsigned Offset, unsigned Width>
-void checkConstantForm()
-{
-    checkPlace<T>(
-        Offset, Width,
-        [](ExactBuffer& buffer) {
-            const T value = quarn::read<T, Offset, Width>(buffer.data());
-            EXPECT_EQ(quarn::fromBits<T>(quarn::readBits(buffer.data(), Offset, Width), Width),
-                      value);
-            return value;
-        },
-        [](ExactBuffer& buffer, T written) {
-            quarn::write<Offset, Width>(buffer.data(), written);
-        });
-}
-
-template <unsigned... Widths>
-void checkConstantWidths(std::integer_sequence<unsigned, Widths...>)
-{
-    (checkConstantForm<std::int64_t, 0, Widths + 1>(), ...);
-    (checkConstantForm<std::uint64_t, Widths % 8, 64 - Widths>(), ...);
-    (checkConstantForm<std::int64_t, 8 + Widths % 8, (Widths > 56 ? 57 : Widths + 1)>(), ...);
-}
-
-TEST(Quarn, ConstantFormAgreesWithTheRunTimeForm)
-{
-    checkConstantWidths(std::make_integer_sequence<unsigned, 64>());
 }
 
 TEST(Quarn, FailedAssertionNamesFileLineAndExpression)

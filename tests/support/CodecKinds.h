@@ -59,6 +59,39 @@ inline Bytes packedMessage(int type, unsigned words, std::size_t size, std::uint
     return bytes;
 }
 
+// Where a value is.
+struct Spot {
+    // As in Fields.
+    std::string path(const RTCM2_member_s& of) const
+    {
+        return prefix + of.name + (of.role == RTCM2_ROLE_RUN ? "." + std::to_string(index) : "");
+    }
+
+    void* record;
+    const RTCM2_kind_s& kind;
+    const RTCM2_member_s& member;
+    std::uint32_t index;
+    std::uint32_t element;    // of which this is a member
+    std::string prefix;
+};
+
+// Visits the values of a record one by one, and those of its elements.
+template <class Visit>
+void forEachValue(void* record, const RTCM2_kind_s& kind, Visit visit, std::uint32_t element = 0,
+                  const std::string& prefix = "")
+{
+    for (const RTCM2_member_s& member : rtcm2::membersOf(kind)) {
+        for (std::uint32_t i = 0; i < RTCM2_count(record, &member); ++i) {
+            if (member.role == RTCM2_ROLE_ARRAY) {
+                forEachValue(RTCM2_element(record, &member, i), *member.elements, visit, i,
+                             prefix + member.name + "." + std::to_string(i) + ".");
+            } else {
+                visit(Spot{record, kind, member, i, element, prefix});
+            }
+        }
+    }
+}
+
 // A record in storage that holds a pattern, so that what was not written can be told, with the
 // release of its array.
 class TestMessage {
