@@ -17,6 +17,8 @@ namespace {
 
 // So many allocations are left before there is no memory.
 unsigned allocationsLeft = ~0U;
+// Blocks in use.
+int blocks = 0;
 
 }    // namespace
 
@@ -27,16 +29,19 @@ unsigned allocationsLeft = ~0U;
         allocationsLeft = ~0U;
         throw std::bad_alloc();
     }
+    ++blocks;
     return std::malloc(size);
 }
 
 [[gnu::noinline]] void operator delete(void* block) noexcept
 {
+    blocks -= block != nullptr ? 1 : 0;
     std::free(block);
 }
 
 [[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept
 {
+    blocks -= block != nullptr ? 1 : 0;
     std::free(block);
 }
 
@@ -242,6 +247,19 @@ TEST_F(DecoderTest, LackOfMemoryReachesTheCallerAndLeavesNothing)
         }
         EXPECT_GT(failures, 0U) << type;
     }
+}
+
+TEST_F(DecoderTest, OwnedRecordsGoWithTheirObjects)
+{
+    const auto left = [] {
+        const int before = blocks;
+        {
+            const RTCM2_Message_Type_1_Message message(new RTCM2_Message_Type_1_s{}, true);
+        }
+        return blocks - before;
+    };
+    left();    // makes what stays
+    EXPECT_EQ(left(), 0);
 }
 
 TEST_F(DecoderTest, DescriptorsStandForKindsOfTheCodec)

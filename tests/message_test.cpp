@@ -105,24 +105,33 @@ TEST(RawLine, TheHostWordsValuesNotToBeUsed)
     EXPECT_EQ(delay.getRawStringFor(only({4})), QString("-8191"));
 }
 
+// A record that holds a pattern also behind its texts and bytes.
+template <class Record>
+std::unique_ptr<Record> patterned()
+{
+    auto record = std::make_unique<Record>();
+    std::memset(static_cast<void*>(record.get()), 'x', sizeof *record);
+    return record;
+}
+
 TEST(RawLine, CountsBeyondTheCapacityReadNothingElse)
 {
-    const auto special =
-        std::make_unique<RTCM2_Message_Type_16_s>(made(RTCM2_init_Message_Type_16));
-    std::fill(std::begin(special->Message), std::end(special->Message), 'x');
+    const auto special = patterned<RTCM2_Message_Type_16_s>();
     special->Message_Length = 255;
     const RTCM2_Message_Type_16_Message text(special.get(), false);
     EXPECT_EQ(text.getRawStringFor(only({8})), QString(91, QLatin1Char('x')));
-    EXPECT_EQ(text.getMessageVector().size(), 256);
+    EXPECT_EQ(text.getMessageVector().mid(91), QVector<RTCM2_char>(256 - 91, '\0'));
     EXPECT_EQ(text.getMessage(91), '\0');
+    EXPECT_TRUE(fieldOf("Message Type 16", "Message")->getValue(&text, 91) == FieldValue::ch('\0'));
     // The text ends with the announced number, the terminator included.
     special->Message_Length = 2;
     EXPECT_EQ(text.getRawStringFor(only({8})), QString("xxx"));
 
-    const auto record = std::make_unique<RTCM2_Message_Type_59_s>(made(RTCM2_init_Message_Type_59));
+    const auto record = patterned<RTCM2_Message_Type_59_s>();
     record->Data_Length = 255;
     const RTCM2_Message_Type_59_Message data(record.get(), false);
     EXPECT_EQ(data.getRawStringFor(only({8})).size(), 2 * 93 + 23);
+    EXPECT_EQ(data.getDataVector().mid(93), QVector<quint8>(255 - 93, 0));
 }
 
 // Raw lines and descriptors must agree about every field of a message.
