@@ -217,7 +217,8 @@ TEST(CodecFormat, LocatedBitsAreThoseOfTheValueAndNoOther)
                 return;
             }
             const std::uint64_t there = slow::read(bytes, shift + first, bits);
-            EXPECT_EQ(there, integerAt(at, at.member) & quarn::lowMask(bits));
+            EXPECT_EQ(there,
+                      static_cast<std::uint64_t>(integerAt(at, at.member)) & quarn::lowMask(bits));
             if (const Paths changed = changedBy(at); !changed.empty()) {
                 Bytes flipped = bytes;
                 slow::write(flipped, shift + first, bits, ~there);

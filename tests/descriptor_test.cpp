@@ -131,6 +131,7 @@ TEST_F(FieldTest, ValuesOfEveryCategory)
             EXPECT_TRUE(field->getValueUnchecked(message, c.index) == c.value);
         }
     }
+    EXPECT_FALSE(Value::u(100, 10) == Value::u(100, 9) || Value::u(1, 8) == Value::byte(1));
     const FieldInfo* station = fieldOf("Message Type 1", "Reference Station Id");
     EXPECT_EQ(station->getCount(nullptr), 0U);
     EXPECT_EQ(misuseText([&] { station->getValue(nullptr, 1); }), QString(other));
