@@ -11,6 +11,7 @@
 #include <QLocale>
 #include <QStringList>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <random>
@@ -284,11 +285,15 @@ TEST(ReferencesDeathTest, AreTakenAndDroppedOnAnyThread)
     const Message* const message = corrections(1).release();
     EXPECT_DEATH(message->removeReference(), "without references");
     message->addReference();
+    std::atomic<int> waiting = 4;    // so that they run at once
     std::vector<std::thread> threads;
     for (int number = 0; number < 4; ++number) {
         message->addReference();
-        threads.emplace_back([message] {
-            for (int round = 0; round < 2000; ++round) {
+        threads.emplace_back([message, &waiting] {
+            for (--waiting; waiting > 0;) {
+                std::this_thread::yield();
+            }
+            for (int round = 0; round < 400000; ++round) {
                 message->addReference();
                 message->removeReference();
             }
