@@ -1,4 +1,4 @@
-// The codec's decoder on arbitrary bytes.
+// The codec's decoder on arbitrary bytes; what it accepts is encoded and decoded again.
 #include "fuzz.h"
 
 #include <algorithm>
@@ -28,6 +28,17 @@ void demandGoodMessage()
     promise(3, message.Ns == 1 && message.Corrections[0].PRC == -100, "it is decoded wrongly");
 }
 
+void demandRoundTrip(Record& first, std::int32_t bits, const std::uint8_t* data)
+{
+    demandSameBits(first, bits, data);
+    Bytes encoded;
+    first.encode((static_cast<std::size_t>(bits) + 7) / 8, 0, encoded);
+    Record second;
+    promise(4, second.decode(nullptr, encoded) == bits, "its own encoding is not accepted");
+    demandSameBits(second, bits, data);
+    promise(1, first.encode(encoded.size() - 1, 0, encoded) < 0, "fits into too few bytes");
+}
+
 }    // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -42,6 +53,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
         promise(2, heapInUse() - before <= mostHeap, "more memory than any message needs");
         promise(3, result != 0 && std::strcmp(RTCM2_error_to_string(result), "???") != 0,
                 "neither bits nor an error code");
+        if (result > 0) {
+            demandRoundTrip(record, result, data);
+        }
     }
     promise(6, heapInUse() == before, "memory is not returned");
     demandGoodMessage();

@@ -1,25 +1,11 @@
 // From a receiver's recorded words to the decoder.
 #include "QLX_DiffCorrIn_RTCM2Extractor.h"
 
-#include "AbstractDecoder.h"
-#include "MessageInfo.h"
 #include "plugin/DecoderDriver.h"
 #include "plugin/Plugin.h"
 #include "support/MessageHelpers.h"
 
-#include <gtest/gtest.h>
-
 namespace {
-
-using Bytes = std::vector<std::uint8_t>;
-
-constexpr unsigned relabellingMode = 3;
-
-QByteArray array(const Bytes& bytes)
-{
-    return {reinterpret_cast<const char*>(bytes.data()),
-            static_cast<decltype(QByteArray().size())>(bytes.size())};
-}
 
 Bytes unit(std::uint32_t value)
 {
@@ -28,18 +14,9 @@ Bytes unit(std::uint32_t value)
 }
 
 // The first unit of a message, with parity bits and the two bits above the data set.
-std::uint32_t headerUnit(unsigned type, unsigned station)
+Bytes headerUnit(unsigned type, unsigned station)
 {
-    return 0xC000003FU | 0x66U << 22 | type << 16 | station << 6;
-}
-
-// A message of a type and station with two data words, as a receiver records it.
-Bytes recorded(unsigned type, unsigned station)
-{
-    Bytes bytes = unit(headerUnit(type, station));
-    const Bytes rest = {0, 0x04, 0x8D, 0x04, 0, 0, 0, 0x10, 0x80, 0xAA, 0x2A, 0};
-    bytes.insert(bytes.end(), rest.begin(), rest.end());
-    return bytes;
+    return unit(0xC000003FU | 0x66U << 22 | type << 16 | station << 6);
 }
 
 // Shows what is done to the payload.
@@ -52,7 +29,8 @@ public:
 
     Bytes preprocess(const Bytes& payload)
     {
-        rawData = array(payload);
+        rawData = QByteArray(reinterpret_cast<const char*>(payload.data()),
+                             static_cast<decltype(rawData.size())>(payload.size()));
         preprocessRawData();
         return {rawData.begin(), rawData.end()};
     }
@@ -60,22 +38,16 @@ public:
 
 TEST(Extractor, PacksWholeUnits)
 {
-    const struct {
-        Bytes payload;
-        Bytes packed;
-    } cases[] = {
+    const std::pair<Bytes, Bytes> cases[] = {
         {{}, {}},
         {{0xBF, 0x11, 0x81}, {}},                   // all but the end of a unit to be relabelled
         {unit(0x3FFFFFFFU), {0xFF, 0xFF, 0xFF}},    // all data and parity bits
         {unit(0xC000003FU), {0, 0, 0}},             // only bits that do not belong to the data
         {{0x95, 0x15, 0x8D, 0x04, 0x40, 0, 0, 0, 0xFF, 0xFF, 0xFF}, {0x12, 0x34, 0x56, 0, 0, 1}},
     };
-    for (const unsigned char mode : {std::uint8_t{0}, std::uint8_t{3}}) {
-        Peek extractor(mode);
-        for (const auto& test : cases) {
-            EXPECT_EQ(extractor.preprocess(test.payload), test.packed)
-                << test.payload.size() << " bytes, mode " << int{mode};
-        }
+    for (const auto& [payload, packed] : cases) {
+        EXPECT_EQ(Peek(0).preprocess(payload), packed);
+        EXPECT_EQ(Peek(3).preprocess(payload), packed);
     }
 }
 
@@ -90,46 +62,45 @@ TEST(Extractor, RelabelsInOneModeOnly)
         {3, 1, 63, 1},   {3, 1, 64, 44},      {3, 1, 73, 44}, {3, 1, 74, 1}, {3, 2, 70, 2},
         {3, 33, 70, 33}, {3, 1, 70 + 128, 1}, {0, 1, 70, 1},  {2, 1, 70, 1}, {131, 1, 70, 1},
     };
-    for (const auto& test : cases) {
-        Peek extractor(test.mode);
-        const unsigned station = test.station;
-        const Bytes expected = {0x66,
-                                static_cast<std::uint8_t>(test.relabelled << 2 | station >> 8),
+    for (const auto& [mode, type, station, relabelled] : cases) {
+        const Bytes expected = {0x66, static_cast<std::uint8_t>(relabelled << 2 | station >> 8),
                                 static_cast<std::uint8_t>(station)};
-        EXPECT_EQ(extractor.preprocess(unit(headerUnit(test.type, station))), expected)
-            << "mode " << int{test.mode} << ", type " << test.type << ", station " << station;
+        EXPECT_EQ(Peek(mode).preprocess(headerUnit(type, station)), expected)
+            << "mode " << int{mode} << ", type " << type << ", station " << station;
     }
 }
 
 // All the way: what the driver makes of recorded messages.
-TEST(Extractor, RelabelledMessagesAreDecodedAndReportedToNobody)
+TEST(Extractor, FeedsTheDecoderWithEachBlock)
 {
-    const int before = liveMessages();
+    const struct {
+        bool enabled;
+        unsigned station;
+        unsigned char mode;
+        Outcome::Kind outcome;
+    } cases[] = {{true, 70, 3, Outcome::Kind::unreported},
+                 {true, 70, 0, Outcome::Kind::message},
+                 {true, 74, 3, Outcome::Kind::message},
+                 {false, 74, 3, Outcome::Kind::switchedOff}};
     {
         const auto decoder = plugin::makeDecoder();
         DecoderDriver driver(*decoder, plugin::isSwitchedOff, plugin::makeExtractor);
-        int signalCount = 0;
-        const auto count = [&signalCount] { ++signalCount; };
-        QObject::connect(decoder.get(), &MessageSource::newMessage, count);
-        QObject::connect(decoder.get(), &MessageSource::newEvent, count);
-
-        Outcome outcome = driver.extract(recorded(1, 70), relabellingMode);
-        EXPECT_EQ(outcome.kind, Outcome::Kind::unreported);
-        EXPECT_GT(outcome.result, 0);
-        EXPECT_EQ(outcome.message.get(), nullptr);
-        EXPECT_EQ(signalCount, 0);
-
-        outcome = driver.extract(recorded(1, 70), 0);
-        EXPECT_EQ(outcome.kind, Outcome::Kind::message);
-        ASSERT_NE(outcome.message.get(), nullptr);
-        EXPECT_EQ(outcome.message.get()->getMessageInfo()->getName(), "Message Type 1");
-
-        decoder->disableAllMessages();
-        outcome = driver.extract(recorded(1, 74), relabellingMode);
-        EXPECT_EQ(outcome.kind, Outcome::Kind::switchedOff);
-        EXPECT_EQ(outcome.message.get(), nullptr);
+        int reports = 0;
+        QObject::connect(decoder.get(), &MessageSource::newMessage, [&] { ++reports; });
+        for (const auto& [enabled, station, mode, expected] : cases) {
+            Bytes bytes = headerUnit(1, station);
+            bytes.insert(bytes.end(), {0, 0x04, 0x8D, 0x04, 0, 0, 0, 0x10, 0x80, 0xAA, 0x2A, 0});
+            enabled ? decoder->enableAllMessages() : decoder->disableAllMessages();
+            reports = 0;
+            const Outcome outcome = driver.extract(bytes, mode);
+            EXPECT_EQ(outcome.kind, expected);
+            EXPECT_EQ(outcome.result > 0, enabled);
+            EXPECT_EQ(outcome.message.get() != nullptr, expected == Outcome::Kind::message);
+            EXPECT_EQ(reports, outcome.message.get() != nullptr);
+        }
     }
-    EXPECT_EQ(liveMessages(), before);
+    EXPECT_EQ(liveMessages(), 0);
+    EXPECT_EQ(MemLeakTracer::liveObjects(QStringLiteral("QLX_DiffCorrIn_RTCM2Extractor")), 0);
 }
 
 }    // namespace

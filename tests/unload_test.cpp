@@ -1,6 +1,5 @@
 // The plug-in loaded, used and unloaded again, several times, by a program that does not link it.
 // The program has the host's libraries and stands before their tracer to see what lives how long.
-// Usage: unload_test <module>
 #include "MemLeakTracer.h"
 
 #include <QStringList>
@@ -86,7 +85,7 @@ void MemLeakTracer::deallocateObject(QString className)
 
 int main(int argc, char** argv)
 {
-    demand(argc == 2, "usage: unload_test <module>");
+    demand(argc == 2, "one argument: the module");
     std::size_t before = 0;
     for (int round = 0; round < 4; ++round) {
         loadUseUnload(argv[1]);

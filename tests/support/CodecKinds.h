@@ -1,103 +1,178 @@
-// The main kinds of the codec behind one interface, for tests that treat all of them alike.
+// Records of every kind through the rows of the table, for tests that treat all kinds alike.
 #pragma once
 
+#include "record_values.h"
+#include "support/ExactBuffer.h"
 #include "table.h"
 
-#include <cstdint>
+#include <gtest/gtest.h>
+
 #include <cstring>
 #include <map>
 #include <string>
 #include <vector>
 
-// The value of every member of a record by its name in code, and of what it starts with. Elements
-// of arrays have names like "Corrections.0" with their members as in "Corrections.0.PRC";
-// characters count as unsigned bytes.
+using Bytes = std::vector<std::uint8_t>;
+
+// What a record holds, by name: every member as it is stored, whether or not the message has it,
+// and its kind, bit_count and whether its parent is the right one. Elements of arrays have names
+// like "Corrections.0.PRC", characters and bytes like "Message.0".
 using Fields = std::map<std::string, double>;
 
-struct MainKind {
-    explicit MainKind(const RTCM2_kind_s& kindRow)
-        : row(kindRow), type(kindRow.type), kind(kindRow.kind)
-    {
+inline const RTCM2_kind_s& mainKind(int type)
+{
+    return *RTCM2_kind_of_type(type);
+}
+
+template <class Test>
+void forEachMainKind(Test test)
+{
+    for (const RTCM2_kind_s& kind : rtcm2::kindRows) {
+        if (kind.type >= 0) {
+            SCOPED_TRACE(kind.name);
+            test(kind);
+        }
     }
+}
 
-    // The decoder and encoder that start at any bit.
-    std::int32_t decode(RTCM2_message_s& message, std::uint32_t& offset, const std::uint8_t* data,
-                        std::uint16_t size, std::uint32_t declaredLength,
-                        void* parent = nullptr) const
-    {
-        return rtcm2::functionsOf(row).decode(&message, &offset, data, size, parent,
-                                              declaredLength);
-    }
-    std::int32_t encode(RTCM2_message_s& message, std::uint8_t* data, std::uint16_t size,
-                        std::uint32_t& offset) const
-    {
-        return RTCM2_encode_record(&message, data, size, &offset);
-    }
-    std::int32_t encodeMessage(RTCM2_message_s& message, std::uint8_t* data,
-                               std::uint16_t size) const
-    {
-        std::uint32_t offset = 0;
-        return rtcm2::functionsOf(row).encode(&message, data, size, &offset);
-    }
-
-    // The array of sub-records and its count; null for kinds without.
-    const RTCM2_member_s* array() const { return row.array; }
-    const RTCM2_member_s* count() const { return row.array ? row.array->length : nullptr; }
-    // "MESSAGE_TYPE_1"
-    std::string name() const;
-
-    const RTCM2_kind_s& row;
-    int type;
-    RTCM2_message_enum kind;
-};
-
-// What every record, main or sub-record, starts with.
-struct RecordStart {
-    explicit RecordStart(const void* record) { std::memcpy(this, record, sizeof *this); }
-
-    RTCM2_message_enum kind;
-    std::uint32_t bitCount;
-    void* parent;
-};
+// The name of a kind's error code.
+inline std::string errorOf(const RTCM2_kind_s& kind, const std::string& rest)
+{
+    return "RTCM2_ERR_" + std::string(kind.constant + std::strlen("RTCM2_")) + "_" + rest;
+}
 
 // All bytes of a record, to tell whether one has changed.
 template <class Record>
-std::vector<std::uint8_t> bytesOf(const Record& record)
+Bytes bytesOf(const Record& record)
 {
-    std::vector<std::uint8_t> bytes(sizeof record);
+    Bytes bytes(sizeof record);
     std::memcpy(bytes.data(), &record, sizeof record);
     return bytes;
 }
 
-const std::vector<MainKind>& mainKinds();
-const MainKind& mainKind(int type);
+// A message whose header declares so many words, of `size` bytes, those after the header `fill`.
+inline Bytes packedMessage(int type, unsigned words, std::size_t size, std::uint8_t fill = 0xA5)
+{
+    Bytes bytes{0x66, static_cast<std::uint8_t>(type << 2), 0x05, 0x8C,
+                0xA3, static_cast<std::uint8_t>(words << 3)};
+    bytes.resize(size, fill);
+    return bytes;
+}
 
-// A message whose header declares so many words, of `size` bytes, those after the header being
-// `fill`.
-std::vector<std::uint8_t> packedMessage(int type, unsigned words, std::size_t size,
-                                        std::uint8_t fill = 0xA5);
+// Where a value is.
+struct Spot {
+    // As in Fields.
+    std::string path(const RTCM2_member_s& of) const
+    {
+        return prefix + of.name + (of.role == RTCM2_ROLE_RUN ? "." + std::to_string(index) : "");
+    }
+
+    void* record;
+    const RTCM2_kind_s& kind;
+    const RTCM2_member_s& member;
+    std::uint32_t index;
+    std::uint32_t element;    // of which this is a member
+    std::string prefix;
+};
+
+// Visits the values of a record one by one, and those of its elements.
+template <class Visit>
+void forEachValue(void* record, const RTCM2_kind_s& kind, Visit visit, std::uint32_t element = 0,
+                  const std::string& prefix = "")
+{
+    for (const RTCM2_member_s& member : rtcm2::membersOf(kind)) {
+        for (std::uint32_t i = 0; i < RTCM2_count(record, &member); ++i) {
+            if (member.role == RTCM2_ROLE_ARRAY) {
+                forEachValue(RTCM2_element(record, &member, i), *member.elements, visit, i,
+                             prefix + member.name + "." + std::to_string(i) + ".");
+            } else {
+                visit(Spot{record, kind, member, i, element, prefix});
+            }
+        }
+    }
+}
 
 // A record in storage that holds a pattern, so that what was not written can be told, with the
 // release of its array.
 class TestMessage {
 public:
-    explicit TestMessage(const MainKind& kind) : message(), m_kind(kind) { reset(); }
+    explicit TestMessage(const RTCM2_kind_s& of) : message(), kind(of) { reset(); }
+    explicit TestMessage(int type) : TestMessage(mainKind(type)) {}
     ~TestMessage() { RTCM2_free_message(&message); }
     TestMessage(const TestMessage&) = delete;
     TestMessage& operator=(const TestMessage&) = delete;
 
-    void reset();
-    // By RTCM2_decode without a context.
-    std::int32_t decode(const std::vector<std::uint8_t>& bytes);
-    // Lists at most `elements` elements of an array of sub-records.
-    Fields fields(unsigned elements = ~0U) const;
-    // The array of sub-records and its count; null and 0 for kinds without.
-    const char* array() const;
-    unsigned count() const;
-    void setCount(unsigned count);
+    void reset()
+    {
+        RTCM2_free_message(&message);
+        std::memset(static_cast<void*>(&message), 0x2A, sizeof message);
+        RTCM2_init_record(kind.kind, &message);
+    }
+
+    std::int32_t decode(const Bytes& bytes)
+    {
+        reset();
+        ExactBuffer buffer(bytes);
+        return RTCM2_decode(nullptr, buffer.data(), buffer.size(), &message);
+    }
+    // At any bit.
+    std::int32_t decodeAt(std::uint32_t& offset, const Bytes& bytes, std::uint32_t declared = 0,
+                          void* parent = nullptr)
+    {
+        reset();
+        ExactBuffer buffer(bytes);
+        return rtcm2::functionsOf(kind).decode(&message, &offset, buffer.data(), buffer.size(),
+                                               parent, declared);
+    }
+    std::int32_t encodeInto(ExactBuffer& target, std::uint32_t& offset)
+    {
+        return RTCM2_encode_record(&message, target.data(), target.size(), &offset);
+    }
+
+    const RTCM2_member_s& row(const char* name) const { return *RTCM2_find_member(&kind, name); }
+    // Stores a value that the functions of the table may refuse.
+    void put(const char* name, std::int64_t value)
+    {
+        rtcm2::putInteger(rtcm2::placeOf(&message, row(name)), row(name).size, value);
+    }
+    std::int64_t get(const char* name) const { return rtcm2::integerOf(&message, row(name)); }
+    const char* array() const { return rtcm2::elementsOf(&message, *kind.array); }
+
+    // Lists at most `elements` elements of an array.
+    Fields fields(unsigned elements = ~0U) const
+    {
+        Fields fields;
+        list(kind, &message, nullptr, "", elements, fields);
+        return fields;
+    }
 
     RTCM2_message_s message;
+    const RTCM2_kind_s& kind;
 
 private:
-    const MainKind& m_kind;
+    static void list(const RTCM2_kind_s& kind, const void* record, const void* parent,
+                     const std::string& prefix, unsigned most, Fields& fields)
+    {
+        const rtcm2::RecordHead head = rtcm2::headOf(record);
+        fields[prefix + "kind"] = head.kind;
+        fields[prefix + "bit_count"] = head.bit_count;
+        fields[prefix + "has_parent"] = head.parent == parent;
+        for (const RTCM2_member_s& member : rtcm2::membersOf(kind)) {
+            const std::string name = prefix + member.name;
+            const char* const place = rtcm2::placeOf(record, member);
+            const bool isOne = member.length == nullptr;
+            const unsigned count = isOne ? 1 : rtcm2::elementCount(record, member);
+            for (unsigned i = 0; i < count && (member.elements == nullptr || i < most); ++i) {
+                const std::string path = isOne ? name : name + "." + std::to_string(i);
+                if (member.elements != nullptr) {
+                    list(*member.elements, RTCM2_element(record, &member, i), record, path + ".", 0,
+                         fields);
+                } else if (member.type == RTCM2_TYPE_REAL) {
+                    fields[path] = rtcm2::valueAt<double>(place);
+                } else {
+                    fields[path] = static_cast<double>(rtcm2::integerAt(place + i, member));
+                }
+            }
+        }
+    }
 };
