@@ -13,7 +13,6 @@ enum class Verdict : std::uint8_t {
     overlaps,        // lies in the last message accepted, and nothing says that it counts more
     hidesOthers,     // messages that count more begin inside
     leadsNowhere,    // of an unknown station, and good words that begin no message follow
-    textLine,        // a line of text, where a message had to begin
     undecided,       // more bytes must say
 };
 

@@ -4,70 +4,40 @@ each other in a circle. Which rooms there are, and in which order, docs/architec
 
 import re
 import sys
+from collections import defaultdict
+from graphlib import CycleError, TopologicalSorter
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
-INCLUDE = re.compile(r'^#include "([^"]+)"', re.MULTILINE)
+TEXT = (ROOT / "docs" / "architecture.md").read_text().split("## Rooms of the program")[1]
+ROOMS = re.findall(r"^\| `(\w+)` \|", TEXT.split("\n## ")[0], re.MULTILINE)
 
 
-def rooms():
-    text = (ROOT / "docs" / "architecture.md").read_text()
-    table = text[text.index("## Rooms of the program"):].split("\n\n## ")[0]
-    return re.findall(r"^\| `(\w+)` \|", table, re.MULTILINE)
-
-
-def sources(names):
+def sources():
     """File name with its room, as includes have it, to the file."""
-    found = {}
-    for name in names:
-        folder = next(f for f in (ROOT / "app" / name, ROOT / name) if f.is_dir())
-        for path in sorted(folder.rglob("*")):
-            if path.suffix in (".h", ".cpp"):
-                found[path.relative_to(folder.parent).as_posix()] = path
-    return found
+    for room in ROOMS:
+        folder = next(f for f in (ROOT / "app" / room, ROOT / room) if f.is_dir())
+        for path in folder.rglob("*.[hc]*"):
+            yield path.relative_to(folder.parent).as_posix(), path
 
 
-def circle(graph):
-    """Units of a circle, or nothing."""
-    seen, way = set(), []
-
-    def visit(unit):
-        if unit in way:
-            return way[way.index(unit):]
-        if unit in seen:
-            return []
-        seen.add(unit)
-        way.append(unit)
-        for below in graph.get(unit, ()):
-            if found := visit(below):
-                return found
-        way.pop()
-        return []
-
-    return next((found for unit in graph if (found := visit(unit))), [])
-
-
-def main():
-    order = rooms()
-    files = sources(order)
-    problems = [] if len(order) == 8 else [f"docs/architecture.md lists {len(order)} rooms"]
-    headers_without_folder = {Path(name).name for name in files}
-    graph = {}
-    for name, path in files.items():
-        unit = name.rsplit(".", 1)[0]
-        for included in INCLUDE.findall(path.read_text()):
-            if included in files:
-                if order.index(included.split("/")[0]) > order.index(name.split("/")[0]):
-                    problems.append(f"{name} includes {included}, which stands above it")
-                if included.rsplit(".", 1)[0] != unit:
-                    graph.setdefault(unit, set()).add(included.rsplit(".", 1)[0])
-            elif included in headers_without_folder:
-                problems.append(f"{name} includes {included} without its folder")
-    if found := circle(graph):
-        problems.append("a circle: " + " > ".join([*found, found[0]]))
-    print("\n".join(problems) or f"ok: {len(files)} files in {len(order)} rooms")
-    sys.exit(1 if problems else 0)
-
-
-if __name__ == "__main__":
-    main()
+files = dict(sources())
+bare = {Path(name).name for name in files}
+problems = [] if len(ROOMS) == 8 else [f"docs/architecture.md lists {len(ROOMS)} rooms"]
+graph = defaultdict(set)
+for name, path in files.items():
+    for included in re.findall(r'^#include "([^"]+)"', path.read_text(), re.MULTILINE):
+        if included in bare:
+            problems.append(f"{name} includes {included} without its folder")
+        if included not in files:
+            continue
+        if ROOMS.index(included.split("/")[0]) > ROOMS.index(name.split("/")[0]):
+            problems.append(f"{name} includes {included}, which stands above it")
+        units = [each.rsplit(".", 1)[0] for each in (name, included)]
+        if units[0] != units[1]:
+            graph[units[0]].add(units[1])
+try:
+    TopologicalSorter(graph).prepare()
+except CycleError as error:
+    problems.append("a circle: " + " < ".join(error.args[1]))
+sys.exit("\n".join(problems) or 0)
