@@ -96,13 +96,13 @@ ends 3 "cannot read" "closed input"
 # does not wait until what is told has been read.
 mkfifo told fifo
 for _ in $(seq 300); do cat "$damaged"; done > long
-for signals in "130 INT" "129 HUP" "143 INT TERM"; do
+for signals in "130 INT" "129 HUP" "130 TERM INT"; do
     "$rtcm2" list long -o old 2> told &
     exec 8< told
     waitFor '[ -n "$(find . -name ".rtcm2-*")" ]'
     sleep 0.3
     for signal in ${signals#* }; do kill "-$signal" $!; done
-    [ "${signals#* }" = "INT TERM" ] && waitFor '! kill -0 $! 2> err'
+    [ "${signals#* }" = "TERM INT" ] && waitFor '! kill -0 $! 2> err'
     cat <&8 > err
     wait $!
     ends "${signals%% *}" "" "$signals"
