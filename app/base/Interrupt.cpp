@@ -45,6 +45,16 @@ void install()
     std::signal(SIGXFSZ, SIG_IGN);
 }
 
+void leaveToFirstThread()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        sigaddset(&signals, signal);
+    }
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
 bool requested()
 {
     return noted != 0;

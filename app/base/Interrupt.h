@@ -9,6 +9,10 @@ namespace interrupt {
 // show as failed writes.
 void install();
 
+// For other threads than the first: these signals do not come to the calling thread, so that they
+// are seen in their order.
+void leaveToFirstThread();
+
 bool requested();
 
 // Of the signal that asked first; 0 when none did.

@@ -1,5 +1,7 @@
 #include "session/FrameQueue.h"
 
+#include "base/Interrupt.h"
+
 #include <system_error>
 
 FrameQueue::FrameQueue(Source framesOf, bool ahead)
@@ -61,6 +63,7 @@ void FrameQueue::startWorker()
 // Up to the batch that ends the input, which is empty. The one that was given last is in use.
 void FrameQueue::fillAhead()
 {
+    interrupt::leaveToFirstThread();
     std::unique_lock lock(mutex);
     bool isAtEnd = false;
     while (!isAtEnd && failure == nullptr && !isClosing) {
