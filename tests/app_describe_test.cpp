@@ -12,22 +12,14 @@ namespace {
 
 class DescribeTest : public testing::Test {
 protected:
-    describe::Kinds all() const
-    {
-        describe::Kinds kinds;
-        for (const auto& kind : model.kinds()) {
-            kinds.push_back(kind.get());
-        }
-        return kinds;
-    }
-
     FormatModel model{plugin::format()};
+    describe::Kinds all = describe::allKinds(model);
 };
 
 TEST_F(DescribeTest, JsonTellsWhatDescriptorsTell)
 {
     rapidjson::Document json;
-    json.Parse(describe::json(model, all()).c_str());
+    json.Parse(describe::json(model, all).c_str());
     ASSERT_FALSE(json.HasParseError());
     EXPECT_EQ(json["kinds"].Size(), model.kinds().size());
     rapidjson::StringBuffer text;
@@ -112,13 +104,13 @@ TEST_F(DescribeTest, TextAndMarkdownOfOneKind)
 TEST_F(DescribeTest, TextFitsTheTerminalAndOverviewsNameEveryKind)
 {
     const std::string overview = describe::textOverview(model);
-    std::istringstream lines(overview + describe::text(model, all()));
+    std::istringstream lines(overview + describe::text(model, all));
     for (std::string line; std::getline(lines, line);) {
         EXPECT_LE(line.size(), 100U) << line;
         EXPECT_FALSE(line.ends_with(' ')) << line;
     }
     for (const std::string& text : {overview, describe::markdownOverview(model)}) {
-        for (const KindModel* kind : all()) {
+        for (const KindModel* kind : all) {
             EXPECT_NE(text.find(kind->isMain ? kind->text : kind->name), std::string::npos)
                 << kind->name;
         }

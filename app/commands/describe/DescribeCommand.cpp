@@ -11,7 +11,7 @@ namespace {
 std::string unknownKind(const FormatModel& format, const std::string& name)
 {
     std::vector<std::string> kindNames;
-    for (const auto& kind : format.kinds()) {
+    for (const KindModel* kind : describe::allKinds(format)) {
         kindNames.push_back("'" + kind->name + "'");
     }
     const std::string meant = suggestion(nearestNames(name, kindNames));
@@ -46,29 +46,19 @@ ExitStatus DescribeCommand::run(Host& host)
 
 describe::Kinds DescribeCommand::chosenKinds(const FormatModel& format) const
 {
-    const bool wantsAll =
-        names.empty() || std::find(names.begin(), names.end(), "all") != names.end();
+    bool wantsAll = names.empty();
     describe::Kinds kinds;
-    const auto add = [&](const KindModel* kind) {
-        if (std::find(kinds.begin(), kinds.end(), kind) == kinds.end()) {
-            kinds.push_back(kind);
-        }
-    };
     for (const std::string& name : names) {
         const KindModel* kind = format.kind(name);
-        if (kind == nullptr && name != "all") {
+        if (name == "all") {
+            wantsAll = true;
+        } else if (kind == nullptr) {
             throw UsageError{unknownKind(format, name)};
-        }
-        if (kind != nullptr && !wantsAll) {
-            add(kind);
-        }
-    }
-    if (wantsAll) {
-        for (const auto& kind : format.kinds()) {
-            add(kind.get());
+        } else if (std::find(kinds.begin(), kinds.end(), kind) == kinds.end()) {
+            kinds.push_back(kind);
         }
     }
-    return kinds;
+    return wantsAll ? describe::allKinds(format) : kinds;
 }
 
 std::string DescribeCommand::description(const FormatModel& format) const

@@ -2,39 +2,47 @@
 
 #include "FieldInfo.h"
 #include "MessageInfo.h"
+#include "format/FieldText.h"
 
 namespace describe {
+
+Kinds allKinds(const FormatModel& format)
+{
+    Kinds kinds;
+    for (const auto& kind : format.kinds()) {
+        kinds.push_back(kind.get());
+    }
+    return kinds;
+}
 
 std::vector<Carrier> carriersOf(const FormatModel& format, const KindModel& kind)
 {
     std::vector<Carrier> carriers;
-    for (const auto& candidate : format.kinds()) {
+    for (const KindModel* candidate : allKinds(format)) {
         for (const FieldModel& field : candidate->fields) {
             if (field.element == &kind) {
-                carriers.push_back({candidate.get(), &field});
+                carriers.push_back({candidate, &field});
             }
         }
     }
     return carriers;
 }
 
-const char* typeName(FieldType::Kind type)
+std::vector<Discriminant> discriminantsOf(const KindModel& kind)
 {
-    switch (type) {
-    case FieldType::Byte:
-        return "byte";
-    case FieldType::Character:
-        return "character";
-    case FieldType::Float64:
-        return "float";
-    case FieldType::Signed:
-        return "signed";
-    case FieldType::Unsigned:
-        return "unsigned";
-    case FieldType::SubMessage:
-        return "messages";
+    std::vector<Discriminant> discriminants;
+    for (const auto& [field, value] : kind.info->getDiscriminantValues()) {
+        discriminants.push_back({field->getName().toStdString(), value.toUnsigned()});
     }
-    return "";
+    return discriminants;
+}
+
+const char* typeName(const FieldModel& field)
+{
+    // By the numbers of RTCM2_type_enum, which never change.
+    constexpr const char* names[] = {"unsigned",  "signed", "byte",
+                                     "character", "float",  "messages"};
+    return names[field.row->type];
 }
 
 std::string typeText(const FieldModel& field)
@@ -42,10 +50,15 @@ std::string typeText(const FieldModel& field)
     if (field.element != nullptr) {
         return field.element->name;
     }
-    const FieldType::Kind type = field.info->getType().getKind();
-    const std::string name = typeName(type);
-    const bool widthVaries = type == FieldType::Signed || type == FieldType::Unsigned;
-    return widthVaries ? name + " " + std::to_string(field.info->getType().getWidth()) : name;
+    const bool widthVaries =
+        field.row->type == RTCM2_TYPE_SIGNED || field.row->type == RTCM2_TYPE_UNSIGNED;
+    return typeName(field) + (widthVaries ? " " + std::to_string(field.row->bits) : "");
+}
+
+bool isVirtual(const FieldModel& field)
+{
+    const RTCM2_role_enum role = field.row->role;
+    return role == RTCM2_ROLE_COUNT || role == RTCM2_ROLE_LOOKUP || role == RTCM2_ROLE_CONSTANT;
 }
 
 std::string flagsText(const FieldModel& field)
@@ -57,59 +70,43 @@ std::string flagsText(const FieldModel& field)
     if (field.isRepeated()) {
         flags.push_back("repeated");
     }
-    if (field.info->isVirtual()) {
+    if (isVirtual(field)) {
         flags.push_back("virtual");
     }
     return joined(flags);
 }
 
-std::string valueText(const FieldValue& value)
+std::span<const RTCM2_text_s> codedValues(const FieldModel& field)
 {
-    switch (value.getKind()) {
-    case FieldType::Byte:
-        return "0x" + QString::number(value.toUnsigned(), 16)
-                          .rightJustified(2, QLatin1Char('0'))
-                          .toStdString();
-    case FieldType::Character:
-        return QString(QLatin1Char(value.toCharacter())).toStdString();
-    case FieldType::Float64:
-        return QString::number(value.toDouble(), 'g', 17).toStdString();
-    case FieldType::Signed:
-        return std::to_string(value.toSigned());
-    case FieldType::Unsigned:
-        return std::to_string(value.toUnsigned());
-    case FieldType::SubMessage:
-        break;
-    }
-    return "";
+    return {field.row->texts, field.row->text_count};
 }
 
-std::vector<std::string> partNames(const FieldModel& field)
+std::string valueText(const FieldModel& field, std::int64_t value)
+{
+    Text text;
+    text.append(field.row->type == RTCM2_TYPE_BYTE ? "0x" : "");
+    appendPlain(text, field, value);
+    return std::string(text.view());
+}
+
+std::vector<std::string> partNames(const KindModel& kind, const FieldModel& field)
 {
     std::vector<std::string> names;
-    for (const FieldInfo* part : field.info->getSubFieldInfos()) {
-        names.push_back(part->getName().toStdString());
+    for (const FieldModel& part : kind.fields) {
+        if (part.row->role == RTCM2_ROLE_SLICE && part.row->of == field.row) {
+            names.push_back(part.name);
+        }
     }
     return names;
 }
 
-std::string joined(const std::vector<std::string>& texts)
+std::string joined(const std::vector<std::string>& texts, const char* separator)
 {
     std::string result;
     for (const std::string& text : texts) {
-        result += (result.empty() ? "" : ", ") + text;
+        result += (result.empty() ? "" : separator) + text;
     }
     return result;
-}
-
-std::string identification(const KindModel& kind)
-{
-    std::vector<std::string> conditions;
-    for (const MessageInfo::Discriminant& discriminant : kind.info->getDiscriminantValues()) {
-        conditions.push_back(discriminant.first->getName().toStdString() + " = " +
-                             valueText(discriminant.second));
-    }
-    return joined(conditions);
 }
 
 std::string carriersText(const FormatModel& format, const KindModel& kind)
@@ -119,6 +116,20 @@ std::string carriersText(const FormatModel& format, const KindModel& kind)
         texts.push_back(carrier.kind->name + " (" + carrier.field->name + ")");
     }
     return joined(texts);
+}
+
+std::vector<std::string> statements(const FormatModel& format, const KindModel& kind)
+{
+    std::vector<std::string> result;
+    for (const Discriminant& discriminant : discriminantsOf(kind)) {
+        result.push_back("Identified by " + discriminant.field + " = " +
+                         std::to_string(discriminant.value));
+    }
+    const std::string carriers = carriersText(format, kind);
+    if (!carriers.empty()) {
+        result.push_back("Part of " + carriers);
+    }
+    return result;
 }
 
 }    // namespace describe

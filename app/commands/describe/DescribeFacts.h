@@ -3,48 +3,59 @@
 
 #include "format/FormatModel.h"
 
-#include "FieldType.h"
-
+#include <span>
 #include <string>
 #include <vector>
-
-class FieldValue;
 
 namespace describe {
 
 using Kinds = std::vector<const KindModel*>;
+
+Kinds allKinds(const FormatModel& format);
 
 // A field that holds elements of some kind, with the kind that has the field.
 struct Carrier {
     const KindModel* kind;
     const FieldModel* field;
 };
-
 // Where elements of the kind occur; empty for main kinds.
 std::vector<Carrier> carriersOf(const FormatModel& format, const KindModel& kind);
 
+// The field and its value by which messages of the kind are told; none for parts of messages.
+struct Discriminant {
+    std::string field;
+    std::uint64_t value;
+};
+std::vector<Discriminant> discriminantsOf(const KindModel& kind);
+
 // "byte", "character", "unsigned", "signed", "float" or "messages".
-const char* typeName(FieldType::Kind type);
+const char* typeName(const FieldModel& field);
 
 // For people: the type and its width in bits where it varies, or the kind of the elements.
 std::string typeText(const FieldModel& field);
 
+// Whether the value is computed and has no bits of its own in the message.
+bool isVirtual(const FieldModel& field);
+
 // For people: "optional", "repeated", "virtual", those that apply.
 std::string flagsText(const FieldModel& field);
 
+// Coded values of the field and what they mean.
+std::span<const RTCM2_text_s> codedValues(const FieldModel& field);
+
 // A value as views show it raw; bytes in hexadecimal after 0x.
-std::string valueText(const FieldValue& value);
+std::string valueText(const FieldModel& field, std::int64_t value);
 
 // The names of fields that show parts of the field's value.
-std::vector<std::string> partNames(const FieldModel& field);
+std::vector<std::string> partNames(const KindModel& kind, const FieldModel& field);
 
 // "A, B, C"
-std::string joined(const std::vector<std::string>& texts);
-
-// How to tell messages of the kind: "Message Type = 1"; empty where nothing tells.
-std::string identification(const KindModel& kind);
+std::string joined(const std::vector<std::string>& texts, const char* separator = ", ");
 
 // "Message Type 1 (Corrections), ..."; empty for main kinds.
 std::string carriersText(const FormatModel& format, const KindModel& kind);
+
+// What tells messages of the kind, and where it is a part: "Identified by Message Type = 1".
+std::vector<std::string> statements(const FormatModel& format, const KindModel& kind);
 
 }    // namespace describe

@@ -1,6 +1,5 @@
 #include "commands/describe/DescribeView.h"
 
-#include "FieldInfo.h"
 #include "base/Names.h"
 
 namespace describe {
@@ -34,45 +33,36 @@ std::string head(const Row& row)
     return line(row) + line(Row(row.size(), "---"));
 }
 
-std::string notes(const FieldModel& field)
+std::string notes(const KindModel& kind, const FieldModel& field)
 {
-    Row parts;
-    for (const FieldInfo::SymbolicValue& symbolic : field.info->getSymbolicValues()) {
-        parts.push_back(valueText(symbolic.first) + ": " + plain(symbolic.second.toStdString()));
+    Row notes;
+    for (const RTCM2_text_s& coded : codedValues(field)) {
+        notes.push_back(valueText(field, coded.value) + ": " + plain(coded.text));
     }
-    if (field.info->hasDoNotUseValue()) {
-        parts.push_back("not to be used when " + valueText(field.info->getDoNotUseValue()));
+    if (field.row->has_do_not_use != 0) {
+        notes.push_back("not to be used when " + valueText(field, field.row->do_not_use));
     }
-    const auto names = partNames(field);
-    if (!names.empty()) {
-        parts.push_back("parts: " + plain(joined(names)));
+    const auto parts = partNames(kind, field);
+    if (!parts.empty()) {
+        notes.push_back("parts: " + plain(joined(parts)));
     }
-    std::string result;
-    for (const std::string& part : parts) {
-        result += (result.empty() ? "" : "<br>") + part;
-    }
-    return result;
+    return joined(notes, "<br>");
 }
 
 std::string section(const FormatModel& format, const KindModel& kind)
 {
     std::string result = "## " + plain(kind.name) + "\n\n";
-    const std::string identified = identification(kind);
-    const std::string carriers = carriersText(format, kind);
     if (!kind.text.empty()) {
         result += plain(kind.text) + ".\n\n";
     }
-    if (!identified.empty()) {
-        result += "Identified by " + plain(identified) + ".\n\n";
-    }
-    if (!carriers.empty()) {
-        result += "Part of " + plain(carriers) + ".\n\n";
+    for (const std::string& statement : statements(format, kind)) {
+        result += plain(statement) + ".\n\n";
     }
     result += head({"No.", "Field", "Identifier", "Type", "Unit", "Flags", "Values"});
     for (const FieldModel& field : kind.fields) {
         result +=
             line({std::to_string(field.index), plain(field.name), "`" + field.identifier + "`",
-                  plain(typeText(field)), plain(field.unit), flagsText(field), notes(field)});
+                  plain(typeText(field)), plain(field.unit), flagsText(field), notes(kind, field)});
     }
     return result;
 }
@@ -83,7 +73,7 @@ std::string markdownOverview(const FormatModel& format)
 {
     std::string result = "# " + plain(format.name()) + "\n\n" +
                          head({"Type", "Kind", "Identifier", "Fields", "Description"});
-    for (const auto& kind : format.kinds()) {
+    for (const KindModel* kind : allKinds(format)) {
         const std::string carriers = carriersText(format, *kind);
         const std::string about = carriers.empty() ? kind->text : "Part of " + carriers;
         result += line({kind->typeNumber < 0 ? "" : std::to_string(kind->typeNumber),

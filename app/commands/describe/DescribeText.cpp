@@ -1,8 +1,7 @@
 #include "commands/describe/DescribeView.h"
 
-#include "FieldInfo.h"
-
 #include <algorithm>
+#include <sstream>
 
 namespace describe {
 
@@ -14,7 +13,7 @@ using Row = std::vector<std::string>;
 
 // Aligned columns two blanks apart; numbers in the first column stand to the right. Columns without
 // any content are left out.
-std::string table(const Row& heads, const std::vector<Row>& rows, const std::string& indent)
+std::string table(const Row& heads, const std::vector<Row>& rows)
 {
     std::vector<std::size_t> widths(heads.size(), 0);
     for (const Row& row : rows) {
@@ -23,7 +22,7 @@ std::string table(const Row& heads, const std::vector<Row>& rows, const std::str
         }
     }
     const auto line = [&](const Row& row) {
-        std::string text = indent + std::string(widths[0] - row[0].size(), ' ') + row[0];
+        std::string text = "  " + std::string(widths[0] - row[0].size(), ' ') + row[0];
         for (std::size_t i = 1; i < row.size(); ++i) {
             if (widths[i] != 0) {
                 text += "  " + row[i] + std::string(widths[i] - row[i].size(), ' ');
@@ -39,20 +38,17 @@ std::string table(const Row& heads, const std::vector<Row>& rows, const std::str
 }
 
 // Broken at blanks; every line after the first is indented further.
-std::string paragraph(const std::string& text, const std::string& indent)
+std::string paragraph(const std::string& text)
 {
     std::string result;
-    std::string line = indent;
-    std::size_t begin = 0;
-    while (begin < text.size()) {
-        const std::size_t end = std::min(text.find(' ', begin), text.size());
-        const std::string word = text.substr(begin, end - begin);
-        if (line.size() + 1 + word.size() > lineWidth && line.find_first_not_of(' ') != line.npos) {
+    std::string line = " ";
+    std::istringstream words(text);
+    for (std::string word; words >> word;) {
+        if (line.size() + 1 + word.size() > lineWidth) {
             result += line + "\n";
-            line = indent + "  ";
+            line = "   ";
         }
-        line += (line.find_first_not_of(' ') == line.npos ? "" : " ") + word;
-        begin = end + 1;
+        line += " " + word;
     }
     return result + line + "\n";
 }
@@ -64,26 +60,26 @@ std::string fieldTable(const KindModel& kind)
         rows.push_back({std::to_string(field.index), field.name, field.identifier, typeText(field),
                         field.unit, flagsText(field)});
     }
-    return table({"No.", "Field", "Identifier", "Type", "Unit", "Flags"}, rows, "  ");
+    return table({"No.", "Field", "Identifier", "Type", "Unit", "Flags"}, rows);
 }
 
 // What a line of the table has no room for.
-std::string remarks(const FieldModel& field)
+std::string remarks(const KindModel& kind, const FieldModel& field)
 {
     std::string result;
     std::size_t width = 0;
-    for (const FieldInfo::SymbolicValue& symbolic : field.info->getSymbolicValues()) {
-        width = std::max(width, valueText(symbolic.first).size());
+    for (const RTCM2_text_s& coded : codedValues(field)) {
+        width = std::max(width, valueText(field, coded.value).size());
     }
-    for (const FieldInfo::SymbolicValue& symbolic : field.info->getSymbolicValues()) {
-        const std::string value = valueText(symbolic.first);
-        result += "    " + std::string(width - value.size(), ' ') + value + "  " +
-                  symbolic.second.toStdString() + "\n";
+    for (const RTCM2_text_s& coded : codedValues(field)) {
+        const std::string value = valueText(field, coded.value);
+        result +=
+            "    " + std::string(width - value.size(), ' ') + value + "  " + coded.text + "\n";
     }
-    if (field.info->hasDoNotUseValue()) {
-        result += "    not to be used when " + valueText(field.info->getDoNotUseValue()) + "\n";
+    if (field.row->has_do_not_use != 0) {
+        result += "    not to be used when " + valueText(field, field.row->do_not_use) + "\n";
     }
-    const auto parts = partNames(field);
+    const auto parts = partNames(kind, field);
     if (!parts.empty()) {
         result += "    parts of it are shown as " + joined(parts) + "\n";
     }
@@ -93,17 +89,12 @@ std::string remarks(const FieldModel& field)
 std::string kindText(const FormatModel& format, const KindModel& kind)
 {
     std::string result = kind.name + (kind.text.empty() ? "" : ": " + kind.text) + "\n";
-    const std::string identified = identification(kind);
-    if (!identified.empty()) {
-        result += paragraph("Identified by " + identified, "  ");
-    }
-    const std::string carriers = carriersText(format, kind);
-    if (!carriers.empty()) {
-        result += paragraph("Part of " + carriers, "  ");
+    for (const std::string& statement : statements(format, kind)) {
+        result += paragraph(statement);
     }
     result += "\n" + fieldTable(kind);
     for (const FieldModel& field : kind.fields) {
-        result += remarks(field);
+        result += remarks(kind, field);
     }
     return result;
 }
@@ -114,7 +105,7 @@ std::string textOverview(const FormatModel& format)
 {
     std::vector<Row> messages;
     std::string parts;
-    for (const auto& kind : format.kinds()) {
+    for (const KindModel* kind : allKinds(format)) {
         const std::string fields = std::to_string(kind->fields.size());
         if (kind->isMain) {
             messages.push_back({kind->typeNumber < 0 ? "" : std::to_string(kind->typeNumber),
@@ -123,12 +114,11 @@ std::string textOverview(const FormatModel& format)
             const std::string carriers = carriersText(format, *kind);
             const std::string noun = kind->fields.size() == 1 ? " field" : " fields";
             parts += paragraph(kind->name + ", " + fields + noun +
-                                   (carriers.empty() ? "" : ", in " + carriers),
-                               "  ");
+                               (carriers.empty() ? "" : ", in " + carriers));
         }
     }
     return format.name() + " messages\n\n" +
-           table({"Type", "Kind", "Fields", "Description"}, messages, "  ") +
+           table({"Type", "Kind", "Fields", "Description"}, messages) +
            (parts.empty() ? "" : "\nParts of messages\n\n" + parts);
 }
 
