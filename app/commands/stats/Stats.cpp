@@ -2,111 +2,105 @@
 
 #include <tuple>
 
-void TimeSpan::add(std::uint64_t time, std::uint64_t wrap)
+void StationStats::addTime(std::uint64_t time, std::uint64_t wrap)
 {
-    if (wrap != 0 && time >= wrap) {
+    if (time >= wrap) {
         return;
     }
-    if (lastTime) {
-        auto step = static_cast<std::int64_t>(time) - static_cast<std::int64_t>(*lastTime);
-        const auto half = static_cast<std::int64_t>(wrap / 2);
-        if (wrap != 0 && step < -half) {
-            step += static_cast<std::int64_t>(wrap);
-        } else if (wrap != 0 && step > half) {
-            step -= static_cast<std::int64_t>(wrap);
+    if (first) {
+        const auto whole = static_cast<std::int64_t>(wrap);
+        auto step = static_cast<std::int64_t>(time) - static_cast<std::int64_t>(last);
+        if (step < -whole / 2) {
+            step += whole;
+        } else if (step > whole / 2) {
+            step -= whole;
         }
-        units += step;
-        ++stepCount;
+        elapsed += step;
+        ++steps;
     } else {
-        firstTime = time;
+        first = time;
     }
-    lastTime = time;
+    last = time;
 }
 
-void TimeSpan::add(const TimeSpan& later)
-{
-    if (!firstTime) {
-        firstTime = later.firstTime;
-    }
-    if (later.lastTime) {
-        lastTime = later.lastTime;
-    }
-    units += later.units;
-    stepCount += later.stepCount;
-}
-
-void StationStats::add(const StationStats& later)
+StationStats& StationStats::operator+=(const StationStats& later)
 {
     messages += later.messages;
-    time.add(later.time);
+    if (later.first) {
+        first = first ? first : later.first;
+        last = later.last;
+    }
+    elapsed += later.elapsed;
+    steps += later.steps;
+    return *this;
 }
 
-void SatelliteCounts::add(std::uint64_t system, std::uint64_t satellite, std::uint64_t times)
+void SatelliteCounts::add(const Seen& seen)
 {
-    if (system >= maxSystems || satellite >= maxSatellites) {
-        beyond += times;
+    if (seen.system >= maxSystems || seen.satellite >= maxSatellites) {
+        beyond += seen.times;
         return;
     }
-    if (system >= counts.size()) {
-        counts.resize(system + 1);
+    if (counts.size() <= seen.system * maxSatellites) {
+        counts.resize((seen.system + 1) * maxSatellites);
     }
-    counts[system][satellite] += times;
+    counts[seen.system * maxSatellites + seen.satellite] += seen.times;
 }
 
-void SatelliteCounts::add(const SatelliteCounts& more)
+SatelliteCounts& SatelliteCounts::operator+=(const SatelliteCounts& more)
 {
-    more.forEach([this](std::size_t system, std::size_t satellite, std::uint64_t times) {
-        add(system, satellite, times);
-    });
+    for (const Seen& seen : more.sorted()) {
+        add(seen);
+    }
     beyond += more.beyond;
+    return *this;
 }
 
-StationStats& KindStats::of(std::uint64_t station)
+std::vector<SatelliteCounts::Seen> SatelliteCounts::sorted() const
 {
-    if (stations.size() < maxStations) {
-        return stations[station];
+    std::vector<Seen> all;
+    for (std::uint64_t i = 0; i < counts.size(); ++i) {
+        if (counts[i] != 0) {
+            all.push_back({i / maxSatellites, i % maxSatellites, counts[i]});
+        }
     }
-    const auto known = stations.find(station);
-    return known != stations.end() ? known->second : otherStations;
+    return all;
 }
 
-void KindStats::add(const KindStats& later)
+KindStats& KindStats::operator+=(const KindStats& later)
 {
     messages += later.messages;
-    for (const auto& [station, stats] : later.stations) {
-        of(station).add(stats);
-    }
-    otherStations.add(later.otherStations);
-    satellites.add(later.satellites);
+    stations += later.stations;
+    satellites += later.satellites;
+    return *this;
 }
 
-void Stats::add(const Stats& later)
+std::vector<std::pair<std::optional<std::uint64_t>, StationStats>> KindStats::allStations() const
 {
-    read.bytesRead += later.read.bytesRead;
-    read.bytesSkipped += later.read.bytesSkipped;
-    messages += later.messages;
-    unreported += later.unreported;
-    damaged += later.damaged;
-    truncated += later.truncated;
-    unknown += later.unknown;
-    misfit += later.misfit;
+    std::vector<std::pair<std::optional<std::uint64_t>, StationStats>> all(stations.values.begin(),
+                                                                           stations.values.end());
+    if (stations.others.messages != 0) {
+        all.emplace_back(std::nullopt, stations.others);
+    }
+    return all;
+}
+
+bool KindOrder::operator()(const KindModel* a, const KindModel* b) const
+{
+    return std::tie(a->typeNumber, a->name) < std::tie(b->typeNumber, b->name);
+}
+
+Stats& Stats::operator+=(const Stats& later)
+{
+    for (const NamedNumber& named : namedNumbers) {
+        this->*named.number += later.*named.number;
+    }
     for (const auto& [kind, stats] : later.kinds) {
-        kinds[kind].add(stats);
+        kinds[kind] += stats;
     }
-    texts.add(later.texts);
-    events.add(later.events);
-    unreportedTypes.add(later.unreportedTypes);
-    unknownTypes.add(later.unknownTypes);
-}
-
-std::vector<const KindModel*> Stats::sortedKinds() const
-{
-    std::vector<const KindModel*> sorted;
-    for (const auto& entry : kinds) {
-        sorted.push_back(entry.first);
-    }
-    std::sort(sorted.begin(), sorted.end(), [](const KindModel* a, const KindModel* b) {
-        return std::tie(a->typeNumber, a->name) < std::tie(b->typeNumber, b->name);
-    });
-    return sorted;
+    texts += later.texts;
+    unreportedTypes += later.unreportedTypes;
+    unknownTypes += later.unknownTypes;
+    events += later.events;
+    return *this;
 }

@@ -1,7 +1,7 @@
 #include "commands/stats/StatsCollector.h"
 
 #include "base/Characters.h"
-#include "commands/stats/StatsSystems.h"
+#include "plugin/Plugin.h"
 
 namespace {
 
@@ -12,29 +12,52 @@ std::uint64_t valueOf(const FieldModel& field, const void* record)
 
 }    // namespace
 
-StatsCollector::StatsCollector(std::unique_ptr<StatsView> statsView, const FieldParts& fieldParts,
-                               TypeNumberOf numberOf, const std::vector<const KindModel*>& kinds)
-    : view(std::move(statsView)), names(fieldParts), typeNumberOf(std::move(numberOf)),
-      kindParts(static_cast<std::size_t>(RTCM2_last_kind()) + 1), kindStats(kindParts.size())
+StatsCollector::StatsCollector(Output& out, const FieldParts& fieldParts,
+                               const std::vector<const KindModel*>& kinds)
+    : output(out), parts(fieldParts), kindFields(static_cast<std::size_t>(RTCM2_last_kind()) + 1),
+      kindStats(kindFields.size())
 {
     for (const KindModel* kind : kinds) {
-        kindParts[kind->number()] = partsOf(*kind, names);
+        kindFields[kind->number()] = countedFieldsOf(*kind);
     }
 }
 
-StatsCollector::Parts StatsCollector::partsOf(const KindModel& kind, const FieldParts& names)
+StatsCollector::CountedFields StatsCollector::countedFieldsOf(const KindModel& kind) const
 {
-    Parts parts{.station = kind.field(names.station), .time = kind.field(names.time)};
-    const FieldModel* text = kind.field(names.text);
-    parts.text = text != nullptr && text->isText() ? text : nullptr;
+    CountedFields counted{.station = kind.field(parts.station), .time = kind.field(parts.time)};
+    const FieldModel* text = kind.field(parts.text);
+    counted.text = text != nullptr && text->isText() ? text : nullptr;
     for (const FieldModel& field : kind.fields) {
-        if (field.element != nullptr && field.element->field(names.satellite) != nullptr) {
-            parts.elements = &field;
-            parts.satellite = field.element->field(names.satellite);
-            parts.system = systemField(*field.element, names);
+        if (field.element != nullptr && field.element->field(parts.satellite) != nullptr) {
+            counted.elements = &field;
+            counted.satellite = field.element->field(parts.satellite);
+            for (const std::string& name : parts.system) {
+                const FieldModel* named = field.element->field(name);
+                counted.system = counted.system != nullptr ? counted.system : named;
+            }
         }
     }
-    return parts;
+    return counted;
+}
+
+std::string StatsCollector::systemName(const KindModel& kind, std::uint64_t system) const
+{
+    if (const FieldModel* field = kindFields[kind.number()].system) {
+        const char* name = RTCM2_text_of(field->row, static_cast<std::int64_t>(system));
+        return name != nullptr ? name : std::to_string(system);
+    }
+    const auto known = parts.systemOfKind.find(kind.name);
+    return known != parts.systemOfKind.end() ? known->second : std::string();
+}
+
+double StatsCollector::secondsOf(const StationStats& station) const
+{
+    return static_cast<double>(station.elapsed) * parts.secondsPerTimeUnit;
+}
+
+double StatsCollector::messagesPerSecond(const StationStats& station) const
+{
+    return static_cast<double>(station.steps) / secondsOf(station);
 }
 
 void StatsCollector::take(const Found& found)
@@ -44,7 +67,7 @@ void StatsCollector::take(const Found& found)
         return countMessage(found);
     case Found::What::unreported:
         ++current.unreported;
-        current.unreportedTypes.add(typeNumberOf(found.bytes));
+        ++current.unreportedTypes.of(plugin::typeNumberOf(found.bytes));
         break;
     case Found::What::damaged:
         ++current.damaged;
@@ -54,58 +77,57 @@ void StatsCollector::take(const Found& found)
         break;
     case Found::What::unknownType:
         ++current.unknown;
-        current.unknownTypes.add(typeNumberOf(found.bytes));
-        current.events.add(found.text);
+        ++current.unknownTypes.of(plugin::typeNumberOf(found.bytes));
+        ++current.events.of(found.text);
         break;
     case Found::What::misfit:
         ++current.misfit;
-        current.events.add(found.text);
+        ++current.events.of(found.text);
         break;
     }
 }
 
 void StatsCollector::countMessage(const Found& found)
 {
-    const Parts& parts = kindParts[found.kind->number()];
+    const CountedFields& fields = kindFields[found.kind->number()];
     KindStats*& kind = kindStats[found.kind->number()];
     if (kind == nullptr) {
         kind = &current.kinds[found.kind];
     }
     ++current.messages;
     ++kind->messages;
-    StationStats& station = parts.station != nullptr
-                                ? kind->of(valueOf(*parts.station, found.record))
-                                : kind->otherStations;
+    StationStats& station = fields.station != nullptr
+                                ? kind->stations.of(valueOf(*fields.station, found.record))
+                                : kind->stations.others;
     ++station.messages;
-    if (parts.time != nullptr) {
-        station.time.add(valueOf(*parts.time, found.record), names.timeWrap);
+    if (fields.time != nullptr) {
+        station.addTime(valueOf(*fields.time, found.record), parts.timeWrap);
     }
-    if (parts.text != nullptr) {
-        current.texts.add(std::string(upToFirstNul(parts.text->characters(found.record))));
+    if (fields.text != nullptr) {
+        ++current.texts.of(std::string(upToFirstNul(fields.text->characters(found.record))));
     }
-    if (parts.elements != nullptr) {
-        countSatellites(parts, found.record, kind->satellites);
+    if (fields.elements != nullptr) {
+        countSatellites(fields, found.record, kind->satellites);
     }
 }
 
-void StatsCollector::countSatellites(const Parts& parts, const void* record,
+void StatsCollector::countSatellites(const CountedFields& fields, const void* record,
                                      SatelliteCounts& satellites)
 {
-    parts.elements->eachElement(record, [&](const void* element) {
+    fields.elements->eachElement(record, [&](const void* element) {
         // Where no field tells the system, the kind of the message does.
-        satellites.add(parts.system != nullptr ? valueOf(*parts.system, element) : 0,
-                       valueOf(*parts.satellite, element));
+        satellites.add({fields.system != nullptr ? valueOf(*fields.system, element) : 0,
+                        valueOf(*fields.satellite, element), 1});
     });
 }
 
 void StatsCollector::endOfInput(const std::string& name, const ReaderCounters& counters)
 {
-    current.input = name;
-    current.form = counters.form;
-    current.read = counters;
-    view->input(current);
-    all.add(current);
-    ++inputs;
+    current.bytesRead = counters.bytesRead;
+    current.bytesSkipped = counters.bytesSkipped;
+    writeInput(current, name, counters.form);
+    all += current;
+    ++inputCount;
     current = Stats();
     kindStats.assign(kindStats.size(), nullptr);
 }

@@ -1,58 +1,58 @@
-// Counts what is in each input and hands the counts on when the input ends.
+// Counts what is in each input and writes the counts when the input ends, and those of all inputs
+// at the end of everything.
 #pragma once
 
+#include "base/Output.h"
 #include "commands/stats/Stats.h"
 #include "format/FieldParts.h"
 #include "session/Sink.h"
 
-#include <functional>
-#include <memory>
-
-// Takes the counts of one input, or of all of them.
-class StatsView {
-public:
-    virtual ~StatsView() = default;
-
-    virtual void input(const Stats& stats) = 0;
-    // Once, after the last input. `inputs` tells how many there were.
-    virtual void total(const Stats& stats, std::size_t inputs) = 0;
-};
-
 class StatsCollector : public Sink {
 public:
-    // `typeNumberOf` gives the type number of a packed message.
-    using TypeNumberOf = std::function<int(std::span<const std::uint8_t>)>;
-
-    // The parts must outlive the collector. `kinds` are those that may occur.
-    StatsCollector(std::unique_ptr<StatsView> statsView, const FieldParts& fieldParts,
-                   TypeNumberOf numberOf, const std::vector<const KindModel*>& kinds);
+    // The output and the parts must outlive the collector. `kinds` are those that may occur.
+    StatsCollector(Output& out, const FieldParts& fieldParts,
+                   const std::vector<const KindModel*>& kinds);
 
     void take(const Found& found) override;
     void endOfInput(const std::string& name, const ReaderCounters& counters) override;
-    void finish() override { view->total(all, inputs); }
+    void finish() override { writeTotal(all, inputCount); }
     bool writesAlong() const override { return false; }    // but at the end of each input
+
+protected:
+    // The form of an input is empty where it is not known.
+    virtual void writeInput(const Stats& stats, const std::string& name,
+                            const std::string& form) = 0;
+    virtual void writeTotal(const Stats& stats, std::size_t inputs) = 0;
+
+    // The system's name for a value of the field that tells it, or what the kind of the message
+    // says; empty when nothing is known.
+    std::string systemName(const KindModel& kind, std::uint64_t system) const;
+    double secondsOf(const StationStats& station) const;
+    // Of stations whose messages took some time.
+    double messagesPerSecond(const StationStats& station) const;
+
+    Output& output;
+    const FieldParts& parts;
 
 private:
     // Where a kind has what is counted; null where it has no such field.
-    struct Parts {
+    struct CountedFields {
         const FieldModel* station = nullptr;
         const FieldModel* time = nullptr;
         const FieldModel* text = nullptr;
         const FieldModel* elements = nullptr;     // that name satellites
         const FieldModel* satellite = nullptr;    // in the elements
-        const FieldModel* system = nullptr;       // in the elements
+        const FieldModel* system = nullptr;       // in the elements; its values name the system
     };
 
-    static Parts partsOf(const KindModel& kind, const FieldParts& names);
+    CountedFields countedFieldsOf(const KindModel& kind) const;
     void countMessage(const Found& found);
-    void countSatellites(const Parts& parts, const void* record, SatelliteCounts& satellites);
+    static void countSatellites(const CountedFields& fields, const void* record,
+                                SatelliteCounts& satellites);
 
-    std::unique_ptr<StatsView> view;
-    const FieldParts& names;
-    TypeNumberOf typeNumberOf;
-    std::vector<Parts> kindParts;    // by the number of the kind
+    std::vector<CountedFields> kindFields;    // by the number of the kind
     Stats current;
     std::vector<KindStats*> kindStats;    // of `current`, by the number of the kind
     Stats all;
-    std::size_t inputs = 0;
+    std::size_t inputCount = 0;
 };

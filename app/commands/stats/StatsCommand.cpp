@@ -1,6 +1,5 @@
 #include "commands/stats/StatsCommand.h"
 
-#include "commands/stats/StatsCollector.h"
 #include "commands/stats/StatsJson.h"
 #include "commands/stats/StatsTable.h"
 
@@ -18,14 +17,11 @@ void StatsCommand::declare(CLI::App& program)
 
 ExitStatus StatsCommand::run(Host& host)
 {
-    return runSession(host, reading, [&](Output& output, const MessageFilter& filter) {
-        std::unique_ptr<StatsView> view;
-        if (asJson) {
-            view = std::make_unique<StatsJson>(output, host.parts);
-        } else {
-            view = std::make_unique<StatsTable>(output, host.parts);
-        }
-        return std::make_unique<StatsCollector>(std::move(view), host.parts, plugin::typeNumberOf,
-                                                filter.kinds());
-    });
+    return runSession(
+        host, reading, [&](Output& output, const MessageFilter& filter) -> std::unique_ptr<Sink> {
+            if (asJson) {
+                return std::make_unique<StatsJson>(output, host.parts, filter.kinds());
+            }
+            return std::make_unique<StatsTable>(output, host.parts, filter.kinds());
+        });
 }

@@ -1,34 +1,20 @@
 // Counts as one JSON object.
 #pragma once
 
-#include "base/Output.h"
+#include "commands/JsonWriter.h"
 #include "commands/stats/StatsCollector.h"
 
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
-
-class StatsJson : public StatsView {
+class StatsJson : public StatsCollector {
 public:
-    // The output and the parts must outlive the view.
-    StatsJson(Output& out, const FieldParts& fieldParts);
-
-    void input(const Stats& stats) override;
-    void total(const Stats& stats, std::size_t inputs) override;
+    StatsJson(Output& out, const FieldParts& fieldParts,
+              const std::vector<const KindModel*>& kinds);
 
 private:
+    void writeInput(const Stats& stats, const std::string& name, const std::string& form) override;
+    void writeTotal(const Stats& stats, std::size_t inputs) override;
     void writeStats(const Stats& stats);
-    void writeKinds(const Stats& stats);
-    void writeStation(const StationStats& station);
-    void writeSatellites(const KindModel& kind, const SatelliteCounts& satellites);
-    void writeTexts(const Stats& stats);
-    void writeTypes(const char* key, const BoundedCounts<int>& types);
-    void writeEvents(const Stats& stats);
-    void number(const char* key, std::uint64_t value);
-    void text(const char* key, const std::string& value);
-    void writeOut();
+    void writeKind(const KindModel& kind, const KindStats& stats);
+    void writeTime(const StationStats& station);
 
-    Output& output;
-    const FieldParts& parts;
-    rapidjson::StringBuffer buffer;
-    rapidjson::PrettyWriter<rapidjson::StringBuffer> writer{buffer};
+    JsonWriter json;
 };
