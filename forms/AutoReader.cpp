@@ -84,5 +84,6 @@ ReaderCounters AutoReader::counters() const
         counters.bytesRead = detector ? seen.size() : bytesUnread;
     }
     counters.bytesRead += pending.size();
+    counters.certainty = sureness;
     return counters;
 }

@@ -19,7 +19,6 @@ public:
     std::string damage() const override { return chosen ? chosen->damage() : std::string(); }
     std::span<const std::uint8_t> recorded() const override;
     ReaderCounters counters() const override;
-    Certainty certainty() const override { return sureness; }
     std::string problem() const override { return problemText; }
 
 private:

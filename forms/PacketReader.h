@@ -7,19 +7,20 @@
 #include <span>
 #include <string>
 
-// What a reader has seen so far; final after the last frame.
-struct ReaderCounters {
-    std::uint64_t bytesRead = 0;
-    std::uint64_t bytesSkipped = 0;    // bytes that belong to no good message
-    const char* form = "";             // the input's form, for people; empty if not found out
-};
-
 // How a reader comes to its form.
 enum class Certainty : std::uint8_t {
     given,      // it was asked for
     vouched,    // parity, or lines exactly as long as they say, vouch for it
     likely,     // no other form fits, but nothing in this one would show if it were wrong
     unsure,     // not found out (yet)
+};
+
+// What a reader has seen so far; final after the last frame.
+struct ReaderCounters {
+    std::uint64_t bytesRead = 0;
+    std::uint64_t bytesSkipped = 0;    // bytes that belong to no good message
+    const char* form = "";             // the input's form, for people; empty if not found out
+    Certainty certainty = Certainty::given;    // of that form
 };
 
 // However the input is cut into pushes, the frames are the same. Memory does not grow with the
@@ -45,8 +46,6 @@ public:
     virtual std::span<const std::uint8_t> recorded() const { return {}; }
 
     virtual ReaderCounters counters() const = 0;
-
-    virtual Certainty certainty() const { return Certainty::given; }
 
     // Why the input cannot be read, for people, once that is known; empty where all is well. No
     // frame comes from such an input.

@@ -161,7 +161,7 @@ void RTCM2_form_reader_counters(const RTCM2_form_reader_s* reader, RTCM2_form_co
     *counters = {.bytes_read = seen.bytesRead,
                  .bytes_skipped = seen.bytesSkipped,
                  .form = seen.form,
-                 .certainty = certaintyOf(reader->reader->certainty())};
+                 .certainty = certaintyOf(seen.certainty)};
 }
 
 RTCM2_form_writer_s* RTCM2_form_writer_new(const char* form)

@@ -125,7 +125,7 @@ void StatsCollector::endOfInput(const std::string& name, const ReaderCounters& c
 {
     current.bytesRead = counters.bytesRead;
     current.bytesSkipped = counters.bytesSkipped;
-    writeInput(current, name, counters.form);
+    writeInput(current, name, counters);
     all += current;
     ++inputCount;
     current = Stats();

@@ -19,9 +19,9 @@ public:
     bool writesAlong() const override { return false; }    // but at the end of each input
 
 protected:
-    // The form of an input is empty where it is not known.
+    // `form` and how certain it is stand in the counters that the reader has kept.
     virtual void writeInput(const Stats& stats, const std::string& name,
-                            const std::string& form) = 0;
+                            const ReaderCounters& counters) = 0;
     virtual void writeTotal(const Stats& stats, std::size_t inputs) = 0;
 
     // The system's name for a value of the field that tells it, or what the kind of the message

@@ -10,11 +10,13 @@ StatsJson::StatsJson(Output& out, const FieldParts& fieldParts,
     json.beginArray("inputs");
 }
 
-void StatsJson::writeInput(const Stats& stats, const std::string& name, const std::string& form)
+void StatsJson::writeInput(const Stats& stats, const std::string& name,
+                           const ReaderCounters& counters)
 {
     json.beginObject();
     json.member("input", validUtf8(name));
-    json.member("form", form);
+    json.member("form", std::string(counters.form));
+    json.member("form_is_certain", counters.certainty != Certainty::likely);
     writeStats(stats);
     json.endObject();
     output << json.take();

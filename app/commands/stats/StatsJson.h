@@ -10,7 +10,8 @@ public:
               const std::vector<const KindModel*>& kinds);
 
 private:
-    void writeInput(const Stats& stats, const std::string& name, const std::string& form) override;
+    void writeInput(const Stats& stats, const std::string& name,
+                    const ReaderCounters& counters) override;
     void writeTotal(const Stats& stats, std::size_t inputs) override;
     void writeStats(const Stats& stats);
     void writeKind(const KindModel& kind, const KindStats& stats);

@@ -88,10 +88,13 @@ std::string countsText(const char* title, const Counts& counts, const char* othe
 
 }    // namespace
 
-void StatsTable::writeInput(const Stats& stats, const std::string& name, const std::string& form)
+void StatsTable::writeInput(const Stats& stats, const std::string& name,
+                            const ReaderCounters& counters)
 {
+    const std::string form = counters.form;
+    const char* const likely = counters.certainty == Certainty::likely ? ", likely" : "";
     output << (isFirst ? "" : "\n") << printable(name)
-           << (form.empty() ? "" : " (form: " + form + ")") << "\n";
+           << (form.empty() ? "" : " (form: " + form + likely + ")") << "\n";
     isFirst = false;
     writeStats(stats);
 }

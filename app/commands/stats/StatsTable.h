@@ -8,7 +8,8 @@ public:
     using StatsCollector::StatsCollector;
 
 private:
-    void writeInput(const Stats& stats, const std::string& name, const std::string& form) override;
+    void writeInput(const Stats& stats, const std::string& name,
+                    const ReaderCounters& counters) override;
     void writeTotal(const Stats& stats, std::size_t inputs) override;
     void writeStats(const Stats& stats);
     void writeKinds(const Stats& stats);
