@@ -119,26 +119,26 @@ Conditions fieldConditions(const SyntaxNode& node, const Kinds& kinds)
     return conditions;
 }
 
-Conditions resolve(const SyntaxNode& node, const Kinds& kinds);
+Conditions conditionsOf(const SyntaxNode& node, const Kinds& kinds);
 
 Conditions chainedConditions(const SyntaxNode& node, const Kinds& kinds)
 {
     std::vector<Conditions> partsOfKinds(kinds.size());
     for (const SyntaxNode& part : node.parts) {
-        Conditions resolved = resolve(part, kinds);
+        Conditions conditions = conditionsOf(part, kinds);
         for (std::size_t i = 0; i < kinds.size(); ++i) {
-            partsOfKinds[i].push_back(std::move(resolved[i]));
+            partsOfKinds[i].push_back(std::move(conditions[i]));
         }
     }
-    Conditions conditions;
+    Conditions result;
+    const auto chain = node.kind == SyntaxNode::Kind::all ? allOf : anyOf;
     for (Conditions& parts : partsOfKinds) {
-        conditions.push_back(node.kind == SyntaxNode::Kind::all ? allOf(std::move(parts))
-                                                                : anyOf(std::move(parts)));
+        result.push_back(chain(std::move(parts)));
     }
-    return conditions;
+    return result;
 }
 
-Conditions resolve(const SyntaxNode& node, const Kinds& kinds)
+Conditions conditionsOf(const SyntaxNode& node, const Kinds& kinds)
 {
     Conditions conditions =
         node.parts.empty() ? fieldConditions(node, kinds) : chainedConditions(node, kinds);
@@ -158,7 +158,7 @@ std::vector<where::Condition> conditionsOf(std::string_view expression,
                                            const std::vector<const KindModel*>& kinds)
 {
     try {
-        return where::resolve(where::parseExpression(expression), kinds);
+        return where::conditionsOf(where::parseExpression(expression), kinds);
     } catch (const where::Problem& problem) {
         throw where::errorAt(expression, problem);
     }

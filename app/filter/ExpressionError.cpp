@@ -38,10 +38,8 @@ std::string printable(std::string_view text)
 FilterError errorAt(std::string_view expression, const Problem& problem)
 {
     const std::size_t place = std::min(problem.place, expression.size());
-    const std::size_t begin = place > shownBefore ? boundary(expression, place - shownBefore) : 0;
-    const std::size_t end = expression.size() - place > shownBehind
-                                ? boundary(expression, place + shownBehind)
-                                : expression.size();
+    const std::size_t begin = boundary(expression, place - std::min(place, shownBefore));
+    const std::size_t end = boundary(expression, std::min(place + shownBehind, expression.size()));
     const std::string before =
         (begin > 0 ? "..." : "") + printable(expression.substr(begin, place - begin));
     const std::string behind =

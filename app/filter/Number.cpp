@@ -17,14 +17,13 @@ bool beginsWithDigit(std::string_view text)
 std::int64_t exponentOf(std::string_view text)
 {
     constexpr std::int64_t outOfReach = 1'000'000;
-    const bool isNegative = text.starts_with('-');
-    if (isNegative || text.starts_with('+')) {
+    if (text.starts_with('+')) {
         text.remove_prefix(1);
     }
-    std::int64_t exponent = outOfReach;    // unless the next line finds a smaller one
+    // Stays when it has too many digits.
+    std::int64_t exponent = text.starts_with('-') ? -outOfReach : outOfReach;
     std::from_chars(text.data(), text.data() + text.size(), exponent);
-    exponent = std::min(exponent, outOfReach);
-    return isNegative ? -exponent : exponent;
+    return std::clamp(exponent, -outOfReach, outOfReach);
 }
 
 }    // namespace
@@ -75,14 +74,13 @@ void Number::setDigits(std::string_view text)
     std::string digits(text.substr(0, exponentPlace));
     const std::size_t point = std::min(digits.find('.'), digits.size());
     digits.erase(point, 1);
-    const std::size_t zeros = std::min(digits.find_first_not_of('0'), digits.size());
-    digits.erase(0, zeros);
     const std::int64_t exponent =
         exponentPlace < text.size() ? exponentOf(text.substr(exponentPlace + 1)) : 0;
-    constexpr std::int64_t tooMany = std::numeric_limits<std::uint64_t>::digits10 + 2;
-    const auto wholeDigits = static_cast<std::size_t>(std::clamp<std::int64_t>(
-        static_cast<std::int64_t>(point) - static_cast<std::int64_t>(zeros) + exponent, 0,
-        tooMany));
+    // More zeros than these behind the digits change nothing: the number is 0 or too large.
+    constexpr std::size_t mostZeros = std::numeric_limits<std::uint64_t>::digits10 + 1;
+    const auto wholeDigits = static_cast<std::size_t>(
+        std::clamp<std::int64_t>(static_cast<std::int64_t>(point) + exponent, 0,
+                                 static_cast<std::int64_t>(digits.size() + mostZeros)));
     hasFraction = digits.find_first_not_of('0', wholeDigits) != digits.npos;
     digits.resize(wholeDigits, '0');
     setWhole(digits, 10);

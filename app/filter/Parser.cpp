@@ -72,18 +72,13 @@ private:
         return chain(SyntaxNode::Kind::all, Token::Kind::conjunction, &Parser::negation);
     }
 
-    // Chains become one node, so that their length is no depth.
+    // Chains are one node, so that their length is no depth.
     SyntaxNode chain(SyntaxNode::Kind kind, Token::Kind connection, Part part)
     {
-        SyntaxNode first = (this->*part)();
-        if (!at(connection)) {
-            return first;
-        }
         SyntaxNode node{.kind = kind};
-        node.parts.push_back(std::move(first));
-        while (takeIf(connection)) {
+        do {
             node.parts.push_back((this->*part)());
-        }
+        } while (takeIf(connection));
         return node;
     }
 
