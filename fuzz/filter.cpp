@@ -2,7 +2,6 @@
 #include "fuzz.h"
 
 #include "commands/Host.h"
-#include "filter/Expression.h"
 #include "filter/MessageFilter.h"
 #include "plugin/DecoderDriver.h"
 
@@ -19,7 +18,6 @@ struct Filtered {
     {
         for (const auto& kind : host.model.kinds()) {
             if (kind->isMain) {
-                kinds.push_back(kind.get());
                 keep(static_cast<unsigned>(kind->typeNumber));
             }
         }
@@ -40,7 +38,6 @@ struct Filtered {
     }
 
     Host host;
-    std::vector<const KindModel*> kinds;
     std::vector<Outcome> messages;
 };
 
@@ -54,12 +51,11 @@ const Filtered& filtered()
 std::optional<std::vector<bool>> answers(const std::string& text)
 {
     try {
-        const Expression expression(text, filtered().kinds);
+        const Host& host = filtered().host;
+        const MessageFilter filter(host.model, {.where = text}, host.parts.station);
         std::vector<bool> result;
         for (const Outcome& message : filtered().messages) {
-            const KindModel& kind = *filtered().host.model.kindOf(message.record);
-            result.push_back(expression.holds(message.record, kind));
-            promise(4, !result.back() || expression.canHold(kind), "holds, but cannot");
+            result.push_back(filter.takes(message.record, *host.model.kindOf(message.record)));
         }
         return result;
     } catch (const FilterError& error) {

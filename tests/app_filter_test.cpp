@@ -1,9 +1,6 @@
+#include "commands/Host.h"
 #include "filter/MessageFilter.h"
-#include "plugin/DecoderDriver.h"
-#include "plugin/Plugin.h"
 #include "support/MessageHelpers.h"
-
-#include "AbstractDecoder.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +8,6 @@
 
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
 // Satellite 12 with PRC -100, RRC 5 and satellite 7 with what means "error".
 const Bytes corrections =
     packed(1, 4, {0x2C, 0xFF, 0x9C, 0x05, 0x2A, 0xE7, 0x80, 0x00, 0xFF, 0xA5, 0x00, 0x00});
@@ -32,13 +28,13 @@ class FilterTest : public testing::Test {
 protected:
     MessageFilter filterOf(const FilterOptions& options) const
     {
-        return MessageFilter(model, options, plugin::fieldParts().station);
+        return MessageFilter(host.model, options, host.parts.station);
     }
 
     bool takes(const FilterOptions& options, const Bytes& bytes)
     {
-        const Outcome outcome = driver.decode(bytes);
-        return filterOf(options).takes(outcome.record, *model.kindOf(outcome.record));
+        const Outcome outcome = host.driver.decode(bytes);
+        return filterOf(options).takes(outcome.record, *host.model.kindOf(outcome.record));
     }
 
     bool holds(const std::string& expression, const Bytes& bytes)
@@ -66,9 +62,7 @@ protected:
         return numbers;
     }
 
-    FormatModel model{plugin::format()};
-    std::unique_ptr<AbstractDecoder> decoder = plugin::makeDecoder();
-    DecoderDriver driver{*decoder, plugin::isSwitchedOff, plugin::makeExtractor};
+    Host host;
 };
 
 TEST_F(FilterTest, ExpressionsHoldOrNot)
@@ -221,7 +215,6 @@ TEST_F(FilterTest, DeepAndEndlessExpressionsAreRefusedOrHeld)
     EXPECT_TRUE(holds("Ns == 2." + std::string(16000, '0'), corrections));
     const std::pair<std::string, const char*> refused[] = {
         {nested(101), "nested too deeply"},
-        {std::string(16384, '('), "nested too deeply"},
         {std::string(16385, '!'), "too long"},
     };
     for (const auto& [expression, piece] : refused) {
@@ -265,7 +258,7 @@ TEST_F(FilterTest, WrongFiltersAreRefused)
     for (const auto& [options, piece] : cases) {
         EXPECT_NE(errorOf(options).find(piece), std::string::npos) << errorOf(options);
     }
-    EXPECT_THROW(MessageFilter(model, {.stations = {"1"}}, "No Such Field"), FilterError);
+    EXPECT_THROW(MessageFilter(host.model, {.stations = {"1"}}, "No Such Field"), FilterError);
 }
 
 }    // namespace

@@ -6,84 +6,45 @@ namespace where {
 
 namespace {
 
-class Constant : public Condition {
-public:
-    explicit Constant(bool value) : result(value) {}
-    bool holds(const void*) const override { return result; }
-    std::optional<bool> constant() const override { return result; }
-
-private:
-    bool result;
-};
-
-class Negation : public Condition {
-public:
-    explicit Negation(ConditionPtr negated) : part(std::move(negated)) {}
-    bool holds(const void* record) const override { return !part->holds(record); }
-
-private:
-    ConditionPtr part;
-};
-
 // Has the value `decisive` as soon as one part has it.
-class Chain : public Condition {
-public:
-    Chain(std::vector<ConditionPtr> chained, bool decides)
-        : parts(std::move(chained)), decisive(decides)
-    {
-    }
-
-    bool holds(const void* record) const override
-    {
-        const bool decided = std::any_of(parts.begin(), parts.end(), [&](const ConditionPtr& part) {
-            return part->holds(record) == decisive;
-        });
-        return decided == decisive;
-    }
-
-private:
-    std::vector<ConditionPtr> parts;
-    bool decisive;
-};
-
-ConditionPtr chain(std::vector<ConditionPtr> parts, bool decisive)
+Condition chain(std::vector<Condition> parts, bool decisive)
 {
-    for (const ConditionPtr& part : parts) {
-        if (part->constant() == decisive) {
-            return always(decisive);
+    for (const Condition& part : parts) {
+        if (part.constant == decisive) {
+            return part;
         }
     }
-    parts.erase(std::remove_if(parts.begin(), parts.end(),
-                               [](const ConditionPtr& part) { return part->constant(); }),
-                parts.end());
+    std::erase_if(parts, [](const Condition& part) { return part.constant.has_value(); });
     if (parts.empty()) {
-        return always(!decisive);
+        return {.constant = !decisive};
     }
-    return parts.size() == 1 ? std::move(parts.front())
-                             : std::make_unique<Chain>(std::move(parts), decisive);
+    if (parts.size() == 1) {
+        return std::move(parts.front());
+    }
+    return {.test = [parts = std::move(parts), decisive](const void* record) {
+        const bool decided = std::any_of(parts.begin(), parts.end(), [&](const Condition& part) {
+            return part.test(record) == decisive;
+        });
+        return decided == decisive;
+    }};
 }
 
 }    // namespace
 
-ConditionPtr always(bool result)
+Condition negationOf(Condition part)
 {
-    return std::make_unique<Constant>(result);
-}
-
-ConditionPtr negationOf(ConditionPtr part)
-{
-    if (const auto constant = part->constant()) {
-        return always(!*constant);
+    if (part.constant) {
+        return {.constant = !*part.constant};
     }
-    return std::make_unique<Negation>(std::move(part));
+    return {.test = [test = std::move(part.test)](const void* record) { return !test(record); }};
 }
 
-ConditionPtr allOf(std::vector<ConditionPtr> parts)
+Condition allOf(std::vector<Condition> parts)
 {
     return chain(std::move(parts), false);
 }
 
-ConditionPtr anyOf(std::vector<ConditionPtr> parts)
+Condition anyOf(std::vector<Condition> parts)
 {
     return chain(std::move(parts), true);
 }

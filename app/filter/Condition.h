@@ -1,30 +1,25 @@
 // A condition on the messages of one kind, with everything looked up.
 #pragma once
 
-#include <memory>
+#include <functional>
 #include <optional>
 #include <vector>
 
 namespace where {
 
-class Condition {
-public:
-    virtual ~Condition() = default;
-
-    // The record must be of the kind that the condition was made for.
-    virtual bool holds(const void* record) const = 0;
-
+struct Condition {
     // The result when it is the same for all messages of the kind.
-    virtual std::optional<bool> constant() const { return std::nullopt; }
+    std::optional<bool> constant{};
+    // Otherwise tells it for a record, which must be of the kind that the condition was made for.
+    std::function<bool(const void* record)> test{};
+
+    bool holds(const void* record) const { return constant ? *constant : test(record); }
 };
 
-using ConditionPtr = std::unique_ptr<Condition>;
-
-ConditionPtr always(bool result);
-ConditionPtr negationOf(ConditionPtr part);
+Condition negationOf(Condition part);
 
 // Parts that are the same for all messages are dropped, or decide at once.
-ConditionPtr allOf(std::vector<ConditionPtr> parts);
-ConditionPtr anyOf(std::vector<ConditionPtr> parts);
+Condition allOf(std::vector<Condition> parts);
+Condition anyOf(std::vector<Condition> parts);
 
 }    // namespace where

@@ -15,32 +15,12 @@
 // - not (or !) binds more tightly than and (or &&), which does so more tightly than or (or ||).
 #pragma once
 
+#include "filter/Condition.h"
 #include "format/FormatModel.h"
 
-#include <memory>
 #include <string_view>
-#include <unordered_map>
-#include <vector>
 
-namespace where {
-class Condition;
-}
-
-class Expression {
-public:
-    // `kinds` are those that the expression will be asked about. All names are looked up here.
-    // Throws FilterError.
-    Expression(std::string_view text, const std::vector<const KindModel*>& kinds);
-    ~Expression();
-    Expression(const Expression&) = delete;
-    Expression& operator=(const Expression&) = delete;
-
-    // Whether any message of the kind can fulfil the expression.
-    bool canHold(const KindModel& kind) const;
-
-    // Whether it holds for a record of this kind; false for other kinds than those given.
-    bool holds(const void* record, const KindModel& kind) const;
-
-private:
-    std::unordered_map<const KindModel*, std::unique_ptr<where::Condition>> conditions;
-};
+// One condition for each of the kinds, in their order, with all names looked up. Throws FilterError
+// for what cannot be understood or makes sense for none of the kinds.
+std::vector<where::Condition> conditionsOf(std::string_view expression,
+                                           const std::vector<const KindModel*>& kinds);

@@ -38,18 +38,16 @@ std::string printable(std::string_view text)
 FilterError errorAt(std::string_view expression, const Problem& problem)
 {
     const std::size_t place = std::min(problem.place, expression.size());
-    const std::size_t begin = place > shownBefore ? boundary(expression, place - shownBefore) : 0;
-    const std::size_t end = expression.size() - place > shownBehind
-                                ? boundary(expression, place + shownBehind)
-                                : expression.size();
-    const std::string lead = "  " + std::string(begin > 0 ? "..." : "");
-    const std::string before = printable(expression.substr(begin, place - begin));
+    const std::size_t begin = boundary(expression, place - std::min(place, shownBefore));
+    const std::size_t end = boundary(expression, std::min(place + shownBehind, expression.size()));
+    const std::string before =
+        (begin > 0 ? "..." : "") + printable(expression.substr(begin, place - begin));
     const std::string behind =
         printable(expression.substr(place, end - place)) + (end < expression.size() ? "..." : "");
-    const auto column = static_cast<std::size_t>(
-        std::count_if(before.begin(), before.end(), [](char c) { return !continuesCharacter(c); }));
-    std::string text = printable(problem.text) + "\n" + lead + before + behind + "\n" +
-                       std::string(lead.size() + column, ' ') + "^";
+    const auto column =
+        std::count_if(before.begin(), before.end(), [](char c) { return !continuesCharacter(c); });
+    std::string text = printable(problem.text) + "\n  " + before + behind + "\n  " +
+                       std::string(static_cast<std::size_t>(column), ' ') + "^";
     if (!problem.help.empty()) {
         text += "\n  " + problem.help;
     }

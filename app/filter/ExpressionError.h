@@ -8,6 +8,7 @@
 
 namespace where {
 
+// Thrown by all that reads a part of an expression.
 struct Problem {
     std::size_t place = 0;    // bytes before it in the expression
     std::string text;

@@ -1,7 +1,7 @@
 #include "filter/FieldCondition.h"
 
 #include "base/Characters.h"
-#include "filter/Lexer.h"
+#include "filter/ExpressionError.h"
 #include "format/FieldText.h"
 
 #include <QString>
@@ -34,117 +34,43 @@ bool satisfies(Comparison comparison, std::partial_ordering order)
     return false;
 }
 
-struct NumberTest {
-    Comparison comparison;
-    Number number;
+bool isAmong(const std::vector<std::int64_t>& values, std::int64_t value)
+{
+    return std::find(values.begin(), values.end(), value) != values.end();
+}
 
-    bool operator()(const FieldModel& field, const void* record, unsigned index) const
-    {
-        if (field.isReal()) {
-            return satisfies(comparison, number.orderOf(RTCM2_reader_real(&field.reader, record)));
-        }
-        return holdsFor(field, RTCM2_reader_integer(&field.reader, record, index));
-    }
-    bool holdsFor(const FieldModel& field, std::int64_t value) const
-    {
-        return satisfies(comparison, field.row->type == RTCM2_TYPE_SIGNED
-                                         ? number.orderOf(value)
-                                         : number.orderOf(static_cast<std::uint64_t>(value)));
-    }
-};
-
-// The values whose texts are meant.
-struct CodeTest {
-    std::vector<std::int64_t> values;
-    bool wanted;    // whether the field's value is to be one of them
-
-    bool operator()(const FieldModel& field, const void* record, unsigned index) const
-    {
-        return holdsFor(field, RTCM2_reader_integer(&field.reader, record, index));
-    }
-    bool holdsFor(const FieldModel&, std::int64_t value) const
-    {
-        return (std::find(values.begin(), values.end(), value) != values.end()) == wanted;
-    }
-};
-
-// Makes a test of single values one of all values of a field.
+// Holds when the test does for any record that has the field.
 template <class Test>
-struct AnyValue {
-    Test test;
+Condition anyRecord(const FieldPath& path, Test test)
+{
+    return {.test = [path, test = std::move(test)](const void* record) {
+        return path.anyRecord(record,
+                              [&](const void* holder) { return test(path.last(), holder); });
+    }};
+}
 
-    bool operator()(const FieldModel& field, const void* record) const
-    {
-        const unsigned count = field.count(record);
+// Holds when the test does for any value of an integer field.
+template <class Test>
+Condition anyValue(const FieldPath& path, Test test)
+{
+    return anyRecord(path, [test = std::move(test)](const FieldModel& field, const void* holder) {
+        const unsigned count = field.count(holder);
         for (unsigned i = 0; i < count; ++i) {
-            if (test(field, record, i)) {
+            if (test(RTCM2_reader_integer(&field.reader, holder, i))) {
                 return true;
             }
         }
         return false;
-    }
-};
-
-struct Presence {
-    bool operator()(const FieldModel& field, const void* record) const
-    {
-        return field.isPresent(record);
-    }
-};
-
-struct TextTest {
-    Comparison comparison;
-    QString text;
-
-    bool operator()(const FieldModel& field, const void* record) const
-    {
-        if (!field.isPresent(record)) {
-            return false;
-        }
-        const std::string_view characters = upToFirstNul(field.characters(record));
-        const auto value =
-            QString::fromLatin1(characters.data(), static_cast<int>(characters.size()));
-        return comparison == Comparison::contains
-                   ? value.contains(text, Qt::CaseInsensitive)
-                   : (value == text) == (comparison == Comparison::equal);
-    }
-};
-
-// Holds when the test does for any record that has the field.
-template <class Test>
-class FieldCondition : public Condition {
-public:
-    FieldCondition(const FieldPath& fieldPath, Test fieldTest)
-        : path(fieldPath), test(std::move(fieldTest))
-    {
-    }
-
-    bool holds(const void* record) const override
-    {
-        return path.anyRecord(record,
-                              [this](const void* holder) { return test(path.last(), holder); });
-    }
-
-private:
-    FieldPath path;
-    Test test;
-};
-
-template <class Test>
-ConditionPtr conditionOn(const FieldPath& path, Test test)
-{
-    return std::make_unique<FieldCondition<Test>>(path, std::move(test));
+    });
 }
 
-// A condition on single values. The field that identifies the kind has the same value in all its
-// messages.
+// The field that identifies the kind has the same value in all its messages.
 template <class Test>
-ConditionPtr valueCondition(const KindModel& kind, const FieldPath& path, Test test)
+Condition integerCondition(const KindModel& kind, const FieldPath& path, Test test)
 {
-    if (path.part == nullptr && path.field->row->offset == offsetof(RTCM2_header_s, Message_Type)) {
-        return always(test.holdsFor(*path.field, kind.typeNumber));
-    }
-    return conditionOn(path, AnyValue<Test>{std::move(test)});
+    const bool isKind =
+        path.part == nullptr && path.field->row->offset == offsetof(RTCM2_header_s, Message_Type);
+    return isKind ? Condition{.constant = test(kind.typeNumber)} : anyValue(path, std::move(test));
 }
 
 bool isMeant(const QString& candidate, const QString& text, Comparison comparison)
@@ -168,44 +94,82 @@ bool isForTexts(Comparison comparison)
            comparison == Comparison::contains;
 }
 
-std::variant<ConditionPtr, Problem> codeComparison(const KindModel& kind, const FieldPath& path,
-                                                   const SyntaxNode& syntax)
+Condition codeCondition(const KindModel& kind, const FieldPath& path, const SyntaxNode& syntax)
 {
     const FieldModel& field = path.last();
+    const Comparison comparison = syntax.sign.comparison;
     if (!field.hasTexts()) {
-        return Problem{syntax.value.place, "the values of '" + field.name + "' have no texts",
-                       "expected a number; a comparison of two fields is not possible"};
+        throw Problem{syntax.value.place, "the values of '" + field.name + "' have no texts",
+                      "expected a number; a comparison of two fields is not possible"};
     }
-    if (!isForTexts(syntax.comparison)) {
-        return Problem{syntax.comparisonPlace, "texts have no order",
-                       "expected ==, != or ~ before a text, or a number behind this"};
+    if (!isForTexts(comparison)) {
+        throw Problem{syntax.sign.place, "texts have no order",
+                      "expected ==, != or ~ before a text, or a number behind this"};
     }
     const QString meant = QString::fromStdString(syntax.value.text);
-    CodeTest test{{}, syntax.comparison != Comparison::notEqual};
+    std::vector<std::int64_t> values;
     for (const RTCM2_text_s& coded : codedTexts(field)) {
-        if (isMeant(QString::fromUtf8(coded.text), meant, syntax.comparison)) {
-            test.values.push_back(coded.value);
+        if (isMeant(QString::fromUtf8(coded.text), meant, comparison)) {
+            values.push_back(coded.value);
         }
     }
-    if (test.values.empty()) {
-        return Problem{syntax.value.place,
-                       "'" + syntax.value.text + "' is no text of '" + field.name + "'",
-                       listOfTexts(field)};
+    if (values.empty()) {
+        throw Problem{syntax.value.place,
+                      "'" + syntax.value.text + "' is no text of '" + field.name + "'",
+                      listOfTexts(field)};
     }
-    return valueCondition(kind, path, std::move(test));
+    const bool wanted = comparison != Comparison::notEqual;
+    return integerCondition(kind, path, [values, wanted](std::int64_t value) {
+        return isAmong(values, value) == wanted;
+    });
 }
 
-std::variant<ConditionPtr, Problem> textComparison(const FieldPath& path, const SyntaxNode& syntax)
+Condition numberCondition(const KindModel& kind, const FieldPath& path, const SyntaxNode& syntax)
 {
-    if (syntax.number) {
-        return Problem{syntax.value.place, "'" + path.last().name + "' is a text, not a number",
-                       "expected a text in quotes: " + quoted(syntax.value.text)};
+    const Comparison comparison = syntax.sign.comparison;
+    const Number number = *syntax.value.number;
+    if (comparison == Comparison::contains) {
+        throw Problem{syntax.sign.place, "only texts contain something",
+                      "expected ==, !=, <, <=, > or >= before a number"};
     }
-    if (!isForTexts(syntax.comparison)) {
-        return Problem{syntax.comparisonPlace, "texts have no order", "expected ==, != or ~"};
+    if (path.last().isReal()) {
+        return anyRecord(path, [comparison, number](const FieldModel& field, const void* holder) {
+            return field.isPresent(holder) &&
+                   satisfies(comparison, number.orderOf(RTCM2_reader_real(&field.reader, holder)));
+        });
     }
-    return conditionOn(path,
-                       TextTest{syntax.comparison, QString::fromStdString(syntax.value.text)});
+    if (path.last().row->type == RTCM2_TYPE_SIGNED) {
+        return integerCondition(kind, path, [comparison, number](std::int64_t value) {
+            return satisfies(comparison, number.orderOf(value));
+        });
+    }
+    return integerCondition(kind, path, [comparison, number](std::int64_t value) {
+        return satisfies(comparison, number.orderOf(static_cast<std::uint64_t>(value)));
+    });
+}
+
+Condition textCondition(const FieldPath& path, const SyntaxNode& syntax)
+{
+    const Comparison comparison = syntax.sign.comparison;
+    if (syntax.value.number) {
+        throw Problem{syntax.value.place, "'" + path.last().name + "' is a text, not a number",
+                      "expected a text in quotes: " + quoted(syntax.value.text)};
+    }
+    if (!isForTexts(comparison)) {
+        throw Problem{syntax.sign.place, "texts have no order", "expected ==, != or ~"};
+    }
+    const QString meant = QString::fromStdString(syntax.value.text);
+    return anyRecord(path, [comparison, meant](const FieldModel& field, const void* holder) {
+        if (!field.isPresent(holder)) {
+            return false;
+        }
+        const std::string_view characters = upToFirstNul(field.characters(holder));
+        const auto value =
+            QString::fromLatin1(characters.data(), static_cast<int>(characters.size()));
+        return comparison == Comparison::contains
+                   ? value.contains(meant, Qt::CaseInsensitive)
+                   : (value == meant) == (comparison == Comparison::equal);
+    });
 }
 
 std::string partsOf(const FieldModel& field)
@@ -219,30 +183,26 @@ std::string partsOf(const FieldModel& field)
 
 }    // namespace
 
-ConditionPtr presenceOf(const FieldPath& path)
-{
-    return conditionOn(path, Presence{});
-}
-
-std::variant<ConditionPtr, Problem> comparisonOf(const KindModel& kind, const FieldPath& path,
-                                                 const SyntaxNode& syntax)
+Condition fieldCondition(const KindModel& kind, const FieldPath& path, const SyntaxNode& syntax)
 {
     const FieldModel& field = path.last();
+    if (syntax.kind == SyntaxNode::Kind::presence) {
+        return anyRecord(path, std::mem_fn(&FieldModel::isPresent));
+    }
     if (field.element != nullptr) {
-        return Problem{syntax.comparisonPlace, "'" + field.name + "' has no value of its own",
-                       "expected a dot and one of its parts: " + partsOf(field)};
+        throw Problem{syntax.sign.place, "'" + field.name + "' has no value of its own",
+                      "expected a dot and one of its parts: " + partsOf(field)};
     }
     if (field.isText()) {
-        return textComparison(path, syntax);
+        return textCondition(path, syntax);
     }
-    if (!syntax.number) {
-        return codeComparison(kind, path, syntax);
-    }
-    if (syntax.comparison == Comparison::contains) {
-        return Problem{syntax.comparisonPlace, "only texts contain something",
-                       "expected ==, !=, <, <=, > or >= before a number"};
-    }
-    return valueCondition(kind, path, NumberTest{syntax.comparison, *syntax.number});
+    return syntax.value.number ? numberCondition(kind, path, syntax)
+                               : codeCondition(kind, path, syntax);
+}
+
+Condition valueAmong(const FieldPath& path, const std::vector<std::int64_t>& values)
+{
+    return anyValue(path, [values](std::int64_t value) { return isAmong(values, value); });
 }
 
 }    // namespace where

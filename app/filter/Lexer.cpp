@@ -1,7 +1,6 @@
 #include "filter/Lexer.h"
 
 #include "filter/ExpressionError.h"
-#include "filter/Number.h"
 
 #include <algorithm>
 #include <array>
@@ -17,7 +16,7 @@ struct Sign {
     Comparison comparison = Comparison::equal;
 };
 
-// Longer signs stand before those that they begin with.
+// Longer signs stand before those that they begin with. Words among them mean the same in any case.
 constexpr std::array signs{
     Sign{"==", Token::Kind::comparison, Comparison::equal},
     Sign{"!=", Token::Kind::comparison, Comparison::notEqual},
@@ -33,9 +32,6 @@ constexpr std::array signs{
     Sign{"(", Token::Kind::open},
     Sign{")", Token::Kind::close},
     Sign{".", Token::Kind::dot},
-};
-
-constexpr std::array keywords{
     Sign{"and", Token::Kind::conjunction},
     Sign{"or", Token::Kind::disjunction},
     Sign{"not", Token::Kind::negation},
@@ -58,10 +54,9 @@ bool sameWord(std::string_view a, std::string_view b)
 
 const Sign* keywordOf(std::string_view word)
 {
-    const auto found = std::find_if(keywords.begin(), keywords.end(), [&](const Sign& keyword) {
-        return sameWord(word, keyword.text);
-    });
-    return found != keywords.end() ? &*found : nullptr;
+    const auto found = std::find_if(signs.begin(), signs.end(),
+                                    [&](const Sign& sign) { return sameWord(word, sign.text); });
+    return found != signs.end() ? &*found : nullptr;
 }
 
 class Lexer {
@@ -92,7 +87,7 @@ private:
     Token next()
     {
         if (position == expression.size()) {
-            return {Token::Kind::end, {"", position}};
+            return {Token::Kind::end, "", position};
         }
         const char c = at(position);
         if (c == '"' || c == '\'') {
@@ -112,15 +107,15 @@ private:
         for (++position; position < expression.size(); ++position) {
             if (at(position) == quote) {
                 ++position;
-                return {Token::Kind::quoted, {text, begin}};
+                return {Token::Kind::quoted, text, begin};
             }
             if (at(position) == '\\' && position + 1 < expression.size()) {
                 ++position;
             }
             text += at(position);
         }
-        throw errorAt(expression, {begin, "this quote is never closed",
-                                   std::string("expected another ") + quote + " at its end"});
+        throw Problem{begin, "this quote is never closed",
+                      std::string("expected another ") + quote + " at its end"};
     }
 
     // Also takes what cannot belong to a number but stands without a gap behind it.
@@ -131,13 +126,13 @@ private:
             ++position;
         }
         const std::string text(expression.substr(begin, position - begin));
-        if (!Number::parse(text)) {
-            throw errorAt(expression,
-                          {begin, "'" + text + "' is no number",
-                           "expected digits like 12, -3, 0.5, 1e3 or 0x1f; names and texts that "
-                           "begin with a digit stand in quotes"});
+        const std::optional<Number> number = Number::parse(text);
+        if (!number) {
+            throw Problem{begin, "'" + text + "' is no number",
+                          "expected digits like 12, -3, 0.5, 1e3 or 0x1f; names and texts that "
+                          "begin with a digit stand in quotes"};
         }
-        return {Token::Kind::number, {text, begin}};
+        return {Token::Kind::number, text, begin, {}, number};
     }
 
     bool isSignOfExponent(std::size_t begin) const
@@ -157,9 +152,9 @@ private:
         }
         const std::string text(expression.substr(begin, position - begin));
         if (const Sign* keyword = keywordOf(text)) {
-            return {keyword->kind, {text, begin}, keyword->comparison};
+            return {keyword->kind, text, begin, keyword->comparison};
         }
-        return {Token::Kind::word, {text, begin}};
+        return {Token::Kind::word, text, begin};
     }
 
     Token sign()
@@ -169,7 +164,7 @@ private:
             if (rest.starts_with(candidate.text)) {
                 const std::size_t begin = position;
                 position += candidate.text.size();
-                return {candidate.kind, {std::string(candidate.text), begin}, candidate.comparison};
+                return {candidate.kind, std::string(candidate.text), begin, candidate.comparison};
             }
         }
         const char c = rest.front();
@@ -178,7 +173,7 @@ private:
                            : c == '-' ? "expected a number behind the minus sign; names with '-' "
                                         "stand in quotes, or write '_' instead"
                                       : "names and texts with such characters stand in quotes";
-        throw errorAt(expression, {position, "this character has no meaning here", help});
+        throw Problem{position, "this character has no meaning here", help};
     }
 
     std::string_view expression;

@@ -1,11 +1,17 @@
-// Cuts an expression into words, numbers, quoted texts and signs.
+// Cuts an expression into words, numbers, quoted texts and signs. What makes up expressions stands
+// in the namespace `where`.
 #pragma once
 
-#include "filter/Syntax.h"
+#include "filter/Number.h"
 
+#include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace where {
+
+enum class Comparison { equal, notEqual, less, lessOrEqual, greater, greaterOrEqual, contains };
 
 struct Token {
     enum class Kind {
@@ -23,11 +29,13 @@ struct Token {
     };
 
     Kind kind = Kind::end;
-    PlacedText content;    // without quotes
-    Comparison comparison = Comparison::equal;
+    std::string text{};                             // as written, without quotes
+    std::size_t place = 0;                          // bytes before it in the expression
+    Comparison comparison = Comparison::equal;      // of comparisons
+    std::optional<Number> number = std::nullopt;    // of numbers
 };
 
-// The last token is of kind end. Throws FilterError.
+// The last token is of kind end. Throws Problem.
 std::vector<Token> tokensOf(std::string_view expression);
 
 // A text in quotes, as it can stand in an expression.

@@ -2,20 +2,26 @@
 
 #include "base/NearestName.h"
 #include "filter/Expression.h"
+#include "filter/FieldCondition.h"
 
 #include <algorithm>
 #include <charconv>
 
 namespace {
 
-std::uint64_t stationNumber(const std::string& text)
+std::vector<std::int64_t> stationNumbers(const std::vector<std::string>& stations)
 {
-    std::uint64_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size()) {
-        throw FilterError{"station '" + text + "' is not a number"};
+    std::vector<std::int64_t> numbers;
+    for (const std::string& text : stations) {
+        std::uint64_t number = 0;
+        const char* const end = text.data() + text.size();
+        const auto result = std::from_chars(text.data(), end, number);
+        if (result.ec != std::errc() || result.ptr != end) {
+            throw FilterError{"station '" + text + "' is not a number"};
+        }
+        numbers.push_back(static_cast<std::int64_t>(number));
     }
-    return number;
+    return numbers;
 }
 
 FilterError unknownKind(const FormatModel& model, const std::string& name)
@@ -48,92 +54,63 @@ std::vector<const KindModel*> mainKinds(const FormatModel& model,
     return kinds;
 }
 
-bool isAmong(const std::vector<const KindModel*>& kinds, const KindModel* kind)
+std::vector<const KindModel*> chosenKinds(const FormatModel& model, const FilterOptions& options)
 {
-    return std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
+    const auto contains = [](const std::vector<const KindModel*>& kinds, const KindModel* kind) {
+        return std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
+    };
+    const auto wanted = mainKinds(model, options.kinds);
+    const auto excluded = mainKinds(model, options.excludedKinds);
+    std::vector<const KindModel*> chosen;
+    for (const auto& kind : model.kinds()) {
+        if (kind->isMain && (wanted.empty() || contains(wanted, kind.get())) &&
+            !contains(excluded, kind.get())) {
+            chosen.push_back(kind.get());
+        }
+    }
+    if (chosen.empty()) {
+        throw FilterError{"the chosen types leave no kind of message"};
+    }
+    return chosen;
 }
 
-template <class Predicate>
-void dropKinds(std::vector<const KindModel*>& kinds, Predicate isDropped)
+where::Condition stationCondition(const FieldModel* field,
+                                  const std::vector<std::int64_t>& stations)
 {
-    kinds.erase(std::remove_if(kinds.begin(), kinds.end(), isDropped), kinds.end());
+    if (stations.empty()) {
+        return {.constant = true};
+    }
+    return field != nullptr ? where::valueAmong({field}, stations)
+                            : where::Condition{.constant = false};
 }
 
 }    // namespace
 
 MessageFilter::MessageFilter(const FormatModel& model, const FilterOptions& options,
                              const std::string& stationField)
+    : passingKinds(chosenKinds(model, options)),
+      conditions(static_cast<std::size_t>(RTCM2_last_kind()) + 1, {.constant = false})
 {
-    chooseKinds(model, options);
-    chooseStations(options, stationField);
-    chooseByExpression(options.where);
-    isPassing.resize(static_cast<std::size_t>(RTCM2_last_kind()) + 1);
+    const std::vector<std::int64_t> stations = stationNumbers(options.stations);
     for (const KindModel* kind : passingKinds) {
-        isPassing[kind->number()] = true;
+        conditions[kind->number()] = stationCondition(kind->field(stationField), stations);
     }
-}
-
-MessageFilter::~MessageFilter() = default;
-
-void MessageFilter::chooseKinds(const FormatModel& model, const FilterOptions& options)
-{
-    const auto wanted = mainKinds(model, options.kinds);
-    const auto excluded = mainKinds(model, options.excludedKinds);
-    for (const auto& kind : model.kinds()) {
-        if (kind->isMain && (wanted.empty() || isAmong(wanted, kind.get())) &&
-            !isAmong(excluded, kind.get())) {
-            passingKinds.push_back(kind.get());
-        }
-    }
-    if (passingKinds.empty()) {
-        throw FilterError{"the chosen types leave no kind of message"};
-    }
-}
-
-void MessageFilter::chooseStations(const FilterOptions& options, const std::string& stationField)
-{
-    for (const std::string& station : options.stations) {
-        stations.push_back(stationNumber(station));
-    }
-    if (stations.empty()) {
-        return;
-    }
-    for (const KindModel* kind : passingKinds) {
-        if (const FieldModel* field = kind->field(stationField)) {
-            stationFields.emplace(kind, field);
-        }
-    }
-    dropKinds(passingKinds, [this](const KindModel* kind) { return !stationFields.count(kind); });
+    dropKinds();
     if (passingKinds.empty()) {
         throw FilterError{"the chosen kinds of message name no station"};
     }
-}
-
-void MessageFilter::chooseByExpression(const std::string& where)
-{
-    if (where.empty()) {
+    if (options.where.empty()) {
         return;
     }
-    expression = std::make_unique<Expression>(where, passingKinds);
-    dropKinds(passingKinds, [this](const KindModel* kind) { return !expression->canHold(*kind); });
+    const std::vector<where::Condition> written = conditionsOf(options.where, passingKinds);
+    for (std::size_t i = 0; i < written.size(); ++i) {
+        where::Condition& condition = conditions[passingKinds[i]->number()];
+        condition = where::allOf({condition, written[i]});
+    }
+    dropKinds();
 }
 
-bool MessageFilter::takes(const void* record, const KindModel& kind) const
+void MessageFilter::dropKinds()
 {
-    return takesKind(kind) && takesStation(record, kind) &&
-           (expression == nullptr || expression->holds(record, kind));
-}
-
-bool MessageFilter::takesStation(const void* record, const KindModel& kind) const
-{
-    if (stations.empty()) {
-        return true;
-    }
-    const auto field = stationFields.find(&kind);
-    if (field == stationFields.end() || field->second->count(record) == 0) {
-        return false;
-    }
-    const auto station =
-        static_cast<std::uint64_t>(RTCM2_reader_integer(&field->second->reader, record, 0));
-    return std::find(stations.begin(), stations.end(), station) != stations.end();
+    std::erase_if(passingKinds, [this](const KindModel* kind) { return !takesKind(*kind); });
 }

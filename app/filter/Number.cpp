@@ -1,7 +1,6 @@
 #include "filter/Number.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <string>
 
@@ -9,26 +8,22 @@ namespace where {
 
 namespace {
 
-std::size_t digitsAt(std::string_view text, std::size_t begin)
+bool beginsWithDigit(std::string_view text)
 {
-    const auto first = text.begin() + static_cast<std::ptrdiff_t>(std::min(begin, text.size()));
-    return static_cast<std::size_t>(std::find_if_not(first, text.end(), isDigit) - first);
+    return !text.empty() && isDigit(text[0]);
 }
 
-// The exponent, which stands in the whole text; what is out of reach is cut.
-std::optional<std::int64_t> exponentOf(std::string_view text)
+// Digits, with a sign or without; what is out of reach is cut.
+std::int64_t exponentOf(std::string_view text)
 {
-    constexpr std::int64_t limit = 1'000'000;
-    const bool hasSign = !text.empty() && (text[0] == '-' || text[0] == '+');
-    const std::size_t digits = digitsAt(text, hasSign ? 1 : 0);
-    if (digits == 0 || digits + (hasSign ? 1 : 0) != text.size()) {
-        return std::nullopt;
+    constexpr std::int64_t outOfReach = 1'000'000;
+    if (text.starts_with('+')) {
+        text.remove_prefix(1);
     }
-    std::int64_t value = 0;
-    for (const char digit : text.substr(hasSign ? 1 : 0)) {
-        value = std::min(limit, value * 10 + (digit - '0'));
-    }
-    return text[0] == '-' ? -value : value;
+    // Stays when it has too many digits.
+    std::int64_t exponent = text.starts_with('-') ? -outOfReach : outOfReach;
+    std::from_chars(text.data(), text.data() + text.size(), exponent);
+    return std::clamp(exponent, -outOfReach, outOfReach);
 }
 
 }    // namespace
@@ -36,97 +31,91 @@ std::optional<std::int64_t> exponentOf(std::string_view text)
 std::optional<Number> Number::parse(std::string_view text)
 {
     Number number;
-    if (!text.empty() && (text[0] == '-' || text[0] == '+')) {
-        number.negative = text[0] == '-';
+    number.isNegative = text.starts_with('-');
+    if (number.isNegative || text.starts_with('+')) {
         text.remove_prefix(1);
     }
     const bool isHexadecimal = text.starts_with("0x") || text.starts_with("0X");
     if (!(isHexadecimal ? number.parseHexadecimal(text.substr(2)) : number.parseDecimal(text))) {
         return std::nullopt;
     }
-    if (number.negative) {
+    if (number.isNegative) {
         number.real = -number.real;
-        number.negative = number.whole != 0 || number.hasFraction || number.tooLarge;
+        number.isNegative = number.whole != 0 || number.hasFraction;
     }
     return number;
 }
 
 bool Number::parseHexadecimal(std::string_view digits)
 {
-    const char* end = digits.data() + digits.size();
-    if (digits.empty() || digits.find_first_not_of("0123456789abcdefABCDEF") != digits.npos) {
+    if (digits.find_first_not_of("0123456789abcdefABCDEF") != digits.npos) {
         return false;
     }
-    tooLarge = std::from_chars(digits.data(), end, whole, 16).ec != std::errc();
-    real = std::numeric_limits<double>::infinity();    // unless the next line finds better
-    std::from_chars(digits.data(), end, real, std::chars_format::hex);
-    return true;
+    setWhole(digits, 16);
+    return setReal(digits, std::chars_format::hex);
 }
 
 bool Number::parseDecimal(std::string_view text)
 {
-    const std::size_t wholeDigits = digitsAt(text, 0);
-    std::string digits(text.substr(0, wholeDigits));
-    std::size_t end = wholeDigits;
-    if (end < text.size() && text[end] == '.') {
-        const std::size_t fraction = digitsAt(text, end + 1);
-        digits += text.substr(end + 1, fraction);
-        end += 1 + fraction;
-        if (fraction == 0) {
-            return false;
-        }
-    }
-    std::int64_t exponent = 0;
-    if (end < text.size() && (text[end] == 'e' || text[end] == 'E')) {
-        const auto written = exponentOf(text.substr(end + 1));
-        if (!written) {
-            return false;
-        }
-        exponent = *written;
-        end = text.size();
-    }
-    if (wholeDigits == 0 || end != text.size()) {
+    // What follows would also take "inf", and a point without digits on both sides.
+    const std::size_t point = text.find('.');
+    if (!beginsWithDigit(text) ||
+        (point != text.npos && !beginsWithDigit(text.substr(point + 1)))) {
         return false;
     }
-    setDigits(digits, static_cast<std::int64_t>(wholeDigits) + exponent);
-    if (std::from_chars(text.data(), text.data() + text.size(), real).ec != std::errc()) {
-        real = tooLarge ? std::numeric_limits<double>::infinity() : 0;
-    }
-    return true;
+    setDigits(text);
+    return setReal(text, std::chars_format::general);
 }
 
-void Number::setDigits(std::string_view digits, std::int64_t pointPosition)
+// The exponent moves the point.
+void Number::setDigits(std::string_view text)
 {
-    const std::size_t zeros = std::min(digits.find_first_not_of('0'), digits.size());
-    digits.remove_prefix(zeros);
-    pointPosition -= static_cast<std::int64_t>(zeros);
-    constexpr std::int64_t mostDigits = std::numeric_limits<std::uint64_t>::digits10 + 1;
-    if (digits.empty() || pointPosition > mostDigits) {
-        tooLarge = !digits.empty();
-        return;
+    const std::size_t exponentPlace = std::min(text.find_first_of("eE"), text.size());
+    std::string digits(text.substr(0, exponentPlace));
+    const std::size_t point = std::min(digits.find('.'), digits.size());
+    digits.erase(point, 1);
+    const std::int64_t exponent =
+        exponentPlace < text.size() ? exponentOf(text.substr(exponentPlace + 1)) : 0;
+    // More zeros than these behind the digits change nothing: the number is 0 or too large.
+    constexpr std::size_t mostZeros = std::numeric_limits<std::uint64_t>::digits10 + 1;
+    const auto wholeDigits = static_cast<std::size_t>(
+        std::clamp<std::int64_t>(static_cast<std::int64_t>(point) + exponent, 0,
+                                 static_cast<std::int64_t>(digits.size() + mostZeros)));
+    hasFraction = digits.find_first_not_of('0', wholeDigits) != digits.npos;
+    digits.resize(wholeDigits, '0');
+    setWhole(digits, 10);
+}
+
+// What is too large for 64 bits is told from all of their values by its fraction.
+void Number::setWhole(std::string_view digits, int base)
+{
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), whole, base);
+    if (result.ec == std::errc::result_out_of_range) {
+        whole = std::numeric_limits<std::uint64_t>::max();
+        hasFraction = true;
     }
-    const std::size_t wholeDigits =
-        static_cast<std::size_t>(std::max<std::int64_t>(pointPosition, 0));
-    std::string wholeText(digits.substr(0, wholeDigits));
-    wholeText.resize(wholeDigits, '0');
-    hasFraction =
-        wholeDigits < digits.size() && digits.find_first_not_of('0', wholeDigits) != digits.npos;
-    tooLarge = std::from_chars(wholeText.data(), wholeText.data() + wholeText.size(), whole).ec ==
-               std::errc::result_out_of_range;
+}
+
+// The whole part is known already. False when the text is no number of this format.
+bool Number::setReal(std::string_view text, std::chars_format format)
+{
+    const char* const end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, real, format);
+    if (result.ec == std::errc::result_out_of_range) {
+        real = whole == 0 ? 0 : std::numeric_limits<double>::infinity();
+    }
+    return result.ec != std::errc::invalid_argument && result.ptr == end;
 }
 
 std::strong_ordering Number::orderOfMagnitude(std::uint64_t value) const
 {
-    if (tooLarge) {
-        return std::strong_ordering::less;
-    }
     const auto order = value <=> whole;
     return order == 0 && hasFraction ? std::strong_ordering::less : order;
 }
 
 std::partial_ordering Number::orderOf(std::uint64_t value) const
 {
-    return negative ? std::partial_ordering::greater : orderOfMagnitude(value);
+    return isNegative ? std::partial_ordering::greater : orderOfMagnitude(value);
 }
 
 std::partial_ordering Number::orderOf(std::int64_t value) const
@@ -135,7 +124,7 @@ std::partial_ordering Number::orderOf(std::int64_t value) const
     if (value >= 0) {
         return orderOf(bits);
     }
-    return negative ? 0 <=> orderOfMagnitude(0 - bits) : std::partial_ordering::less;
+    return isNegative ? 0 <=> orderOfMagnitude(0 - bits) : std::partial_ordering::less;
 }
 
 std::partial_ordering Number::orderOf(double value) const

@@ -1,6 +1,7 @@
 // Numbers as people write them, compared with the values of fields without loss.
 #pragma once
 
+#include <charconv>
 #include <compare>
 #include <cstdint>
 #include <optional>
@@ -30,13 +31,14 @@ public:
 private:
     bool parseHexadecimal(std::string_view digits);
     bool parseDecimal(std::string_view text);
-    void setDigits(std::string_view digits, std::int64_t pointPosition);
+    void setDigits(std::string_view text);
+    void setWhole(std::string_view digits, int base);
+    bool setReal(std::string_view text, std::chars_format format);
     std::strong_ordering orderOfMagnitude(std::uint64_t value) const;
 
-    bool negative = false;
-    std::uint64_t whole = 0;     // without sign and fraction
-    bool hasFraction = false;    // something other than zeros behind the point
-    bool tooLarge = false;       // for 64 bits
+    bool isNegative = false;
+    std::uint64_t whole = 0;     // without sign and fraction; the largest for all that is larger
+    bool hasFraction = false;    // something other than zeros behind the point, or larger
     double real = 0;
 };
 

@@ -1,6 +1,5 @@
 #include "base/Names.h"
 #include "filter/ExpressionError.h"
-#include "filter/Lexer.h"
 #include "filter/Syntax.h"
 
 namespace where {
@@ -23,7 +22,7 @@ constexpr const char* conditionForms =
 //   value       = number | quoted | word
 class Parser {
 public:
-    explicit Parser(std::string_view text) : expression(text), tokens(tokensOf(text)) {}
+    explicit Parser(std::string_view text) : tokens(tokensOf(text)) {}
 
     SyntaxNode run()
     {
@@ -39,8 +38,10 @@ public:
 private:
     using Part = SyntaxNode (Parser::*)();
 
-    bool at(Token::Kind kind) const { return tokens[position].kind == kind; }
-    const Token& take() { return tokens[position++]; }
+    bool at(Token::Kind kind) const { return current().kind == kind; }
+    bool atName() const { return at(Token::Kind::word) || at(Token::Kind::quoted); }
+    const Token& current() const { return tokens[position]; }
+    Token take() { return std::move(tokens[position++]); }
 
     bool takeIf(Token::Kind kind)
     {
@@ -51,14 +52,14 @@ private:
 
     [[noreturn]] void fail(const std::string& problem, const std::string& help) const
     {
-        throw errorAt(expression, {tokens[position].content.place, problem, help});
+        throw Problem{current().place, problem, help};
     }
 
     // What stands at the current place, for the beginning of a sentence.
     std::string found() const
     {
         return at(Token::Kind::end) ? "the expression ends too early"
-                                    : "'" + tokens[position].content.text + "' cannot stand here";
+                                    : "'" + current().text + "' cannot stand here";
     }
 
     SyntaxNode condition()
@@ -71,35 +72,24 @@ private:
         return chain(SyntaxNode::Kind::all, Token::Kind::conjunction, &Parser::negation);
     }
 
-    // Chains become one node, so that their length is no depth.
+    // Chains are one node, so that their length is no depth.
     SyntaxNode chain(SyntaxNode::Kind kind, Token::Kind connection, Part part)
     {
-        SyntaxNode first = (this->*part)();
-        if (!at(connection)) {
-            return first;
-        }
-        SyntaxNode node;
-        node.kind = kind;
-        node.parts.push_back(std::move(first));
-        while (takeIf(connection)) {
+        SyntaxNode node{.kind = kind};
+        do {
             node.parts.push_back((this->*part)());
-        }
+        } while (takeIf(connection));
         return node;
     }
 
     SyntaxNode negation()
     {
-        bool negated = false;
+        bool isNegated = false;
         while (takeIf(Token::Kind::negation)) {
-            negated = !negated;
+            isNegated = !isNegated;
         }
-        SyntaxNode part = basic();
-        if (!negated) {
-            return part;
-        }
-        SyntaxNode node;
-        node.kind = SyntaxNode::Kind::negation;
-        node.parts.push_back(std::move(part));
+        SyntaxNode node = basic();
+        node.isNegated = node.isNegated != isNegated;
         return node;
     }
 
@@ -108,7 +98,7 @@ private:
         if (at(Token::Kind::open)) {
             return inParentheses();
         }
-        if (at(Token::Kind::word) && isPresent(tokens[position].content.text) &&
+        if (at(Token::Kind::word) && sameName(current().text, "present") &&
             tokens[position + 1].kind == Token::Kind::open) {
             return presence();
         }
@@ -116,7 +106,7 @@ private:
             fail("a condition does not begin with a number",
                  "expected the field first: FIELD == VALUE");
         }
-        if (!at(Token::Kind::word) && !at(Token::Kind::quoted)) {
+        if (!atName()) {
             fail(found(), conditionForms);
         }
         return comparison();
@@ -146,31 +136,22 @@ private:
     {
         take();
         take();
-        SyntaxNode node;
-        node.kind = SyntaxNode::Kind::presence;
-        node.path = field();
+        SyntaxNode node{.kind = SyntaxNode::Kind::presence, .path = field()};
         close();
         return node;
     }
 
     SyntaxNode comparison()
     {
-        SyntaxNode node;
-        node.kind = SyntaxNode::Kind::comparison;
-        node.path = field();
+        SyntaxNode node{.kind = SyntaxNode::Kind::comparison, .path = field()};
         if (!at(Token::Kind::comparison)) {
             fail(found(), comparisonHelp(node.path.back().text));
         }
-        node.comparisonPlace = tokens[position].content.place;
-        node.comparison = take().comparison;
-        if (!at(Token::Kind::word) && !at(Token::Kind::quoted) && !at(Token::Kind::number)) {
+        node.sign = take();
+        if (!atName() && !at(Token::Kind::number)) {
             fail(found(), "expected a number or a text");
         }
-        node.value = tokens[position].content;
-        if (at(Token::Kind::number)) {
-            node.number = Number::parse(node.value.text);
-        }
-        take();
+        node.value = take();
         return node;
     }
 
@@ -178,27 +159,23 @@ private:
     {
         std::string help = "expected ==, !=, <, <=, >, >=, ~ (contains)";
         if (at(Token::Kind::word)) {
-            help += "; names with blanks stand in quotes: \"" + name + ' ' +
-                    tokens[position].content.text + '"';
+            help += "; names with blanks stand in quotes: \"" + name + ' ' + current().text + '"';
         }
         return help;
     }
 
-    std::vector<PlacedText> field()
+    std::vector<Token> field()
     {
-        std::vector<PlacedText> path;
+        std::vector<Token> path;
         do {
-            if (!at(Token::Kind::word) && !at(Token::Kind::quoted)) {
+            if (!atName()) {
                 fail(found(), "expected the name of a field");
             }
-            path.push_back(take().content);
+            path.push_back(take());
         } while (takeIf(Token::Kind::dot));
         return path;
     }
 
-    static bool isPresent(const std::string& word) { return sameName(word, "present"); }
-
-    std::string_view expression;
     std::vector<Token> tokens;
     std::size_t position = 0;
     int depth = 0;
@@ -209,9 +186,8 @@ private:
 SyntaxNode parseExpression(std::string_view expression)
 {
     if (expression.size() > longestExpression) {
-        throw errorAt(expression,
-                      {longestExpression, "the expression is too long",
-                       "expected at most " + std::to_string(longestExpression) + " bytes"});
+        throw Problem{longestExpression, "the expression is too long",
+                      "expected at most " + std::to_string(longestExpression) + " bytes"};
     }
     return Parser(expression).run();
 }

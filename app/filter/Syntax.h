@@ -1,39 +1,23 @@
-// A condition as it was written: the names are not looked up yet. What makes up expressions stands
-// in the namespace `where`.
+// A condition as it was written: the names are not looked up yet.
 #pragma once
 
-#include "filter/Number.h"
-
-#include <string>
-#include <string_view>
-#include <variant>
-#include <vector>
+#include "filter/Lexer.h"
 
 namespace where {
 
-enum class Comparison { equal, notEqual, less, lessOrEqual, greater, greaterOrEqual, contains };
-
-struct PlacedText {
-    std::string text;
-    std::size_t place = 0;    // bytes before it in the expression
-
-    operator std::string_view() const { return text; }
-};
-
 struct SyntaxNode {
-    enum class Kind { all, any, negation, comparison, presence };
+    enum class Kind { all, any, comparison, presence };
 
     Kind kind = Kind::all;
-    std::vector<SyntaxNode> parts;    // of all, any and negation
+    bool isNegated = false;
+    std::vector<SyntaxNode> parts{};    // of all and any
 
-    std::vector<PlacedText> path;    // of comparison and presence
-    Comparison comparison = Comparison::equal;
-    std::size_t comparisonPlace = 0;
-    PlacedText value;                // as written, without quotes
-    std::optional<Number> number;    // when the value is one
+    std::vector<Token> path{};    // of comparison and presence: the names
+    Token sign{};                 // of comparison
+    Token value{};                // of comparison
 };
 
-// Reads the whole expression. Throws FilterError. The depth of the result is bounded.
+// Reads the whole expression. Throws Problem. The depth of the result is bounded.
 SyntaxNode parseExpression(std::string_view expression);
 
 }    // namespace where
