@@ -1,5 +1,6 @@
 #include "commands/encode/MessageEncoder.h"
 
+#include "base/Names.h"
 #include "commands/encode/JsonValue.h"
 
 #include <algorithm>
@@ -11,6 +12,16 @@ using rapidjson::Value;
 constexpr unsigned headerBits = 48;
 constexpr unsigned bitsPerWord = 24;
 constexpr unsigned mostWords = 31;
+
+// The main kind of this name or identifier; null when there is none.
+const RTCM2_kind_s* findMainKind(const char* name)
+{
+    const RTCM2_kind_s* kind = RTCM2_find_kind(name);
+    for (int i = 1; kind == nullptr && i <= RTCM2_last_kind(); ++i) {
+        kind = sameName(labelOf(*RTCM2_kind(i)), name) ? RTCM2_kind(i) : nullptr;
+    }
+    return kind != nullptr && kind->type >= 0 ? kind : nullptr;
+}
 
 const RTCM2_member_s& wordsOf(const RTCM2_kind_s& kind)
 {
@@ -48,12 +59,8 @@ Problem MessageEncoder::takeHex(const Value& object)
     if (!hex->IsString()) {
         return "hex: has to be a text";
     }
-    auto bytes = bytesOfHex(textOf(*hex));
-    if (!bytes || bytes->empty()) {
-        return "hex: is no row of bytes of two hexadecimal digits each";
-    }
-    packed = std::move(*bytes);
-    return {};
+    packed = bytesOfHex(textOf(*hex));
+    return packed.empty() ? "hex: is no row of bytes of two hexadecimal digits each" : "";
 }
 
 Problem MessageEncoder::takeFields(const Value& object, const Value& fields)
@@ -89,35 +96,24 @@ Problem MessageEncoder::readFill(const Value& object)
                : "fill: has other characters than 0 and 1";
 }
 
+// Takes the number of data words that is given, or the smallest that works. Where none does, what
+// is wrong with the smallest that has room for everything is what people want to hear.
 Problem MessageEncoder::takeMembers(const RTCM2_kind_s& kind, const Value& fields)
 {
     GivenRecord given(kind);
-    Problem problem = given.read(fields);
-    if (!problem.empty()) {
+    if (Problem problem = given.read(fields); !problem.empty()) {
         return problem;
     }
-    const Value* const number = given.given(wordsOf(kind));
-    if (number == nullptr) {
-        return encodeShortest(given, kind);
-    }
+    const Value* const wanted = given.given(wordsOf(kind));
     // What is no such number is refused when it is written.
-    begin(kind, number->IsUint() ? number->GetUint() : 0);
-    problem = given.write(&record.message);
-    if (problem.empty()) {
-        problem = pack();
-    }
-    return problem.empty() ? finish(given) : problem;
-}
-
-// Takes the smallest number of data words that works. Where none does, what is wrong with the
-// smallest that has room for everything is what people want to hear.
-Problem MessageEncoder::encodeShortest(GivenRecord& given, const RTCM2_kind_s& kind)
-{
+    const unsigned least =
+        wanted != nullptr && wanted->IsUint() ? std::min(wanted->GetUint(), mostWords) : 0;
+    const unsigned most = wanted != nullptr ? least : mostWords;
     Problem mistake;
     Problem noRoom = "no number of data words lets all that is given stand in one message";
-    for (unsigned number = 0; number <= mostWords; number = std::max(number + 1, wordsFilled())) {
+    for (unsigned number = least; number <= most; number = std::max(number + 1, wordsFilled())) {
         begin(kind, number);
-        if (!given.hasPlaceFor(&record.message, wordsOf(kind))) {
+        if (wanted == nullptr && !given.hasPlaceFor(&record.message, wordsOf(kind))) {
             continue;
         }
         Problem problem = given.write(&record.message);
@@ -168,7 +164,7 @@ Problem MessageEncoder::pack()
 }
 
 // Decodes what was encoded, and compares.
-Problem MessageEncoder::finish(GivenRecord& given)
+Problem MessageEncoder::finish(const GivenRecord& given)
 {
     decoded.clear();
     std::uint32_t end = 0;

@@ -48,11 +48,10 @@ private:
     Problem takeFields(const rapidjson::Value& object, const rapidjson::Value& fields);
     Problem readFill(const rapidjson::Value& object);
     Problem takeMembers(const RTCM2_kind_s& kind, const rapidjson::Value& fields);
-    Problem encodeShortest(GivenRecord& given, const RTCM2_kind_s& kind);
     void begin(const RTCM2_kind_s& kind, unsigned words);
     unsigned wordsFilled() const;
     Problem pack();
-    Problem finish(GivenRecord& given);
+    Problem finish(const GivenRecord& given);
     Problem writeFill();
 
     Record record;     // what is given
