@@ -30,8 +30,11 @@ Items encoded(const std::string& text)
     while (input.next()) {
         std::string item = input.problem();
         if (item.empty()) {
-            appendHex(item, encoder.encode(input.object()));
-            item = item.empty() ? encoder.problem() : item + "@" + std::to_string(input.line());
+            item = encoder.encode(input.object());
+        }
+        if (item.empty()) {
+            appendHex(item, encoder.packed());
+            item += "@" + std::to_string(input.line());
         }
         items.push_back(item);
     }

@@ -149,16 +149,11 @@ Problem GivenRecord::contradicts(const void* decoded, const RTCM2_member_s& memb
                                                    : "it always is"));
 }
 
-bool GivenRecord::isInHeader(const RTCM2_member_s& member, std::size_t offset) const
-{
-    return kind.type >= 0 && member.offset == offset;
-}
-
 // Whether every message of the kind has the same value there.
 bool GivenRecord::isFixed(const RTCM2_member_s& member) const
 {
-    return isInHeader(member, offsetof(RTCM2_header_s, Preamble)) ||
-           isInHeader(member, offsetof(RTCM2_header_s, Message_Type));
+    return kind.type >= 0 && (member.offset == offsetof(RTCM2_header_s, Preamble) ||
+                              member.offset == offsetof(RTCM2_header_s, Message_Type));
 }
 
 // Whether the value follows from something else, so that it need not be given.
@@ -169,8 +164,9 @@ bool GivenRecord::isImplied(const RTCM2_member_s& member) const
     }
     const bool isLength = std::any_of(
         rows.begin(), rows.end(), [&](const RTCM2_member_s& row) { return row.length == &member; });
-    return isLength || isFixed(member) ||
-           isInHeader(member, offsetof(RTCM2_header_s, No_Of_Data_Words)) || hasAllSlices(member);
+    const bool isNumberOfWords =
+        kind.type >= 0 && member.offset == offsetof(RTCM2_header_s, No_Of_Data_Words);
+    return isLength || isNumberOfWords || isFixed(member) || hasAllSlices(member);
 }
 
 bool GivenRecord::hasAllSlices(const RTCM2_member_s& whole) const

@@ -61,7 +61,6 @@ private:
     Problem contradicts(const void* decoded, const RTCM2_member_s& member, const std::string& given,
                         const std::string& became) const;
 
-    bool isInHeader(const RTCM2_member_s& member, std::size_t offset) const;
     bool isFixed(const RTCM2_member_s& member) const;
     bool isImplied(const RTCM2_member_s& member) const;
     bool hasAllSlices(const RTCM2_member_s& whole) const;

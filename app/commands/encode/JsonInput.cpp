@@ -28,10 +28,12 @@ bool isOpening(char character)
 
 void JsonInput::Place::pass(std::string_view characters)
 {
-    for (const char character : characters) {
-        line += character == '\n' ? 1 : 0;
-        column = character == '\n' ? 1 : column + 1;
+    for (std::size_t lineEnd; (lineEnd = characters.find('\n')) != std::string_view::npos;) {
+        ++line;
+        column = 1;
+        characters.remove_prefix(lineEnd + 1);
     }
+    column += characters.size();
 }
 
 bool JsonInput::next()
