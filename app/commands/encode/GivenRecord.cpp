@@ -10,7 +10,6 @@
 namespace {
 
 using rapidjson::Value;
-using Integers = std::vector<std::int64_t>;
 
 constexpr unsigned roomForElements = 31 * 24;    // bits of all data words
 
@@ -51,7 +50,19 @@ std::string stateOf(const void* record, const RTCM2_member_s* member)
     return " where " + is(*member) + (member->of != nullptr ? " (" + is(*member->of) + ")" : "");
 }
 
-Problem addInteger(const RTCM2_member_s& member, const Value& value, Integers& integers)
+// Whether so many values have become a run or an array of that length. One NUL at the end of a text
+// says no more than its length does, and a text that fills the data words ends with as many as it
+// takes.
+bool isLength(std::size_t count, const RTCM2_member_s& member, std::size_t length)
+{
+    const unsigned padding = !isText(member)                           ? 0
+                             : member.length->role == RTCM2_ROLE_COUNT ? member.limit
+                                                                       : 1U;
+    return length >= count && length - count <= padding;
+}
+
+Problem addInteger(const RTCM2_member_s& member, const Value& value,
+                   std::vector<std::int64_t>& integers)
 {
     if (!value.IsInt64() && !value.IsUint64()) {
         return "has to be an integer";
@@ -71,7 +82,8 @@ Problem addInteger(const RTCM2_member_s& member, const Value& value, Integers& i
 }
 
 // Takes the integers given for a member: one, bytes, or the characters of a text.
-Problem readIntegers(const RTCM2_member_s& member, const Value& value, Integers& integers)
+Problem readIntegers(const RTCM2_member_s& member, const Value& value,
+                     std::vector<std::int64_t>& integers)
 {
     if (member.type == RTCM2_TYPE_REAL) {
         return value.IsNumber() ? "" : "has to be a number";
@@ -82,10 +94,12 @@ Problem readIntegers(const RTCM2_member_s& member, const Value& value, Integers&
     if (member.role != RTCM2_ROLE_RUN) {
         return addInteger(member, value, integers);
     }
-    return !value.IsArray() ? "has to be an array of integers"
-                            : firstProblem(value.GetArray(), [&](const Value& element) {
-                                  return addInteger(member, element, integers);
-                              });
+    if (!value.IsArray()) {
+        return "has to be an array of integers";
+    }
+    return firstProblem(value.GetArray(), [&](const Value& element) {
+        return addInteger(member, element, integers);
+    });
 }
 
 }    // namespace
@@ -98,14 +112,25 @@ Problem GivenRecord::read(const Value& object)
         if (index == rows.size()) {
             return path + quoted(textOf(name)) + ": there is no such field";
         }
-        if (values[index] != nullptr) {
+        if (entries[index].value != nullptr) {
             return wrong(rows[index], "stands twice");
         }
-        values[index] = &value;
+        entries[index].value = &value;
+        if (Problem problem = readMember(rows[index], entries[index]); !problem.empty()) {
+            return problem;
+        }
         likeliest = index + 1;
     }
-    return kind.array != nullptr && given(*kind.array) != nullptr ? readElements(*kind.array)
-                                                                  : Problem();
+    return {};
+}
+
+Problem GivenRecord::readMember(const RTCM2_member_s& member, Entry& entry)
+{
+    if (member.role == RTCM2_ROLE_ARRAY) {
+        return readElements(member, *entry.value);
+    }
+    const Problem problem = readIntegers(member, *entry.value, entry.integers);
+    return problem.empty() ? problem : wrong(member, problem);
 }
 
 // The member of this identifier or name, by its index; one past the last when there is none.
@@ -120,9 +145,8 @@ std::size_t GivenRecord::find(std::string_view name, std::size_t likeliest) cons
     return rows.size();
 }
 
-Problem GivenRecord::readElements(const RTCM2_member_s& array)
+Problem GivenRecord::readElements(const RTCM2_member_s& array, const Value& value)
 {
-    const Value& value = *given(array);
     const unsigned most = roomForElements / std::max<unsigned>(array.elements->bits, 1);
     if (!value.IsArray() || value.Size() > most) {
         return wrong(array, "has to be an array of at most " + std::to_string(most) + " objects");
@@ -196,9 +220,8 @@ Problem GivenRecord::write(void* record) const
 
 Problem GivenRecord::writeMember(void* record, const RTCM2_member_s& member) const
 {
-    const Value* const value = given(member);
     const bool isPresent = RTCM2_is_present(record, &member) != 0;
-    if (value == nullptr) {
+    if (given(member) == nullptr) {
         return !isPresent || isImplied(member)
                    ? Problem()
                    : wrong(member, "is missing" + stateOf(record, member.when));
@@ -212,10 +235,7 @@ Problem GivenRecord::writeMember(void* record, const RTCM2_member_s& member) con
             return target != nullptr ? element.write(target) : wrong(member, "no room for all");
         });
     }
-    Integers integers;
-    if (const Problem problem = readIntegers(member, *value, integers); !problem.empty()) {
-        return wrong(member, problem);
-    }
+    const std::vector<std::int64_t>& integers = entryOf(member).integers;
     if (member.role == RTCM2_ROLE_RUN) {
         if (integers.size() > member.limit) {
             return wrong(member, "has " + std::to_string(integers.size()) +
@@ -254,47 +274,31 @@ Problem GivenRecord::compare(const void* decoded) const
 
 Problem GivenRecord::compareMember(const void* decoded, const RTCM2_member_s& member) const
 {
-    const Value& value = *given(member);
+    const auto& [value, integers] = entryOf(member);
     if (member.type == RTCM2_TYPE_REAL) {
         double became = 0;
         RTCM2_read_real(decoded, &member, 0, &became);
-        const bool differs = value.GetDouble() < became || value.GetDouble() > became;
+        const bool differs = value->GetDouble() < became || value->GetDouble() > became;
         return differs ? contradicts(decoded, member, "what is given", std::to_string(became))
                        : Problem();
     }
+    const std::size_t count = member.role == RTCM2_ROLE_ARRAY ? elements.size() : integers.size();
+    if (member.length != nullptr && !isLength(count, member, RTCM2_count(decoded, &member))) {
+        return wrong(member, "has " + std::to_string(count) +
+                                 (isText(member) ? " characters" : " elements") +
+                                 stateOf(decoded, member.length));
+    }
     std::uint32_t index = 0;
     if (member.role == RTCM2_ROLE_ARRAY) {
-        const Problem problem = compareLength(decoded, member, elements.size());
-        return !problem.empty() ? problem : firstProblem(elements, [&](const GivenRecord& element) {
+        return firstProblem(elements, [&](const GivenRecord& element) {
             return element.compare(RTCM2_element(decoded, &member, index++));
         });
     }
-    Integers integers;
-    Problem problem = readIntegers(member, value, integers);
-    if (member.role == RTCM2_ROLE_RUN) {
-        problem = compareLength(decoded, member, integers.size());
-    }
-    return !problem.empty() ? problem : firstProblem(integers, [&](std::int64_t integer) {
+    return firstProblem(integers, [&](std::int64_t integer) {
         std::int64_t became = 0;
         RTCM2_read_integer(decoded, &member, index++, &became);
         return became == integer
                    ? Problem()
                    : contradicts(decoded, member, std::to_string(integer), std::to_string(became));
     });
-}
-
-// One NUL at the end of a text says no more than its length does, and a text that fills the data
-// words ends with as many as it takes.
-Problem GivenRecord::compareLength(const void* decoded, const RTCM2_member_s& member,
-                                   std::size_t count) const
-{
-    const unsigned padding = !isText(member)                           ? 0
-                             : member.length->role == RTCM2_ROLE_COUNT ? member.limit
-                                                                       : 1U;
-    const std::size_t became = RTCM2_count(decoded, &member);
-    return became >= count && became - count <= padding
-               ? Problem()
-               : wrong(member, "has " + std::to_string(count) +
-                                   (isText(member) ? " characters" : " elements") +
-                                   stateOf(decoded, member.length));
 }

@@ -6,6 +6,7 @@
 #include <rapidjson/document.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -31,18 +32,15 @@ public:
     // What is wrong with a member begins with `recordPath`: "Corrections[1]."
     explicit GivenRecord(const RTCM2_kind_s& recordKind, std::string recordPath = {})
         : kind(recordKind), rows(recordKind.members, recordKind.member_count),
-          path(std::move(recordPath)), values(rows.size())
+          path(std::move(recordPath)), entries(rows.size())
     {
     }
 
-    // Finds the members that the object gives, to be called once. The object must live as long.
+    // Takes the members that the object gives, to be called once. The object must live as long.
     [[nodiscard]] Problem read(const Value& object);
 
     // The value given for a member; null when none is.
-    const Value* given(const RTCM2_member_s& member) const
-    {
-        return values[static_cast<std::size_t>(&member - rows.data())];
-    }
+    const Value* given(const RTCM2_member_s& member) const { return entryOf(member).value; }
 
     // Whether all members given are in the record that depend on this one, which it holds.
     bool hasPlaceFor(const void* record, const RTCM2_member_s& condition) const;
@@ -55,8 +53,18 @@ public:
     [[nodiscard]] Problem compare(const void* decoded) const;
 
 private:
+    struct Entry {
+        const Value* value = nullptr;          // null: not given
+        std::vector<std::int64_t> integers;    // of the value; of an array and a real number none
+    };
+
+    const Entry& entryOf(const RTCM2_member_s& member) const
+    {
+        return entries[static_cast<std::size_t>(&member - rows.data())];
+    }
     std::size_t find(std::string_view name, std::size_t likeliest) const;
-    Problem readElements(const RTCM2_member_s& array);
+    Problem readMember(const RTCM2_member_s& member, Entry& entry);
+    Problem readElements(const RTCM2_member_s& array, const Value& value);
     Problem wrong(const RTCM2_member_s& member, std::string_view reason) const;
     Problem contradicts(const void* decoded, const RTCM2_member_s& member, const std::string& given,
                         const std::string& became) const;
@@ -68,12 +76,10 @@ private:
     Problem writeMember(void* record, const RTCM2_member_s& member) const;
     void writeLength(void* record, const RTCM2_member_s& run, std::size_t count) const;
     Problem compareMember(const void* decoded, const RTCM2_member_s& member) const;
-    Problem compareLength(const void* decoded, const RTCM2_member_s& member,
-                          std::size_t count) const;
 
     const RTCM2_kind_s& kind;
     std::span<const RTCM2_member_s> rows;
     std::string path;
-    std::vector<const Value*> values;     // in the order of the rows
+    std::vector<Entry> entries;           // in the order of the rows
     std::vector<GivenRecord> elements;    // of the kind's array
 };

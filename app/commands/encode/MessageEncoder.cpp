@@ -78,9 +78,7 @@ Problem MessageEncoder::takeMembers(const RTCM2_kind_s& kind, const Value& field
         return problem;
     }
     const Value* const wanted = given.given(wordsOf(kind));
-    // What is no such number is refused when it is written.
-    const unsigned least =
-        wanted != nullptr && wanted->IsUint() ? std::min(wanted->GetUint(), mostWords) : 0;
+    const unsigned least = wanted != nullptr ? wanted->GetUint() : 0;
     const unsigned most = wanted != nullptr ? least : mostWords;
     Problem mistake;
     Problem noRoom = "no number of data words lets all that is given stand in one message";
