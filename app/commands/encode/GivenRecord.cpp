@@ -13,6 +13,13 @@ using rapidjson::Value;
 
 constexpr unsigned roomForElements = 31 * 24;    // bits of all data words
 
+// Whether every message of the kind has the same value there.
+bool isFixed(const RTCM2_kind_s& kind, const RTCM2_member_s& member)
+{
+    return kind.type >= 0 && (member.offset == offsetof(RTCM2_header_s, Preamble) ||
+                              member.offset == offsetof(RTCM2_header_s, Message_Type));
+}
+
 // What is wrong with the first of the items with which something is wrong.
 template <class Items, class Function>
 Problem firstProblem(Items&& items, Function problemOf)
@@ -129,7 +136,11 @@ Problem GivenRecord::readMember(const RTCM2_member_s& member, Entry& entry)
     if (member.role == RTCM2_ROLE_ARRAY) {
         return readElements(member, *entry.value);
     }
-    const Problem problem = readIntegers(member, *entry.value, entry.integers);
+    Problem problem = readIntegers(member, *entry.value, entry.integers);
+    if (problem.empty() && member.role == RTCM2_ROLE_RUN && entry.integers.size() > member.limit) {
+        problem = "has " + std::to_string(entry.integers.size()) + " values, and room for " +
+                  std::to_string(member.limit);
+    }
     return problem.empty() ? problem : wrong(member, problem);
 }
 
@@ -173,13 +184,6 @@ Problem GivenRecord::contradicts(const void* decoded, const RTCM2_member_s& memb
                                                    : "it always is"));
 }
 
-// Whether every message of the kind has the same value there.
-bool GivenRecord::isFixed(const RTCM2_member_s& member) const
-{
-    return kind.type >= 0 && (member.offset == offsetof(RTCM2_header_s, Preamble) ||
-                              member.offset == offsetof(RTCM2_header_s, Message_Type));
-}
-
 // Whether the value follows from something else, so that it need not be given.
 bool GivenRecord::isImplied(const RTCM2_member_s& member) const
 {
@@ -190,7 +194,7 @@ bool GivenRecord::isImplied(const RTCM2_member_s& member) const
         rows.begin(), rows.end(), [&](const RTCM2_member_s& row) { return row.length == &member; });
     const bool isNumberOfWords =
         kind.type >= 0 && member.offset == offsetof(RTCM2_header_s, No_Of_Data_Words);
-    return isLength || isNumberOfWords || isFixed(member) || hasAllSlices(member);
+    return isLength || isNumberOfWords || isFixed(kind, member) || hasAllSlices(member);
 }
 
 bool GivenRecord::hasAllSlices(const RTCM2_member_s& whole) const
@@ -236,33 +240,22 @@ Problem GivenRecord::writeMember(void* record, const RTCM2_member_s& member) con
         });
     }
     const std::vector<std::int64_t>& integers = entryOf(member).integers;
-    if (member.role == RTCM2_ROLE_RUN) {
-        if (integers.size() > member.limit) {
-            return wrong(member, "has " + std::to_string(integers.size()) +
-                                     " values, and room for " + std::to_string(member.limit));
-        }
-        writeLength(record, member, integers.size());
+    // A run that fills the data words is at least as long as they say; what is not given is zero.
+    if (member.role == RTCM2_ROLE_RUN && given(*member.length) == nullptr) {
+        double derived = 0;
+        RTCM2_derive(record, member.length, &derived);
+        const double length = std::max(derived, static_cast<double>(integers.size()));
+        RTCM2_write_integer(record, member.length, 0, static_cast<std::int64_t>(length));
     }
     // What follows from something else cannot be written, and a part of a whole that is given need
     // not be; whether they agree shows in comparison.
-    if (!isFixed(member) && (member.role != RTCM2_ROLE_SLICE || given(*member.of) == nullptr)) {
+    if (!isFixed(kind, member) &&
+        (member.role != RTCM2_ROLE_SLICE || given(*member.of) == nullptr)) {
         for (std::uint32_t i = 0; i < integers.size(); ++i) {
             RTCM2_write_integer(record, &member, i, integers[i]);
         }
     }
     return {};
-}
-
-// A run that fills the data words is at least as long as they say; what is not given is zero.
-void GivenRecord::writeLength(void* record, const RTCM2_member_s& run, std::size_t count) const
-{
-    if (given(*run.length) == nullptr) {
-        double derived = 0;
-        RTCM2_derive(record, run.length, &derived);
-        RTCM2_write_integer(
-            record, run.length, 0,
-            std::max(static_cast<std::int64_t>(count), static_cast<std::int64_t>(derived)));
-    }
 }
 
 Problem GivenRecord::compare(const void* decoded) const

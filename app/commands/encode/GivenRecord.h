@@ -69,12 +69,10 @@ private:
     Problem contradicts(const void* decoded, const RTCM2_member_s& member, const std::string& given,
                         const std::string& became) const;
 
-    bool isFixed(const RTCM2_member_s& member) const;
     bool isImplied(const RTCM2_member_s& member) const;
     bool hasAllSlices(const RTCM2_member_s& whole) const;
 
     Problem writeMember(void* record, const RTCM2_member_s& member) const;
-    void writeLength(void* record, const RTCM2_member_s& run, std::size_t count) const;
     Problem compareMember(const void* decoded, const RTCM2_member_s& member) const;
 
     const RTCM2_kind_s& kind;

@@ -1,5 +1,7 @@
 #include "commands/encode/JsonValue.h"
 
+#include <rapidjson/memorystream.h>
+
 #include <algorithm>
 #include <charconv>
 
@@ -40,13 +42,13 @@ std::string quoted(std::string_view text)
 
 std::string readLatin1(std::string_view utf8, std::vector<std::int64_t>& characters)
 {
-    for (std::size_t i = 0; i < utf8.size(); ++i) {
-        const auto lead = static_cast<unsigned char>(utf8[i]);
-        if (lead >= 0xC4) {
+    rapidjson::MemoryStream stream(utf8.data(), utf8.size());
+    while (stream.Tell() < utf8.size()) {
+        unsigned code = 0;
+        rapidjson::UTF8<>::Decode(stream, &code);
+        if (code > 0xFF) {
             return "character " + std::to_string(characters.size() + 1) + " is above U+00FF";
         }
-        const bool isLong = lead >= 0x80;
-        const unsigned code = isLong ? (lead & 3U) << 6 | (utf8[++i] & 0x3FU) : lead;
         characters.push_back(static_cast<std::int8_t>(code));
     }
     return {};
