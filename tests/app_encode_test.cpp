@@ -30,8 +30,11 @@ Items encoded(const std::string& text)
     while (input.next()) {
         std::string item = input.problem();
         if (item.empty()) {
-            appendHex(item, encoder.encode(input.object()));
-            item = item.empty() ? encoder.problem() : item + "@" + std::to_string(input.line());
+            item = encoder.encode(input.object());
+        }
+        if (item.empty()) {
+            appendHex(item, encoder.packed());
+            item += "@" + std::to_string(input.line());
         }
         items.push_back(item);
     }
@@ -169,7 +172,7 @@ TEST(Encode, SaysWhatIsWrongWithArraysTextsAndWhatFollows)
         {"1", R"("Corrections":[1])", "Corrections[0]: is no object"},
         {"1", R"("Corrections":[{"X":1}])", "Corrections[0].\"X\": there is no such field"},
         {"1", R"("Corrections":[)" + satellite + R"(,{"PRC":40000}])",
-         "Corrections[1].Scale_Factor: is missing"},
+         "Corrections[1].PRC: 40000 does not fit (-32768 to 32767)"},
         {"1", slices(R"(,"Change_Bit":1)"), "Corrections[0].Issue_Of_Data: is missing"},
         {"1", slices(R"(,"Change_Bit":1,"Issue_Of_Data":1)"),
          "Corrections[0].Change_Bit: 1 contradicts 0, which follows where Issue_Of_Data is 1"},

@@ -58,18 +58,10 @@ ExitStatus EncodeCommand::run(Host&)
     }
     options.showsProgress =
         !options.quiet && !goesToTerminal(outputName) && ::isatty(STDERR_FILENO) == 1;
-    const std::unique_ptr<PacketWriter> writer = makeWriter(to);
-    std::vector<std::uint8_t> bytes;
-    const auto write = [&](std::span<const std::uint8_t> packed) {
-        bytes.clear();
-        if (!writer->append(packed, bytes)) {
-            return false;
-        }
-        output.write({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-        return true;
-    };
     if (inputs.empty()) {
         inputs = {"-"};
     }
-    return workInto(output, inputs, [&] { return encodeInputs(inputs, output, write, options); });
+    const std::unique_ptr<PacketWriter> writer = makeWriter(to);
+    EncodeSession session(output, *writer, options);
+    return workInto(output, inputs, [&] { return session.run(inputs); });
 }

@@ -2,21 +2,40 @@
 #pragma once
 
 #include "base/ExitStatus.h"
+#include "base/Output.h"
+#include "commands/encode/JsonInput.h"
+#include "commands/encode/MessageEncoder.h"
+#include "forms/PacketWriter.h"
 #include "session/Session.h"
 
 #include <cstdint>
-#include <functional>
-#include <span>
 #include <string>
 #include <vector>
 
-class Output;
+class EncodeSession {
+public:
+    // Everything given must outlive the session.
+    EncodeSession(Output& target, PacketWriter& targetForm, const SessionOptions& sessionOptions)
+        : output(target), writer(targetForm), options(sessionOptions)
+    {
+    }
 
-// Writes a packed message. False when the form cannot hold it.
-using WriteMessage = std::function<bool(std::span<const std::uint8_t> packed)>;
+    // Reads the inputs one after another, "-" being standard input. What cannot be read or encoded
+    // is told on standard error, and the rest is encoded all the same.
+    ExitStatus run(const std::vector<std::string>& inputs);
 
-// Reads the inputs one after another, "-" being standard input. What cannot be read or encoded is
-// told on standard error, and the rest is encoded all the same. What `write` is given goes to
-// `output`.
-ExitStatus encodeInputs(const std::vector<std::string>& inputs, Output& output,
-                        const WriteMessage& write, const SessionOptions& options);
+private:
+    void readInput(const std::string& name);
+    Problem encode(const JsonInput& input);
+    bool isDone() const;
+
+    Output& output;
+    PacketWriter& writer;
+    const SessionOptions& options;
+    MessageEncoder encoder;
+    std::vector<std::uint8_t> written;    // of one message
+    std::uint64_t found = 0;
+    std::uint64_t refused = 0;
+    bool unreadable = false;
+    bool stopped = false;
+};

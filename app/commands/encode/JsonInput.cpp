@@ -1,7 +1,6 @@
 #include "commands/encode/JsonInput.h"
 
 #include "base/InputFile.h"
-#include "commands/encode/ObjectEnd.h"
 
 #include <rapidjson/error/en.h>
 #include <rapidjson/memorystream.h>
@@ -18,6 +17,11 @@ constexpr std::uint64_t anywhere = std::numeric_limits<std::uint64_t>::max();
 bool isBlank(char character)
 {
     return character == ' ' || character == '\t' || character == '\r' || character == '\n';
+}
+
+bool isOpening(char character)
+{
+    return character == '{' || character == '[';
 }
 
 }    // namespace
@@ -103,19 +107,41 @@ bool JsonInput::isPunctuation(char character)
 }
 
 // Goes behind the object's last bracket, or says why there is none and goes to where that is seen.
+// Looks at strings and brackets only. A line end is a control character, too, so no string goes on
+// in the next line.
 const char* JsonInput::findEnd()
 {
-    ObjectEnd end(deepest);
-    while (hasMore()) {
-        at += end.take(std::string_view(text).substr(at, begin + longest - at));
-        if (end.isReached() || end.problem() != nullptr) {
-            return end.problem();
-        }
-        if (at - begin == longest) {
-            return "an object of more than 1048576 bytes";
+    std::string closing;    // the brackets that are still to come, the next one last
+    bool inString = false;
+    bool escaped = false;
+    for (; at - begin < longest && hasMore(); ++at) {
+        const char character = text[at];
+        if (inString) {
+            if (static_cast<unsigned char>(character) < 0x20) {
+                return "a control character in a string; \\u and its number can stand for it";
+            }
+            inString = character != '"' || escaped;
+            escaped = character == '\\' && !escaped;
+        } else if (character == '"') {
+            inString = true;
+        } else if (isOpening(character)) {
+            if (closing.size() == deepest) {
+                return "nested too deeply";
+            }
+            closing.push_back(character == '{' ? '}' : ']');
+        } else if (character == '}' || character == ']') {
+            if (closing.back() != character) {
+                return "another bracket than the one that was opened";
+            }
+            closing.pop_back();
+            if (closing.empty()) {
+                ++at;
+                return nullptr;
+            }
         }
     }
-    return "the input ends inside an object";
+    return at - begin == longest ? "an object of more than 1048576 bytes"
+                                 : "the input ends inside an object";
 }
 
 void JsonInput::parse()
@@ -129,7 +155,7 @@ void JsonInput::parse()
         return;
     }
     const std::size_t mistake = std::min(document.GetErrorOffset(), piece.size());
-    const std::uint64_t end = reason == nullptr ? position() : anywhere;
+    const std::uint64_t end = reason == nullptr ? dropped + at : anywhere;
     if (reason == nullptr || mistake < piece.size()) {
         reason = rapidjson::GetParseError_En(document.GetParseError());
     }
@@ -152,25 +178,11 @@ void JsonInput::complain(Place where, std::string_view reason)
 void JsonInput::goOn(std::uint64_t column, std::uint64_t end)
 {
     array = Array::unknown;
-    const auto isDone = [&] {
-        const bool isOpening = text[at] == '{' || text[at] == '[';
-        return position() >= end || (isOpening && place.column <= column);
-    };
-    do {
-        skipLine(end);
-        while (hasMore() && position() < end && (isBlank(text[at]) || text[at] == ',')) {
-            goTo(at + 1);
+    bool lineBegins = false;
+    for (; dropped + at < end && hasMore(); goTo(at + 1)) {
+        if (lineBegins && isOpening(text[at]) && place.column <= column) {
+            return;
         }
-    } while (hasMore() && !isDone());
-}
-
-void JsonInput::skipLine(std::uint64_t end)
-{
-    bool isSkipped = false;
-    while (!isSkipped && position() < end && hasMore()) {
-        const std::string_view rest = std::string_view(text).substr(at, end - position());
-        const std::size_t lineEnd = rest.find('\n');
-        isSkipped = lineEnd != std::string_view::npos;
-        goTo(at + (isSkipped ? lineEnd + 1 : rest.size()));
+        lineBegins = text[at] == '\n' || (lineBegins && (isBlank(text[at]) || text[at] == ','));
     }
 }

@@ -48,7 +48,6 @@ private:
     enum class Array { outside, inside, unknown };
 
     bool hasMore();
-    std::uint64_t position() const { return dropped + at; }
     void goTo(std::size_t target);
     bool findObject();
     bool isPunctuation(char character);
@@ -56,7 +55,6 @@ private:
     void parse();
     void complain(Place where, std::string_view reason);
     void goOn(std::uint64_t column, std::uint64_t end);
-    void skipLine(std::uint64_t end);
 
     InputFile& file;
     bool ended = false;

@@ -1,5 +1,7 @@
 #include "commands/encode/JsonValue.h"
 
+#include <rapidjson/memorystream.h>
+
 #include <algorithm>
 #include <charconv>
 
@@ -11,34 +13,23 @@ const Value* find(const Value& object, const char* key)
     return found != object.MemberEnd() ? &found->value : nullptr;
 }
 
-namespace {
-
-std::optional<std::string_view> repeatedKeyAmong(const Value& object)
-{
-    std::vector<std::string_view> keys;
-    keys.reserve(object.MemberCount());
-    for (const auto& member : object.GetObject()) {
-        keys.push_back(textOf(member.name));
-    }
-    std::sort(keys.begin(), keys.end());
-    const auto repeated = std::adjacent_find(keys.begin(), keys.end());
-    return repeated != keys.end() ? std::optional(*repeated) : std::nullopt;
-}
-
-}    // namespace
-
 std::optional<std::string_view> repeatedKey(const Value& value, std::string_view except)
 {
     std::optional<std::string_view> key;
-    if (value.IsObject()) {
-        key = repeatedKeyAmong(value);
-        for (auto i = value.MemberBegin(); !key && i != value.MemberEnd(); ++i) {
-            key = textOf(i->name) == except ? std::nullopt : repeatedKey(i->value);
-        }
-    } else if (value.IsArray()) {
+    if (value.IsArray()) {
         for (auto i = value.Begin(); !key && i != value.End(); ++i) {
             key = repeatedKey(*i);
         }
+    }
+    if (value.IsObject()) {
+        std::vector<std::string_view> keys;
+        for (auto i = value.MemberBegin(); !key && i != value.MemberEnd(); ++i) {
+            keys.push_back(textOf(i->name));
+            key = keys.back() == except ? std::nullopt : repeatedKey(i->value);
+        }
+        std::sort(keys.begin(), keys.end());
+        const auto repeated = std::adjacent_find(keys.begin(), keys.end());
+        key = repeated != keys.end() ? *repeated : key;
     }
     return key;
 }
@@ -51,26 +42,25 @@ std::string quoted(std::string_view text)
 
 std::string readLatin1(std::string_view utf8, std::vector<std::int64_t>& characters)
 {
-    for (std::size_t i = 0; i < utf8.size(); ++i) {
-        const auto lead = static_cast<unsigned char>(utf8[i]);
-        if (lead >= 0xC4) {
+    rapidjson::MemoryStream stream(utf8.data(), utf8.size());
+    while (stream.Tell() < utf8.size()) {
+        unsigned code = 0;
+        rapidjson::UTF8<>::Decode(stream, &code);
+        if (code > 0xFF) {
             return "character " + std::to_string(characters.size() + 1) + " is above U+00FF";
         }
-        const bool isLong = lead >= 0x80;
-        const unsigned code = isLong ? (lead & 3U) << 6 | (utf8[++i] & 0x3FU) : lead;
         characters.push_back(static_cast<std::int8_t>(code));
     }
     return {};
 }
 
-std::optional<std::vector<std::uint8_t>> bytesOfHex(std::string_view digits)
+std::vector<std::uint8_t> bytesOfHex(std::string_view digits)
 {
     std::vector<std::uint8_t> bytes(digits.size() / 2);
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
+    bool isGood = digits.size() % 2 == 0;
+    for (std::size_t i = 0; isGood && i < bytes.size(); ++i) {
         const char* const end = digits.data() + 2 * i + 2;
-        if (std::from_chars(end - 2, end, bytes[i], 16).ptr != end) {
-            return {};
-        }
+        isGood = std::from_chars(end - 2, end, bytes[i], 16).ptr == end;
     }
-    return digits.size() % 2 == 0 ? std::optional(std::move(bytes)) : std::nullopt;
+    return isGood ? bytes : std::vector<std::uint8_t>();
 }

@@ -29,5 +29,5 @@ std::string quoted(std::string_view text);
 // Returns what is wrong; empty when nothing is.
 std::string readLatin1(std::string_view utf8, std::vector<std::int64_t>& characters);
 
-// Nothing when the text is no row of bytes of two digits each.
-std::optional<std::vector<std::uint8_t>> bytesOfHex(std::string_view digits);
+// Empty when the text is no row of bytes of two digits each.
+std::vector<std::uint8_t> bytesOfHex(std::string_view digits);

@@ -1,5 +1,6 @@
 #include "commands/encode/MessageEncoder.h"
 
+#include "base/Names.h"
 #include "commands/encode/JsonValue.h"
 
 #include <algorithm>
@@ -12,6 +13,16 @@ constexpr unsigned headerBits = 48;
 constexpr unsigned bitsPerWord = 24;
 constexpr unsigned mostWords = 31;
 
+// The main kind of this name or identifier; null when there is none.
+const RTCM2_kind_s* findMainKind(const char* name)
+{
+    const RTCM2_kind_s* kind = RTCM2_find_kind(name);
+    for (int i = 1; kind == nullptr && i <= RTCM2_last_kind(); ++i) {
+        kind = sameName(labelOf(*RTCM2_kind(i)), name) ? RTCM2_kind(i) : nullptr;
+    }
+    return kind != nullptr && kind->type >= 0 ? kind : nullptr;
+}
+
 const RTCM2_member_s& wordsOf(const RTCM2_kind_s& kind)
 {
     return *RTCM2_find_member(&kind, "No_Of_Data_Words");
@@ -19,17 +30,7 @@ const RTCM2_member_s& wordsOf(const RTCM2_kind_s& kind)
 
 }    // namespace
 
-std::span<const std::uint8_t> MessageEncoder::encode(const Value& object)
-{
-    packed.clear();
-    problemText = takeObject(object);
-    if (!problemText.empty()) {
-        packed.clear();
-    }
-    return packed;
-}
-
-Problem MessageEncoder::takeObject(const Value& object)
+Problem MessageEncoder::encode(const Value& object)
 {
     // What is given for a field twice is found with its name.
     if (const auto key = repeatedKey(object, "fields")) {
@@ -48,12 +49,8 @@ Problem MessageEncoder::takeHex(const Value& object)
     if (!hex->IsString()) {
         return "hex: has to be a text";
     }
-    auto bytes = bytesOfHex(textOf(*hex));
-    if (!bytes || bytes->empty()) {
-        return "hex: is no row of bytes of two hexadecimal digits each";
-    }
-    packed = std::move(*bytes);
-    return {};
+    bytes = bytesOfHex(textOf(*hex));
+    return bytes.empty() ? "hex: is no row of bytes of two hexadecimal digits each" : "";
 }
 
 Problem MessageEncoder::takeFields(const Value& object, const Value& fields)
@@ -66,61 +63,34 @@ Problem MessageEncoder::takeFields(const Value& object, const Value& fields)
     if (kind == nullptr) {
         return "kind: there is no message kind " + quoted(textOf(*name));
     }
-    Problem problem = readFill(object);
-    if (problem.empty()) {
-        problem = fields.IsObject() ? takeMembers(*kind, fields) : "fields: has to be an object";
-    }
+    fill = find(object, "fill");
+    const Problem problem =
+        fields.IsObject() ? takeMembers(*kind, fields) : "fields: has to be an object";
     return problem.empty() ? problem : std::string(textOf(*name)) + ": " + problem;
 }
 
-Problem MessageEncoder::readFill(const Value& object)
-{
-    fill.reset();
-    const Value* const given = find(object, "fill");
-    if (given == nullptr) {
-        return {};
-    }
-    if (!given->IsString()) {
-        return "fill: has to be a text";
-    }
-    fill = textOf(*given);
-    return fill->find_first_not_of("01") == std::string_view::npos
-               ? Problem()
-               : "fill: has other characters than 0 and 1";
-}
-
+// Takes the number of data words that is given, or the smallest that works. Where none does, what
+// is wrong with the smallest that has room for everything is what people want to hear.
 Problem MessageEncoder::takeMembers(const RTCM2_kind_s& kind, const Value& fields)
 {
     GivenRecord given(kind);
-    Problem problem = given.read(fields);
-    if (!problem.empty()) {
+    if (Problem problem = given.read(fields); !problem.empty()) {
         return problem;
     }
-    const Value* const number = given.given(wordsOf(kind));
-    if (number == nullptr) {
-        return encodeShortest(given, kind);
-    }
-    // What is no such number is refused when it is written.
-    begin(kind, number->IsUint() ? number->GetUint() : 0);
-    problem = given.write(&record.message);
-    if (problem.empty()) {
-        problem = pack();
-    }
-    return problem.empty() ? finish(given) : problem;
-}
-
-// Takes the smallest number of data words that works. Where none does, what is wrong with the
-// smallest that has room for everything is what people want to hear.
-Problem MessageEncoder::encodeShortest(GivenRecord& given, const RTCM2_kind_s& kind)
-{
+    const Value* const wanted = given.given(wordsOf(kind));
+    const unsigned least = wanted != nullptr ? wanted->GetUint() : 0;
+    const unsigned most = wanted != nullptr ? least : mostWords;
     Problem mistake;
     Problem noRoom = "no number of data words lets all that is given stand in one message";
-    for (unsigned number = 0; number <= mostWords; number = std::max(number + 1, wordsFilled())) {
-        begin(kind, number);
-        if (!given.hasPlaceFor(&record.message, wordsOf(kind))) {
+    for (unsigned number = least; number <= most; number = std::max(number + 1, wordsFilled())) {
+        contentBits = 0;
+        record.reset(new RTCM2_message_s());
+        RTCM2_init_record(kind.kind, record.get());
+        RTCM2_write_integer(record.get(), &wordsOf(kind), 0, number);
+        if (wanted == nullptr && !given.hasPlaceFor(record.get(), wordsOf(kind))) {
             continue;
         }
-        Problem problem = given.write(&record.message);
+        Problem problem = given.write(record.get());
         if (problem.empty()) {
             noRoom = pack();
             if (!noRoom.empty()) {
@@ -142,58 +112,56 @@ unsigned MessageEncoder::wordsFilled() const
     return (contentBits - std::min(contentBits, headerBits) + bitsPerWord - 1) / bitsPerWord;
 }
 
-void MessageEncoder::begin(const RTCM2_kind_s& kind, unsigned number)
-{
-    record.clear();
-    contentBits = 0;
-    RTCM2_init_record(kind.kind, &record.message);
-    RTCM2_write_integer(&record.message, &wordsOf(kind), 0, number);
-}
-
 // Encodes the record; all bits behind it are zero.
 Problem MessageEncoder::pack()
 {
-    packed.assign(RTCM2_PACKED_ROOM, 0);
+    bytes.assign(RTCM2_PACKED_ROOM, 0);
     const std::int32_t result =
-        RTCM2_encode_record(&record.message, packed.data(), RTCM2_PACKED_ROOM, &contentBits);
-    const unsigned words = record.message.header.No_Of_Data_Words;
+        RTCM2_encode_record(record.get(), bytes.data(), RTCM2_PACKED_ROOM, &contentBits);
+    const unsigned words = record->header.No_Of_Data_Words;
     const unsigned room = words * bitsPerWord;
     if (result < 0 || contentBits > headerBits + room) {
         return "No_Of_Data_Words: " + std::to_string(words) + " data words hold " +
                std::to_string(room) + " bits, not the " + (result < 0 ? "more than " : "") +
                std::to_string(contentBits - headerBits) + " bits of what is given";
     }
-    packed.resize((headerBits + room) / 8);
+    bytes.resize((headerBits + room) / 8);
     return {};
 }
 
 // Decodes what was encoded, and compares.
-Problem MessageEncoder::finish(GivenRecord& given)
+Problem MessageEncoder::finish(const GivenRecord& given)
 {
-    decoded.clear();
+    const Record decoded(new RTCM2_message_s());
     std::uint32_t end = 0;
-    const std::int32_t result =
-        RTCM2_decode_record(record.message.kind, packed.data(),
-                            static_cast<std::uint16_t>(packed.size()), &end, &decoded.message);
+    const std::int32_t result = RTCM2_decode_record(
+        record->kind, bytes.data(), static_cast<std::uint16_t>(bytes.size()), &end, decoded.get());
     if (result < 0) {
-        return "No_Of_Data_Words: with " + std::to_string(record.message.header.No_Of_Data_Words) +
+        return "No_Of_Data_Words: with " + std::to_string(record->header.No_Of_Data_Words) +
                " nobody could decode the message (" + RTCM2_error_to_string(result) + ")";
     }
-    Problem problem = given.compare(&decoded.message);
+    Problem problem = given.compare(decoded.get());
     return problem.empty() ? writeFill() : problem;
 }
 
 Problem MessageEncoder::writeFill()
 {
-    const std::size_t count = 8 * packed.size() - contentBits;
-    if (fill && fill->size() != count) {
-        return "fill: has " + std::to_string(fill->size()) +
+    if (fill != nullptr && !fill->IsString()) {
+        return "fill: has to be a text";
+    }
+    const std::string_view given = fill != nullptr ? textOf(*fill) : std::string_view();
+    if (given.find_first_not_of("01") != std::string_view::npos) {
+        return "fill: has other characters than 0 and 1";
+    }
+    const std::size_t count = 8 * bytes.size() - contentBits;
+    if (fill != nullptr && given.size() != count) {
+        return "fill: has " + std::to_string(given.size()) +
                " bits where the data words have room for " + std::to_string(count);
     }
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t bit = contentBits + i;
-        if (fill ? (*fill)[i] == '1' : i % 2 == 0) {
-            packed[bit / 8] = static_cast<std::uint8_t>(packed[bit / 8] | 0x80U >> bit % 8);
+        if (fill != nullptr ? given[i] == '1' : i % 2 == 0) {
+            bytes[bit / 8] = static_cast<std::uint8_t>(bytes[bit / 8] | 0x80U >> bit % 8);
         }
     }
     return {};

@@ -8,10 +8,8 @@
 #include <rapidjson/document.h>
 
 #include <cstdint>
-#include <optional>
+#include <memory>
 #include <span>
-#include <string>
-#include <string_view>
 #include <vector>
 
 // Sets what is given in a record, encodes it, and takes what that decodes to for the message if it
@@ -20,45 +18,32 @@
 // with it, and whatever is no part of the message itself.
 class MessageEncoder {
 public:
-    // The packed message, valid until the next call; empty when there was a problem.
-    std::span<const std::uint8_t> encode(const rapidjson::Value& object);
+    // What was wrong, naming kind and member; empty when nothing was.
+    [[nodiscard]] Problem encode(const rapidjson::Value& object);
 
-    // What was wrong, naming kind and member.
-    const std::string& problem() const { return problemText; }
+    // The message, valid until the next call. Of no use when something was wrong.
+    std::span<const std::uint8_t> packed() const { return bytes; }
 
 private:
-    // A record that releases what it holds.
-    struct Record {
-        Record() = default;
-        ~Record() { clear(); }
-        Record(const Record&) = delete;
-        Record& operator=(const Record&) = delete;
-        void clear()
+    struct Release {
+        void operator()(RTCM2_message_s* message) const
         {
-            RTCM2_free_message(&message);
-            message = {};
+            RTCM2_free_message(message);
+            delete message;
         }
-
-        RTCM2_message_s message = {};
     };
-    using Fill = std::optional<std::string_view>;
+    using Record = std::unique_ptr<RTCM2_message_s, Release>;
 
-    Problem takeObject(const rapidjson::Value& object);
     Problem takeHex(const rapidjson::Value& object);
     Problem takeFields(const rapidjson::Value& object, const rapidjson::Value& fields);
-    Problem readFill(const rapidjson::Value& object);
     Problem takeMembers(const RTCM2_kind_s& kind, const rapidjson::Value& fields);
-    Problem encodeShortest(GivenRecord& given, const RTCM2_kind_s& kind);
-    void begin(const RTCM2_kind_s& kind, unsigned words);
     unsigned wordsFilled() const;
     Problem pack();
-    Problem finish(GivenRecord& given);
+    Problem finish(const GivenRecord& given);
     Problem writeFill();
 
-    Record record;     // what is given
-    Record decoded;    // what it has become
-    Fill fill;
-    std::vector<std::uint8_t> packed;
+    Record record;                             // what is given
+    const rapidjson::Value* fill = nullptr;    // as it is given; null: 1010...
+    std::vector<std::uint8_t> bytes;
     std::uint32_t contentBits = 0;    // of those, in front of the fill bits
-    std::string problemText;
 };
