@@ -4,6 +4,8 @@
 
 #include "support/ReadFrames.h"
 
+#include <random>
+
 using namespace fuzz;
 
 namespace {

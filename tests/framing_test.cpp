@@ -1,6 +1,5 @@
 // Framing through its C interface: messages out of streams, words, headers, writing.
 #include "framing/RTCM2_framing.h"
-#include "framing/Verdict.h"
 #include "support/SlowFramer.h"
 #include "support/StreamBuilder.h"
 
@@ -181,36 +180,6 @@ TEST(Header, IsReadFromAPackedMessage)
     EXPECT_EQ(RTCM2_verdict_text(5), nullptr);
 }
 
-// A message all words of which are good, and one that begins inside it.
-TEST(Verdicts, WeighWhatStandsBehindTheMessages)
-{
-    using framing::Sequel;
-    struct Case {
-        bool likely;
-        Sequel own;
-        framing::Rival rival;    // sequel, follows, is expected, ends together
-        bool outweighs;
-    };
-    const Case cases[] = {
-        {true, Sequel::message, {Sequel::message, false, false, true}, false},
-        {true, Sequel::message, {Sequel::message, true, true, true}, true},
-        {true, Sequel::message, {Sequel::message, true, true, false}, false},
-        {true, Sequel::message, {Sequel::broken, true, true, false}, false},
-        {true, Sequel::stranger, {Sequel::message, false, false, false}, false},
-        {false, Sequel::stranger, {Sequel::message, false, false, false}, true},
-        {false, Sequel::stranger, {Sequel::stranger, false, false, true}, true},
-        {true, Sequel::open, {Sequel::message, false, false, false}, true},
-        {true, Sequel::nowhere, {Sequel::open, false, false, false}, true},
-        {true, Sequel::open, {Sequel::broken, false, true, false}, true},
-        {true, Sequel::open, {Sequel::broken, false, false, false}, false},
-        {true, Sequel::nowhere, {Sequel::unknown, true, true, true}, false},
-    };
-    for (const Case& each : cases) {
-        EXPECT_EQ(framing::outweighs(each.rival, {each.likely, each.own}), each.outweighs)
-            << "case " << &each - cases;
-    }
-}
-
 // Texts in which bits look like the header of the station that sends them, alone, one after the
 // other, and with lines of text between them, at any bit phase.
 TEST(Framer, LosesNoMessageToWhatItsOwnTextLooksLike)
@@ -272,27 +241,6 @@ TEST(Framer, DeliversAsSoonAsAMessageIsComplete)
     }
 }
 
-// Words that look like headers are no reason to doubt a message in a stream that has no damage.
-TEST(Framer, LosesNothingOfALongCleanStream)
-{
-    std::mt19937 random(13);
-    StreamBuilder builder;
-    std::vector<Bytes> messages;
-    for (std::size_t i = 0; i < 20000; ++i) {
-        // Words that begin with preambles, and half of these with the last station as well.
-        Bytes message = makeMessage(20, random, 268 + random() % 2);
-        const std::size_t word = 2 + random() % 20;
-        message[word * 3] = 0x66;
-        message[word * 3 + 1] = 1;
-        message[word * 3 + 2] = 12;
-        builder.addMessage(message);
-        messages.push_back(message);
-    }
-    const Found found = read(builder.bytes());
-    EXPECT_TRUE(found.messages() == messages);
-    EXPECT_EQ(found.others(), 0U);
-}
-
 // Any bits lost anywhere, across boundaries and at them: every message of which nothing is missing
 // is found. What was never sent is accepted only if the pieces of a message fit by chance.
 TEST(Framer, FindsEveryWholeMessageAroundLostBits)
@@ -339,7 +287,9 @@ TEST(Framer, AgreesWithTheSlowFramer)
         const auto below = [&](std::size_t limit) { return random() % limit; };
         StreamBuilder builder;
         builder.addNoise(seed % 3 * below(40), random);
-        for (unsigned i = 0; i < 12; ++i) {
+        // Some streams are longer than what the framer keeps of them.
+        const unsigned count = seed % 100 == 0 ? 600 : 12;
+        for (unsigned i = 0; i < count; ++i) {
             Bytes message = makeMessage(below(10), random, 268 + i % 3 % 2);
             message[3] = 0;
             message[4] = static_cast<std::uint8_t>(i % 8);
@@ -352,7 +302,8 @@ TEST(Framer, AgreesWithTheSlowFramer)
             }
             builder.addMessage(message);
         }
-        for (std::size_t changes = below(5); changes > 0 && builder.bitCount() > 900; --changes) {
+        for (std::size_t changes = below(count / 2); changes > 0 && builder.bitCount() > 900;
+             --changes) {
             const std::size_t bit = below(builder.bitCount() - 400);
             builder.flip(bit);
             if (below(2) == 0) {
@@ -371,17 +322,6 @@ TEST(Framer, AgreesWithTheSlowFramer)
         ASSERT_EQ(found.counters.bytes_skipped, slowly.bytesSkipped) << "seed " << seed;
         ASSERT_EQ(found.counters.bits_outside_messages, slowly.bitsOutside) << "seed " << seed;
     }
-}
-
-TEST(Framer, FindsLittleInNoise)
-{
-    std::mt19937 random(12);
-    StreamBuilder builder;
-    builder.addNoise(6000000, random);
-    // A header is good by chance once in 2^18 bits, and few of them declare few words.
-    const Found found = read(builder.bytes());
-    EXPECT_LE(found.messages().size(), 3U);
-    EXPECT_LE(found.others(), 50U);
 }
 
 }    // namespace

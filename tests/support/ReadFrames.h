@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <ostream>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -24,13 +22,6 @@ struct FoundFrame {
     bool operator==(const FoundFrame&) const = default;
 };
 
-inline std::ostream& operator<<(std::ostream& out, const FoundFrame& found)
-{
-    return out << "{kind " << static_cast<int>(found.kind) << ", no. " << found.number << ", at "
-               << found.begin << ".." << found.end << ", " << found.bytes.size() << " bytes, "
-               << found.recorded.size() << " recorded, '" << found.damage << "'}";
-}
-
 struct FoundInput {
     std::vector<FoundFrame> frames;
     ReaderCounters counters;
@@ -44,13 +35,6 @@ struct FoundInput {
             }
         }
         return messages;
-    }
-
-    std::ptrdiff_t damaged() const
-    {
-        return std::count_if(frames.begin(), frames.end(), [](const FoundFrame& frame) {
-            return frame.kind == framing::Frame::Kind::damaged;
-        });
     }
 };
 
@@ -70,14 +54,10 @@ inline void collectFrames(PacketReader& reader, std::vector<FoundFrame>& frames)
     }
 }
 
-inline std::size_t wholeInput()
-{
-    return std::size_t{1} << 30;
-}
-
 // `pieceSize` gives the size of the next piece each time.
-inline FoundInput readInput(InputForm form, const Bytes& input,
-                            const std::function<std::size_t()>& pieceSize = wholeInput)
+inline FoundInput readInput(
+    InputForm form, const Bytes& input,
+    const std::function<std::size_t()>& pieceSize = [] { return SIZE_MAX; })
 {
     const std::unique_ptr<PacketReader> reader = makeReader(form);
     FoundInput found;
@@ -94,12 +74,4 @@ inline FoundInput readInput(InputForm form, const Bytes& input,
     collectFrames(*reader, found.frames);
     found.counters = reader->counters();
     return found;
-}
-
-// Ways to cut an input into pieces.
-inline std::vector<std::function<std::size_t()>> waysToCut()
-{
-    const auto random = std::make_shared<std::mt19937>(7U);
-    return {wholeInput, [] { return std::size_t{1}; },
-            [random] { return std::size_t{1} + (*random)() % 40; }};
 }
