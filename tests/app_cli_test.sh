@@ -46,6 +46,7 @@ for command in list show stats export "convert --to hex"; do
     expect 0 "" $command "$sample"
     "$rtcm2" $command "$sample" -o new && cmp out new || fail "a file gets something else: $command"
     expect 3 "unsure of its form" $command letters
+    grep -q letters out && fail "an input that was not read is reported: $command"
     expect 3 "Is a directory" $command . -o old
     expect 3 "No such file" $command missing "$sample"
     [ -s out ] || fail "the other input was not read: $command"
@@ -62,6 +63,7 @@ done
 expect 2 "no chosen kind of message has a field" list --fields PRCC "$sample"
 expect 3 'cannot read \x1B[2J\x0A: ' list $'\e[2J\n'
 expect 0 "at byte" list "$damaged" -o whole
+expect 5 "at byte" list --quiet --on-error stop "$damaged"
 expect 0 "" list --quiet "$damaged"
 [ -s err ] && fail "--quiet is not quiet"
 
@@ -123,6 +125,11 @@ liveKeeps() {
     [ -s err ] && fail "what an interruption cuts off is told as a mistake: ${*:3}"
     cat seen live 2> /dev/null | cmp - "$2" || fail "what came before an interruption is lost: ${*:3}"
 }
+# No more is read than what is asked for needs.
+exec 9<> fifo
+cat "$sample" >&9
+expect 0 "" list --max 2 fifo
+exec 9>&-
 head -c 50 "$sample" | cat "$sample" - > cut
 { "$rtcm2" export "$sample" && printf '{"kind": '; } > cut.json
 "$rtcm2" list "$sample" > wanted

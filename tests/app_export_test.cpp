@@ -2,12 +2,14 @@
 #include "commands/export/CsvExport.h"
 #include "commands/export/JsonExport.h"
 #include "commands/list/ListView.h"
+#include "commands/show/ShowView.h"
 #include "format/PackedText.h"
 #include "support/AppSession.h"
 #include "support/MessageHelpers.h"
 
 #include <rapidjson/document.h>
 
+#include <limits>
 #include <random>
 #include <sstream>
 
@@ -58,6 +60,13 @@ protected:
         return app.run(messages, makeJson(options));
     }
 
+    std::string list(const std::vector<Packed>& messages, const ListOptions& options)
+    {
+        return app.run(messages, [&](Output& output) {
+            return std::make_unique<ListView>(output, options, app.kinds({}));
+        });
+    }
+
     std::string csv(const std::vector<Packed>& messages, const std::vector<std::string>& kinds,
                     const CsvOptions& options)
     {
@@ -82,6 +91,18 @@ Packed twoCorrections()
     return packed(1, 4, {0x23, 0xFE, 0xD4, 0x05, 0x81, 0xFF, 0x7F, 0xFF, 0x80, 0x7F, 0xAA, 0xAA});
 }
 
+// The second correction has no Rate Of Change.
+Packed noRate()
+{
+    return packed(15, 3, {0, 0, 0, 0, 0, 0, 0, 0x20, 0});
+}
+
+// One PSF of 0.32.
+Packed scaled()
+{
+    return packed(21, 3, {0xB9, 0x27, 0xBF, 0x25, 0x78, 0x01, 0, 0, 0});
+}
+
 // Lines are read through the rows of the fields; the message's own line comes from its accessors.
 TEST_F(ExportTest, LinesOfTheListAreThoseOfTheMessages)
 {
@@ -104,11 +125,39 @@ TEST_F(ExportTest, LinesOfTheListAreThoseOfTheMessages)
                     printable(outcome.message.get()->getRawStringFor(all).toStdString()) + "\n";
             }
         }
-        const std::string list = app.run(messages, [&](Output& output) {
-            return std::make_unique<ListView>(output, ListOptions{}, app.kinds({}));
-        });
-        EXPECT_EQ(list.substr(list.find('\n') + 1), expected);
+        const std::string lines = list(messages, {});
+        EXPECT_EQ(lines.substr(lines.find('\n') + 1), expected);
         EXPECT_FALSE(expected.empty()) << kind->name;
+    }
+}
+
+TEST_F(ExportTest, ListsOfChosenFieldsHaveTheSameColumnsForAllKinds)
+{
+    EXPECT_EQ(list({twoCorrections(), packed(16, 0)},
+                   {.interpreted = true,
+                    .position = true,
+                    .fields = {"Corrections.UDRE", "ns", "Station Health"}}),
+              "No.;Byte;Corrections.UDRE;ns;Station Health\n"
+              "1;0;GT 1 m and LE 4 m GT 8 m;2;UDRE Scale Factor = 1\n"
+              "2;30;;;UDRE Scale Factor = 1\n");
+    EXPECT_EQ(list({noRate(), scaled()}, {.fields = {"Corrections.Rate Of Change", "Data.PSF"}}),
+              "Corrections.Rate Of Change;Data.PSF\n0 DoNotUse;\n;0.320000\n");
+}
+
+TEST_F(ExportTest, ShowTellsFieldsThatArePresentWithUnitsAndMeanings)
+{
+    const std::string shown =
+        app.run({packed(22, 1, {0xFF, 0, 0}), twoCorrections(), packed(18, 1, {0, 0x12, 0x34})},
+                [](Output& output) { return std::make_unique<ShowView>(output, true); });
+    for (const char* const piece :
+         {"\033[1mMessage Type 22: Extended Reference Station Parameters\033[0m\033[2m  #1, bytes "
+          "0 "
+          "to 14\033[0m\n  \033[36mPreamble            \033[0m  66\n",
+          "  \033[36mL1 ECEF Delta-Z     \033[0m  0\n\n\033[1mMessage Type 1: ",
+          "  \033[36mCorrections 2 of 2\033[0m\n    \033[36mScale Factor \033[0m  0.32 m\033[2m "
+          "(01)",
+          "  \033[36mGNSS Time Of Measurement\033[0m  4660 microsecond\n"}) {
+        EXPECT_NE(shown.find(piece), std::string::npos) << piece << "is not in\n" << shown;
     }
 }
 
@@ -147,7 +196,7 @@ TEST_F(ExportTest, TextsSayWhatCodedValuesMean)
          R"({"Station_Health":"UDRE Scale Factor = 1","Corrections":[{"UDRE":"GT 1 m and LE 4 m"},)"
          R"({"UDRE":"GT 8 m","RRC":"error"}]})"},
         // 0 and the value that stands for none
-        {packed(15, 3, {0, 0, 0, 0, 0, 0, 0, 0x20, 0}),
+        {noRate(),
          {"Corrections.Rate Of Change"},
          "{\"Corrections\":[{},{\"Rate_Of_Change\":\"" + Message::doNotUseString.toStdString() +
              "\"}]}"},
@@ -157,6 +206,20 @@ TEST_F(ExportTest, TextsSayWhatCodedValuesMean)
         const std::string text = json({row.message}, {.withTexts = true, .fields = row.fields});
         EXPECT_TRUE(parsed(text)["texts"] == parsed(row.texts)) << text;
     }
+}
+
+TEST(TextTest, NumbersAreWrittenWithAllTheirDigits)
+{
+    constexpr auto least = std::numeric_limits<std::int64_t>::min();
+    for (const std::int64_t number :
+         {least, -10'000L, -1L, 0L, 9L, 10L, 99L, 100L, 999L, 1000L, 9999L, 10'000L, 1'000'203L,
+          99'999'999L, 100'000'000L, ~least}) {
+        char digits[numberRoom];
+        EXPECT_EQ(std::string(digits, putSigned(digits, number)), std::to_string(number));
+    }
+    Text text;
+    appendUnsigned(text, static_cast<std::uint64_t>(least));
+    EXPECT_EQ(text.view(), "9223372036854775808");
 }
 
 TEST(PackedTextTest, OnlyUnusualFillIsShown)
@@ -233,14 +296,14 @@ TEST_F(ExportTest, CsvQuotesWhatNeedsIt)
 TEST_F(ExportTest, CsvSuitsSpreadsheets)
 {
     const CsvOptions options{
-        .separator = ';', .decimal = ',', .fields = {"Ns", "Message", "Data.PSF"}};
-    EXPECT_EQ(
-        csv({textMessage("=1+2;x"), textMessage("-1 m, "), textMessage("a;b")}, {"16"}, options),
-        "No.;Byte;Message\n1;0;\"'=1+2;x\"\n2;20;'-1 m, \n3;40;\"a;b\"\n");
+        .separator = ';', .decimal = ',', .isShown = true, .fields = {"Ns", "Message", "Data.PSF"}};
+    EXPECT_EQ(csv({textMessage("=1+2;x"), textMessage("-1 m, "), textMessage("+a;"),
+                   textMessage("@\033A")},
+                  {"16"}, options),
+              "No.;Byte;Message\n1;0;\"'=1+2;x\"\n2;20;'-1 m, \n3;40;\"'+a;\"\n4;55;'@\\x1BA\n");
     CsvOptions rows = options;
     rows.rows = "Data";
-    EXPECT_EQ(csv({packed(21, 3, {0xB9, 0x27, 0xBF, 0x25, 0x78, 0x01, 0, 0, 0})}, {"21"}, rows),
-              "No.;Byte;Ns;Data.PSF\n1;0;1;0,32\n");
+    EXPECT_EQ(csv({scaled()}, {"21"}, rows), "No.;Byte;Ns;Data.PSF\n1;0;1;0,32\n");
 }
 
 TEST_F(ExportTest, CsvRowsRepeatTheFieldsOfTheMessage)
@@ -254,23 +317,23 @@ TEST_F(ExportTest, CsvRowsRepeatTheFieldsOfTheMessage)
               "1,0,32767,4500,-128\n"
               "3,40,-300,4500,5\n"
               "3,40,32767,4500,-128\n");
+    EXPECT_EQ(csv({packed(59, 1, {7, 65, 8})}, {"59"}, {.fields = {"Data"}}),
+              "No.,Byte,Data\n1,0,7 65 8\n");
     EXPECT_EQ(csv({}, {"15"}, {.rows = "Corrections"}),
               "No.,Byte,Preamble,Message Type,Reference Station Id,Modified Z-Count,Sequence No.,"
               "No. Of Data Words,Station Health,Ns,Corrections.R,Corrections.G,"
               "Corrections.Satellite Id,Corrections.Delay,Corrections.Rate Of Change\n");
-    EXPECT_EQ(csv({twoCorrections()}, {"1"}, {.withHex = true, .fields = {"Ns", "Corrections"}}),
-              "No.,Byte,Ns,Corrections,Hex\n1,0,2,2,6604058ca32023fed40581ff7fff807faaaa\n");
+    EXPECT_EQ(csv({twoCorrections()}, {"1"},
+                  {.withHex = true, .withInput = true, .fields = {"Ns", "Corrections"}}),
+              "Input,No.,Byte,Ns,Corrections,Hex\n" + app.pathOf("input") +
+                  ",1,0,2,2,6604058ca32023fed40581ff7fff807faaaa\n");
 }
 
 TEST_F(ExportTest, CsvLeavesAbsentFieldsEmpty)
 {
     EXPECT_EQ(csv({packed(22, 1, {0xFF, 0, 0}), packed(22, 2, {1, 0, 0, 0x20, 0, 7})}, {"22"},
-                  {.withTexts = true,
-                   .fields = {"L1 ECEF Delta-X", "Constellation", "Phase Center Height"}}),
-              "No.,Byte,L1 ECEF Delta-X,Constellation,Constellation text,Phase Center Height,"
-              "Phase Center Height text\n"
-              "1,0,-1,,,,\n"
-              "2,15,1,1,GLONASS,7,\n");
+                  {.fields = {"L1 ECEF Delta-X", "Constellation", "Phase Center Height"}}),
+              "No.,Byte,L1 ECEF Delta-X,Constellation,Phase Center Height\n1,0,-1,,\n2,15,1,1,7\n");
 }
 
 TEST_F(ExportTest, CsvOfSeveralKindsIsMixedOrInFiles)

