@@ -139,8 +139,12 @@ TEST(PackedInput, FindsMessagesInGarbage)
 {
     const Bytes a = packed(1);
     const Bytes b = packed(2, 0x22);
+    Bytes nested = packed(5);    // a message inside it, followed by another preamble
+    std::copy_n(packed(0).begin(), 6, &nested[9]);
+    nested[15] = 0x66;
     const std::string no = " no message begins here; ";
-    check("packed", {{packed(0) + packed(0), "0-6; 6-12; 0"},
+    check("packed", {{nested + text("x") + b, "0-21; 21-22" + no + "22-34; 1"},
+                     {packed(0) + packed(0), "0-6; 6-12; 0"},
                      {text("junk") + a + b, "0-1" + no + "4-13; 13-25; 4"},
                      {a + text("xfy") + b + a + text("f") + b,
                       "0-9; 9-10" + no + "12-24; 24-33; 33-46 the input ends inside it; 34-46; 4"},
@@ -311,7 +315,8 @@ TEST(AutoInput, FindsTheForm)
             EXPECT_EQ(reading.counters.certainty, certainty) << formOrProblem;
         }
     }
-    // Behind something else only messages of one station count, in its order and without a pause.
+    // Behind something else only messages of one station count, in its order and without a
+    // pause.
     for (const std::size_t byte : {2U, 3U, 4U}) {
         std::vector<Bytes> mixed = messages(9);
         mixed[4][byte] ^= 4;

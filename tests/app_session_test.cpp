@@ -62,7 +62,7 @@ TEST_F(SessionTest, EndsAsItWasAsked)
         {"", {}, ExitStatus::nothingFound, 0, ""},
         {mixed, {}, ExitStatus::success, 4, trouble + trouble},
         {mixed, {.max = 1}, ExitStatus::success, 1, ""},
-        {mixed, {.max = 2}, ExitStatus::success, 2, trouble},
+        {mixed, {.max = 3}, ExitStatus::success, 3, trouble},
         {mixed, {.onError = OnError::stop}, ExitStatus::stoppedAtTrouble, 1, trouble},
     };
     for (const auto& test : cases) {
