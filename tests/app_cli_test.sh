@@ -64,6 +64,7 @@ expect 2 "no chosen kind of message has a field" list --fields PRCC "$sample"
 expect 3 'cannot read \x1B[2J\x0A: ' list $'\e[2J\n'
 expect 0 "at byte" list "$damaged" -o whole
 expect 5 "at byte" list --quiet --on-error stop "$damaged"
+expect 2 "does not go with" convert --to hex --keep-undecodable --station 417 "$sample"
 expect 0 "" list --quiet "$damaged"
 [ -s err ] && fail "--quiet is not quiet"
 
