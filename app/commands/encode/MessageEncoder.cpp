@@ -77,17 +77,17 @@ Problem MessageEncoder::takeMembers(const RTCM2_kind_s& kind, const Value& field
     if (Problem problem = given.read(fields); !problem.empty()) {
         return problem;
     }
-    const Value* const wanted = given.given(wordsOf(kind));
-    const unsigned least = wanted != nullptr ? wanted->GetUint() : 0;
-    const unsigned most = wanted != nullptr ? least : mostWords;
+    // A number that is given is written with all the rest.
+    const bool isSearch = given.given(wordsOf(kind)) == nullptr;
+    const unsigned most = isSearch ? mostWords : 0;
     Problem mistake;
     Problem noRoom = "no number of data words lets all that is given stand in one message";
-    for (unsigned number = least; number <= most; number = std::max(number + 1, wordsFilled())) {
+    for (unsigned number = 0; number <= most; number = std::max(number + 1, wordsFilled())) {
         contentBits = 0;
         record.reset(new RTCM2_message_s());
         RTCM2_init_record(kind.kind, record.get());
         RTCM2_write_integer(record.get(), &wordsOf(kind), 0, number);
-        if (wanted == nullptr && !given.hasPlaceFor(record.get(), wordsOf(kind))) {
+        if (isSearch && !given.hasPlaceFor(record.get(), wordsOf(kind))) {
             continue;
         }
         Problem problem = given.write(record.get());
