@@ -49,15 +49,6 @@ typedef struct RTCM2_reader_s {
 /* Compiles a row; `reader` is written as a whole. */
 RTCM2_API void RTCM2_compile_reader(const RTCM2_member_s* member, RTCM2_reader_s* reader);
 
-/* Reads a column: the field's values of one record or, with `array` (else null), those of each of
- * the record's sub-records, where `field` is a row of their kind. A single value that is absent is
- * 0 in `values` and 1 in `absent` (0 for all others); of a run all values follow each other. Real
- * numbers are cut to integers. Returns how many values there are, also when that is more than
- * `room`, the number of values that fit both arrays; only those are written. */
-RTCM2_API uint32_t RTCM2_read_column(const RTCM2_reader_s* array, const RTCM2_reader_s* field,
-                                     const void* record, int64_t* values, uint8_t* absent,
-                                     uint32_t room);
-
 /* The integer at a place; what is no integer gives 0. Unsigned values of 64 bits keep their bits.
  */
 static inline int64_t RTCM2_stored_integer(const char* place, uint8_t stored)

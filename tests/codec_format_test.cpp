@@ -139,53 +139,6 @@ TEST(CodecFormat, WrittenValuesGoThroughTheMessage)
     });
 }
 
-void expectColumn(TestMessage& filled, const RTCM2_kind_s& kind, const RTCM2_member_s& member)
-{
-    const bool isPart = &kind != &filled.kind;
-    const std::uint32_t records = isPart ? RTCM2_count(&filled.message, filled.kind.array) : 1;
-    std::vector<std::int64_t> expected, values(300, 77);
-    std::vector<std::uint8_t> missing, absent(300, 77);
-    for (std::uint32_t i = 0; i < records && member.role != RTCM2_ROLE_ARRAY; ++i) {
-        const void* const record =
-            isPart ? RTCM2_element(&filled.message, filled.kind.array, i) : &filled.message;
-        const bool isMissing = member.length == nullptr && RTCM2_is_present(record, &member) == 0;
-        for (std::uint32_t j = 0; j < RTCM2_count(record, &member) + (isMissing ? 1 : 0); ++j) {
-            double value = 0;
-            RTCM2_read_real(record, &member, j, &value);
-            expected.push_back(static_cast<std::int64_t>(value));
-            missing.push_back(isMissing ? 1 : 0);
-        }
-    }
-    RTCM2_reader_s array, field;
-    RTCM2_compile_reader(isPart ? filled.kind.array : &member, &array);
-    RTCM2_compile_reader(&member, &field);
-    const auto count = static_cast<std::uint32_t>(expected.size());
-    const std::uint32_t room = count > 1 ? count - 1 : count;
-    if (member.role != RTCM2_ROLE_ARRAY) {
-        EXPECT_EQ(RTCM2_read_column(isPart ? &array : nullptr, &field, &filled.message,
-                                    values.data(), absent.data(), room),
-                  count);
-        EXPECT_TRUE(std::equal(values.begin(), values.begin() + room, expected.begin()))
-            << member.name;
-        EXPECT_TRUE(std::equal(absent.begin(), absent.begin() + room, missing.begin()))
-            << member.name;
-        EXPECT_EQ(values[room] + absent[room], 77 + 77);
-    }
-}
-
-// Every member as a column of the message, with what is absent.
-TEST(CodecFormat, ColumnsHoldTheValuesOneAfterTheOther)
-{
-    forEachFilled([](TestMessage& filled, auto&, auto&) {
-        const RTCM2_kind_s* const parts = filled.kind.array ? filled.kind.array->elements : nullptr;
-        for (const RTCM2_kind_s* const kind : {&filled.kind, parts}) {
-            for (std::uint32_t i = 0; kind != nullptr && i < kind->member_count; ++i) {
-                expectColumn(filled, *kind, kind->members[i]);
-            }
-        }
-    });
-}
-
 // What changes with the bits of a value: itself, what follows from it, and what it is a part of.
 // Empty when other members or their number depend on it.
 Paths changedBy(const Spot& at)
