@@ -11,11 +11,9 @@
 #include <QLocale>
 #include <QStringList>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <random>
-#include <thread>
 
 namespace {
 
@@ -277,35 +275,6 @@ TEST(MessageObjectsDeathTest, HaveNothingToTellWithoutRecord)
     EXPECT_DEATH(antennas.hasAntenna_Serial_Number(), fatal("RTCM2_Message_Type_23_Message"));
     EXPECT_DEATH(antennas.getNumberOfAntenna_Descriptor(), fatal("RTCM2_Message_Type_23_Message"));
     EXPECT_DEATH(element.getWL_Bias(), fatal("RTCM2_OCDS_52_Message"));
-}
-
-TEST(ReferencesDeathTest, AreTakenAndDroppedOnAnyThread)
-{
-    const int before = liveMessages();
-    const Message* const message = corrections(1).release();
-    EXPECT_DEATH(message->removeReference(), "without references");
-    message->addReference();
-    std::atomic<int> waiting = 4;    // so that they run at once
-    std::vector<std::thread> threads;
-    for (int number = 0; number < 4; ++number) {
-        message->addReference();
-        threads.emplace_back([message, &waiting] {
-            for (--waiting; waiting > 0;) {
-                std::this_thread::yield();
-            }
-            for (int round = 0; round < 400000; ++round) {
-                message->addReference();
-                message->removeReference();
-            }
-            message->removeReference();
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(message->getReferenceCount(), 1);
-    message->removeReference();
-    EXPECT_EQ(liveMessages(), before);
 }
 
 }    // namespace
