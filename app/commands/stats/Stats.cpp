@@ -35,15 +35,14 @@ StationStats& StationStats::operator+=(const StationStats& later)
     return *this;
 }
 
-void SatelliteCounts::add(const Seen& seen)
+// Of a system that has no room yet, or beyond what there is room for.
+void SatelliteCounts::addNew(const Seen& seen)
 {
     if (seen.system >= maxSystems || seen.satellite >= maxSatellites) {
         beyond += seen.times;
         return;
     }
-    if (counts.size() <= seen.system * maxSatellites) {
-        counts.resize((seen.system + 1) * maxSatellites);
-    }
+    counts.resize((seen.system + 1) * maxSatellites);
     counts[seen.system * maxSatellites + seen.satellite] += seen.times;
 }
 

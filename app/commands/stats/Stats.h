@@ -83,7 +83,15 @@ public:
         std::uint64_t times;
     };
 
-    void add(const Seen& seen);
+    void add(const Seen& seen)
+    {
+        const std::uint64_t place = seen.system * maxSatellites + seen.satellite;
+        if (seen.satellite < maxSatellites && place < counts.size()) [[likely]] {
+            counts[place] += seen.times;
+        } else {
+            addNew(seen);
+        }
+    }
     SatelliteCounts& operator+=(const SatelliteCounts& more);
 
     // By system and satellite.
@@ -92,6 +100,8 @@ public:
     std::uint64_t others() const { return beyond; }
 
 private:
+    void addNew(const Seen& seen);
+
     std::vector<std::uint64_t> counts;    // maxSatellites for each system up to the last one seen
     std::uint64_t beyond = 0;
 };
