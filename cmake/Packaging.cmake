@@ -49,7 +49,8 @@ set(later "(>= ${PROJECT_VERSION})")
 rtcm2_package(codec ${codec} libs
 "RTCM 2.x messages to plain records and back
 The libraries decode and encode the messages of differential GNSS reference
-stations and find them in streams, from C, C++ and whatever calls C.")
+stations and find them in streams and in files of other forms, from C, C++ and
+whatever calls C.")
 rtcm2_package(codec_development librtcm2-dev libdevel
 "RTCM 2.x messages to plain records and back, development files
 Headers, the static libraries, package configuration for CMake and pkg-config,
