@@ -25,8 +25,10 @@ public:
 
     void append(std::string_view text)
     {
-        std::memcpy(room(text.size()), text.data(), text.size());
-        used += text.size();
+        if (!text.empty()) {    // nothing may have no address
+            std::memcpy(room(text.size()), text.data(), text.size());
+            used += text.size();
+        }
     }
     void append(char character)
     {
