@@ -14,8 +14,8 @@ const char* meaningOf(const FieldModel& field, std::int64_t value);
 std::vector<RTCM2_text_s> codedTexts(const FieldModel& field);
 
 // All values as they are: numbers separated by blanks, bytes in groups of four, a text up to its
-// first NUL and as printable() gives it, "submsg" for each element; "DoNotUse" for the value that says so. Nothing for an
-// absent field.
+// first NUL and as printable() gives it, "submsg" for each element; "DoNotUse" for the value that
+// says so. Nothing for an absent field.
 void appendRaw(Text& text, const FieldModel& field, const void* record);
 // Of a part of the elements: those of all elements, separated by blanks.
 void appendRaw(Text& text, const FieldPath& path, const void* record);
