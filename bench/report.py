@@ -26,7 +26,7 @@ CHECKS = [
     ("framing", "bit_by_bit", "faster", 15),
     ("stats", "framing", "at most", 2),
     ("print", "framing", "at most", 6),
-    ("print", "json_writer", "faster", 2.5),
+    ("print", "json_writer", "faster", 2),
 ]
 
 
