@@ -12,21 +12,7 @@ constexpr unsigned sureFromStart = 4;
 constexpr unsigned sureElsewhere = 8;
 
 constexpr unsigned longestLineEnd = 2;
-constexpr std::uint32_t stationMask = 0x3FF;
-
-// Of the time in a header, which is in units of 0.6 s.
-constexpr std::uint32_t unitsPerHour = 6000;
-constexpr std::uint32_t longestWait = 100;
-
-std::uint32_t timeOf(std::uint32_t secondWord)
-{
-    return secondWord >> 11;
-}
-
-std::uint32_t sequenceOf(std::uint32_t secondWord)
-{
-    return secondWord >> 8 & 7;
-}
+constexpr unsigned longestWait = 100;    // in units of 0.6 s
 
 bool isPrintable(std::uint8_t byte)
 {
@@ -77,8 +63,7 @@ void UnitWitness::begin(std::uint64_t place)
             .begin = place,
             .messages = 1,
             .first = place,
-            .station = form.data(header) & stationMask,
-            .second = form.data(header + form.size)};
+            .header = framing::headerOf(form.data(header), form.data(header + form.size))};
     const Row& last = rows[place % rowCount];
     if (last.messages > 0 && last.end == place && continues(last, row)) {
         row.messages += last.messages;
@@ -93,10 +78,9 @@ bool UnitWitness::continues(const Row& row, const Row& next)
     if (row.first == 0) {
         return true;
     }
-    const std::uint32_t wait =
-        (timeOf(next.second) + unitsPerHour - timeOf(row.second)) % unitsPerHour;
-    return row.station == next.station && wait <= longestWait &&
-           sequenceOf(next.second) == (sequenceOf(row.second) + 1) % 8;
+    return row.header.station == next.header.station &&
+           framing::waitBetween(row.header, next.header) <= longestWait &&
+           next.header.sequence == (row.header.sequence + 1) % 8;
 }
 
 // Of several rows that end at the same place, the longest counts.

@@ -3,6 +3,7 @@
 
 #include "forms/UnitForm.h"
 #include "forms/Witness.h"
+#include "framing/Header.h"
 
 #include <array>
 
@@ -28,13 +29,12 @@ public:
 private:
     // Messages in a row, by the place where the last of them ends.
     struct Row {
-        std::uint64_t end = 0;      // one past the last byte
-        std::uint64_t begin = 0;    // of the last message
-        unsigned messages = 0;      // 0: there is none
-        std::size_t words = 0;      // in all of them, as far as they tell anything
-        std::uint64_t first = 0;    // where the first of them begins
-        std::uint32_t station = 0;
-        std::uint32_t second = 0;    // header word of the last message
+        std::uint64_t end = 0;       // one past the last byte
+        std::uint64_t begin = 0;     // of the last message
+        unsigned messages = 0;       // 0: there is none
+        std::size_t words = 0;       // in all of them, as far as they tell anything
+        std::uint64_t first = 0;     // where the first of them begins
+        framing::Header header{};    // of the last message
         unsigned lineEnds = 0;       // characters of a line end taken in behind the last message
     };
 

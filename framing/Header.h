@@ -40,13 +40,19 @@ inline Header headerOf(std::span<const std::uint8_t> packed)
     return headerOf(word(0), word(bytesPerWord));
 }
 
+// From one header to a later one, through the end of the hour, in units of 0.6 s.
+constexpr unsigned waitBetween(const Header& earlier, const Header& later)
+{
+    constexpr unsigned unitsPerHour = 6000;
+    return (later.zCount + unitsPerHour - earlier.zCount) % unitsPerHour;
+}
+
 // True when a station would send `later` after `earlier`: less than half a minute later, and with
 // one of so many next sequence numbers.
 constexpr bool follows(const Header& later, const Header& earlier, unsigned numbers)
 {
-    constexpr unsigned unitsPerHour = 6000;
     constexpr unsigned longestWait = 50;
-    const unsigned wait = (later.zCount + unitsPerHour - earlier.zCount) % unitsPerHour;
+    const unsigned wait = waitBetween(earlier, later);
     const unsigned step = (later.sequence - earlier.sequence) % 8;
     return later.station == earlier.station && wait < longestWait && step >= 1 && step <= numbers;
 }

@@ -38,11 +38,6 @@ std::unique_ptr<QObject> makeExtractor(MessageSource* source, AbstractDecoder* d
     return std::make_unique<QLX_DiffCorrIn_RTCM2Extractor>(source, decoder, nullptr, mode);
 }
 
-int typeNumberOf(std::span<const std::uint8_t> packed)
-{
-    return packed.size() < 2 ? -1 : packed[1] >> 2;
-}
-
 bool isSwitchedOff(int result)
 {
     return std::string_view(RTCM2_error_to_string(result)).ends_with("_DISABLED");

@@ -3,9 +3,7 @@
 
 #include "format/FieldParts.h"
 
-#include <cstdint>
 #include <memory>
-#include <span>
 
 class AbstractDecoder;
 class FormatInfo;
@@ -23,10 +21,6 @@ std::unique_ptr<AbstractDecoder> makeDecoder();
 // byte of blocks that carry none.
 std::unique_ptr<QObject> makeExtractor(MessageSource* source, AbstractDecoder* decoder,
                                        unsigned char mode);
-
-// The type number of a packed message, whether or not the decoder knows it; -1 when the message is
-// too short to have one.
-int typeNumberOf(std::span<const std::uint8_t> packed);
 
 // Whether a decoder's negative result says that the message's kind is switched off.
 bool isSwitchedOff(int result);

@@ -59,7 +59,7 @@ expect "byte 44: type 1 of station 5" codec/stream
 own_libraries codec/stream
 expect "" codec/forms
 own_libraries codec/forms
-! ldd codec/decode | grep Qt || fail "the codec needs Qt"
+! ldd codec/decode | grep libQt || fail "the codec needs Qt"
 
 export PKG_CONFIG_PATH=$lib/pkgconfig
 # compile <library> <example> <what it prints> <program> <pkg-config option...>

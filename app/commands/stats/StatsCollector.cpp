@@ -1,13 +1,19 @@
 #include "commands/stats/StatsCollector.h"
 
 #include "base/Characters.h"
-#include "plugin/Plugin.h"
+#include "framing/Header.h"
 
 namespace {
 
 std::uint64_t valueOf(const FieldModel& field, const void* record)
 {
     return static_cast<std::uint64_t>(RTCM2_reader_integer(&field.reader, record, 0));
+}
+
+// Of a message of no kind that hosts are told of.
+int typeNumberOf(const Found& found)
+{
+    return static_cast<int>(framing::headerOf(found.bytes).type);
 }
 
 }    // namespace
@@ -67,7 +73,7 @@ void StatsCollector::take(const Found& found)
         return countMessage(found);
     case Found::What::unreported:
         ++current.unreported;
-        ++current.unreportedTypes.of(plugin::typeNumberOf(found.bytes));
+        ++current.unreportedTypes.of(typeNumberOf(found));
         break;
     case Found::What::damaged:
         ++current.damaged;
@@ -77,7 +83,7 @@ void StatsCollector::take(const Found& found)
         break;
     case Found::What::unknownType:
         ++current.unknown;
-        ++current.unknownTypes.of(plugin::typeNumberOf(found.bytes));
+        ++current.unknownTypes.of(typeNumberOf(found));
         ++current.events.of(found.text);
         break;
     case Found::What::misfit:
