@@ -61,6 +61,71 @@ typedef struct RTCM2_choice_s {
     double number;
 } RTCM2_choice_s;
 
+/* What a member is to those who use messages, of whatever kind: programs look for the meaning, not
+ * for a name. */
+typedef enum RTCM2_meaning_enum {
+    RTCM2_MEANS_NOTHING = 0, /* that programs ask for */
+    RTCM2_MEANS_PREAMBLE = 1,
+    RTCM2_MEANS_TYPE = 2,
+    RTCM2_MEANS_STATION = 3,
+    RTCM2_MEANS_TIME = 4,     /* of the hour, in the time of the message's system */
+    RTCM2_MEANS_SEQUENCE = 5, /* number of the message, round and round through its bits */
+    RTCM2_MEANS_WORDS = 6,    /* data words behind the header */
+    RTCM2_MEANS_HEALTH = 7,   /* of the station */
+    RTCM2_MEANS_SYSTEM = 8,   /* of satellites; its values are those of RTCM2_system_s */
+    RTCM2_MEANS_SATELLITE = 9,
+    RTCM2_MEANS_CORRECTION = 10, /* of a range or phase */
+    RTCM2_MEANS_RATE = 11,       /* at which a correction changes */
+    RTCM2_MEANS_ISSUE = 12,      /* of the satellite's data to which a correction belongs */
+    RTCM2_MEANS_ACCURACY = 13,   /* in classes with texts */
+    RTCM2_MEANS_HEIGHT = 14,     /* of the antenna */
+    RTCM2_MEANS_TEXT = 15        /* for people */
+} RTCM2_meaning_enum;
+
+/* A system of satellites. */
+typedef struct RTCM2_system_s {
+    const char* name;   /* "GPS" */
+    const char* time;   /* in which its messages count: "GPS", "UTC" */
+    int64_t value;      /* of members that mean the system */
+    const char* letter; /* before the number of a satellite: "G" */
+} RTCM2_system_s;
+
+/* A factor, and the value of the member `by` with which it holds. */
+typedef struct RTCM2_factor_s {
+    int64_t value;
+    int64_t factor;
+    uint8_t decimals; /* of the factor: 2 with a factor of 32 for 0.32 */
+} RTCM2_factor_s;
+
+/* What the integer of a member means: a number of units, or a satellite. */
+typedef struct RTCM2_quantity_s {
+    const char* name;                /* in code, beside that of the member: "PRC_m" */
+    const char* unit;                /* "m", "m/s", "s", "cycle"; "" for a satellite */
+    const struct RTCM2_member_s* by; /* chooses the factor; null: there is one factor */
+    const RTCM2_factor_s* factors;   /* with a value of `by` that none of them has, there is no
+                                      * quantity */
+    uint32_t factor_count;
+    const int64_t* none; /* integers that mean that there is none */
+    uint32_t none_count;
+    int64_t highest; /* larger integers are out of range; INT64_MAX where none is */
+    uint8_t is_satellite;
+    int64_t zero; /* the number of the satellite that 0 means */
+} RTCM2_quantity_s;
+
+/* An exact decimal number: digits / 10^decimals. */
+typedef struct RTCM2_decimal_s {
+    int64_t digits;
+    uint8_t decimals; /* at most 18 */
+} RTCM2_decimal_s;
+
+/* A point whose coordinates a message tells, in metres, earth-centred and earth-fixed. */
+typedef struct RTCM2_point_s {
+    const char* name;                         /* for people: "L1 phase centre" */
+    const struct RTCM2_member_s* position[3]; /* X, Y, Z: members with a quantity */
+    uint8_t is_delta; /* 1: from the point that another kind tells as such, of the same station and
+                       * system */
+} RTCM2_point_s;
+
 struct RTCM2_kind_s;
 
 /* One member of a record. Texts are never null; pointers to rows are null where there is none, and
@@ -105,6 +170,10 @@ typedef struct RTCM2_member_s {
     uint8_t has_initial;    /* 1: a constructed record holds `initial`, else it is left as it was */
     int64_t do_not_use;
     int64_t initial;
+
+    RTCM2_meaning_enum meaning;
+    const RTCM2_quantity_s* quantity; /* null where the integer is all that is known */
+    const RTCM2_system_s* system; /* with other systems the member means nothing; null: with all */
 } RTCM2_member_s;
 
 /* One kind of record. */
@@ -121,6 +190,15 @@ typedef struct RTCM2_kind_s {
     const RTCM2_member_s* members; /* in the order of the record and of the message */
     uint32_t member_count;
     const RTCM2_member_s* array; /* the member that is an array of sub-records, or null */
+
+    /* The system of its messages: always this one, or what a member of the record or of the
+     * elements of its array says. Both null: that of the record around it, or unknown. */
+    const RTCM2_system_s* system;
+    const RTCM2_member_s* system_member;
+    const RTCM2_point_s* points;
+    uint32_t point_count;
+    uint8_t is_unsettled; /* 1: in which units its numbers are is not settled, where they have no
+                           * quantity */
 } RTCM2_kind_s;
 
 /* ---- Version ---- */
@@ -150,6 +228,10 @@ RTCM2_API const RTCM2_member_s* RTCM2_find_member(const RTCM2_kind_s* kind, cons
 
 /* What is shown instead of a coded value; null for a value without text. */
 RTCM2_API const char* RTCM2_text_of(const RTCM2_member_s* member, int64_t value);
+
+/* Systems of satellites: how many the format knows, and the index-th; null for any other index. */
+RTCM2_API int32_t RTCM2_system_count(void);
+RTCM2_API const RTCM2_system_s* RTCM2_system(int32_t index);
 
 /* ---- Contexts and packed messages ---- */
 
@@ -204,12 +286,13 @@ RTCM2_API void RTCM2_free_message(RTCM2_message_s* message);
 /* What the functions below answer. */
 typedef enum RTCM2_access_enum {
     RTCM2_ACCESS_DONE = 0,
-    RTCM2_ACCESS_ABSENT = 1, /* the member is not in this message */
-    RTCM2_ACCESS_INDEX = 2,  /* no value has that index */
-    RTCM2_ACCESS_TYPE = 3,   /* the value is of a type that the function cannot give or take */
-    RTCM2_ACCESS_RANGE = 4,  /* the value does not fit the member, or the text the room */
-    RTCM2_ACCESS_DERIVED = 5 /* it follows from other members or is constant, so it cannot be
-                              * written and has no place in the message */
+    RTCM2_ACCESS_ABSENT = 1,  /* the member is not in this message */
+    RTCM2_ACCESS_INDEX = 2,   /* no value has that index */
+    RTCM2_ACCESS_TYPE = 3,    /* the value is of a type that the function cannot give or take */
+    RTCM2_ACCESS_RANGE = 4,   /* the value does not fit the member, or the text the room */
+    RTCM2_ACCESS_DERIVED = 5, /* it follows from other members or is constant, so it cannot be
+                               * written and has no place in the message */
+    RTCM2_ACCESS_NONE = 6     /* the integer says that there is no quantity, or is out of range */
 } RTCM2_access_enum;
 
 /* Whether the member is in the message: 1 or 0. */
@@ -255,6 +338,31 @@ RTCM2_API int32_t RTCM2_write_real(void* record, const RTCM2_member_s* member, u
  * digits for a byte. The text of a run of characters sets its length, too. */
 RTCM2_API int32_t RTCM2_write_text(void* record, const RTCM2_member_s* member, uint32_t index,
                                    const char* text);
+
+/* ---- Quantities ---- */
+
+/* What the integer of a member means, as an exact number; of a satellite its number.
+ * RTCM2_ACCESS_TYPE for a member without quantity, RTCM2_ACCESS_NONE where its value means none. */
+RTCM2_API int32_t RTCM2_read_quantity(const void* record, const RTCM2_member_s* member,
+                                      RTCM2_decimal_s* value);
+
+/* The same as a text with as few decimals as are exact, "-4.34", or a satellite's name, "G05";
+ * without unit. At most `room` bytes are written, with a NUL; RTCM2_QUANTITY_ROOM is enough for
+ * any.
+ */
+#define RTCM2_QUANTITY_ROOM 24
+RTCM2_API int32_t RTCM2_read_quantity_text(const void* record, const RTCM2_member_s* member,
+                                           char* text, uint32_t room);
+
+/* What has been read of a quantity as such a text, for RTCM2_QUANTITY_ROOM bytes; its length
+ * without the NUL. `system` is that of the record, or null. */
+RTCM2_API uint32_t RTCM2_quantity_text(const RTCM2_quantity_s* quantity,
+                                       const RTCM2_system_s* system, const RTCM2_decimal_s* value,
+                                       char* text);
+
+/* The system that a record's satellites, or its message, belong to; null where that is unknown, as
+ * for a message whose elements tell it when it has none. */
+RTCM2_API const RTCM2_system_s* RTCM2_system_of(const void* record);
 
 /* What a slice, a count or a lookup has to be by the member that it follows from, whatever the
  * record holds. RTCM2_ACCESS_TYPE for other members. */

@@ -49,6 +49,19 @@ typedef struct RTCM2_reader_s {
 /* Compiles a row; `reader` is written as a whole. */
 RTCM2_API void RTCM2_compile_reader(const RTCM2_member_s* member, RTCM2_reader_s* reader);
 
+/* A compiled quantity. */
+typedef struct RTCM2_quantity_reader_s {
+    RTCM2_reader_s integer;
+    const RTCM2_quantity_s* quantity;
+    const RTCM2_system_s* system; /* the only one with which the member means something, or null */
+    uint16_t by_offset;           /* of the member that chooses the factor, if there is one */
+    uint8_t by_stored;
+} RTCM2_quantity_reader_s;
+
+/* Compiles the row of a member that has a quantity; `reader` is written as a whole. */
+RTCM2_API void RTCM2_compile_quantity(const RTCM2_member_s* member,
+                                      RTCM2_quantity_reader_s* reader);
+
 /* The integer at a place; what is no integer gives 0. Unsigned values of 64 bits keep their bits.
  */
 static inline int64_t RTCM2_stored_integer(const char* place, uint8_t stored)
@@ -138,6 +151,40 @@ static inline double RTCM2_reader_real(const RTCM2_reader_s* reader, const void*
     double value;
     memcpy(&value, RTCM2_reader_place(reader, record), sizeof value);
     return value;
+}
+
+/* Reads a quantity as RTCM2_read_quantity does, of a record that has the member. */
+static inline int32_t RTCM2_reader_quantity(const RTCM2_quantity_reader_s* reader,
+                                            const void* record, RTCM2_decimal_s* value)
+{
+    const RTCM2_quantity_s* const quantity = reader->quantity;
+    const int64_t integer = RTCM2_reader_integer(&reader->integer, record, 0);
+    for (uint32_t i = 0; i < quantity->none_count; ++i) {
+        if (quantity->none[i] == integer) {
+            return RTCM2_ACCESS_NONE;
+        }
+    }
+    if (integer > quantity->highest ||
+        (reader->system != 0 && RTCM2_system_of(record) != reader->system)) {
+        return RTCM2_ACCESS_NONE;
+    }
+    if (quantity->is_satellite) {
+        value->digits = integer == 0 ? quantity->zero : integer;
+        value->decimals = 0;
+        return RTCM2_ACCESS_DONE;
+    }
+    const int64_t choice =
+        quantity->by == 0
+            ? quantity->factors->value
+            : RTCM2_stored_integer((const char*)record + reader->by_offset, reader->by_stored);
+    for (uint32_t i = 0; i < quantity->factor_count; ++i) {
+        if (quantity->factors[i].value == choice) {
+            value->digits = integer * quantity->factors[i].factor;
+            value->decimals = quantity->factors[i].decimals;
+            return RTCM2_ACCESS_DONE;
+        }
+    }
+    return RTCM2_ACCESS_NONE;
 }
 
 /* The first sub-record of an array; the next ones follow every `stride` bytes. Null while there is

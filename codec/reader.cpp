@@ -28,6 +28,18 @@ RTCM2_stored_enum storedOf(const RTCM2_member_s& member)
 
 }    // namespace
 
+void RTCM2_compile_quantity(const RTCM2_member_s* member, RTCM2_quantity_reader_s* reader)
+{
+    *reader = {};
+    RTCM2_compile_reader(member, &reader->integer);
+    reader->quantity = member->quantity;
+    reader->system = member->system;
+    if (const RTCM2_member_s* const by = member->quantity->by) {
+        reader->by_offset = by->offset;
+        reader->by_stored = static_cast<std::uint8_t>(storedOf(*by));
+    }
+}
+
 void RTCM2_compile_reader(const RTCM2_member_s* member, RTCM2_reader_s* reader)
 {
     *reader = {};

@@ -36,6 +36,8 @@ constexpr KindFunctions typedFunctions()
 extern const std::span<const RTCM2_kind_s> kindRows;
 extern const std::span<const KindFunctions> kindFunctions;
 
+extern const std::span<const RTCM2_system_s> systemRows;
+
 // By error code, from -1 downward.
 extern const std::span<const char* const> errorNames;
 

@@ -7,6 +7,9 @@ codes, storage types, wire positions, capacities.
 from dataclasses import dataclass, field
 
 STORAGE_CLASSES = (8, 16, 32, 64)
+# What a member is to those who use messages, in the order of its numbers in the table, from 1.
+MEANINGS = ("preamble", "type", "station", "time", "sequence", "words", "health", "system", "satellite",
+            "correction", "rate", "issue", "accuracy", "height", "text")
 RECORD_HEAD_BYTES = 16  # kind, bit_count, parent
 
 
@@ -21,6 +24,40 @@ def rounded_up(size, unit):
 
 def upper_name(member):
     return member.rstrip("_").upper()
+
+
+@dataclass
+class System:
+    """A system of satellites: its name, the letter before a satellite's number, the time that its
+    messages are in, and the value by which members name it."""
+
+    name: str
+    letter: str
+    time: str
+    value: int
+
+
+@dataclass
+class Quantity:
+    """What an integer means: it times a factor, in a unit; or a satellite, whose number it is."""
+
+    name: str
+    unit: str = ""
+    by: str = ""  # the member that chooses the factor
+    factors: list = field(default_factory=list)  # (value of `by`, factor, decimals of the factor)
+    none: tuple = ()
+    highest: int | None = None
+    is_satellite: bool = False
+    zero: int = 0  # the satellite that 0 means
+
+
+@dataclass
+class Point:
+    """Three members that are the coordinates of a point, or its distance from another one."""
+
+    name: str
+    members: tuple
+    is_delta: bool
 
 
 @dataclass
@@ -57,6 +94,9 @@ class Member:
     length: str = ""
     limit: int = 0
     elements: str = ""
+    meaning: str = ""
+    quantity: Quantity | None = None
+    system: str = ""  # the only system with which it means something
     kind: "Kind | None" = None
 
     @property
@@ -146,6 +186,10 @@ class Kind:
     value: int = 0
     is_later: bool = False  # has its numbers behind those of the first kinds
     nested_length: bool = False  # a declared length of a record with a parent ends before the array
+    is_unsettled: bool = False  # no reference settles what its values without a quantity mean
+    points: list = field(default_factory=list)
+    system: System | None = None  # that the kind's messages belong to
+    system_member: tuple | None = None  # or what tells it: a kind, this or its elements', and a member
 
     @property
     def is_main(self):
@@ -273,6 +317,7 @@ class Format:
     preamble: int
     header: list  # the members that all main kinds start with
     kinds: list
+    systems: list = field(default_factory=list)
 
     @property
     def sub_kinds(self):

@@ -95,6 +95,36 @@ def presence(kind, member):
     return f"only when {label_of(kind, name)} is {' or '.join(map(str, values))}"
 
 
+def _decimal(factor, decimals):
+    digits = str(factor).rjust(decimals + 1, "0")
+    return f"{digits[:-decimals]}.{digits[-decimals:]}" if decimals else digits
+
+
+def quantity(member, kind):
+    """What the integer means, in words."""
+    q = member.quantity
+    if q is None:
+        return []
+    if q.is_satellite:
+        return [f"`{q.name}`: the system's letter and the number; 0 is satellite {q.zero}"]
+    choices = [f"× {_decimal(factor, decimals)} {q.unit}"
+               + (f" when {label_of(kind, q.by)} is {value}" if q.by else "")
+               for value, factor, decimals in q.factors]
+    words = [f"`{q.name}`: {', '.join(choices)}"]
+    words += [f"no quantity: {', '.join(map(str, q.none))}"] if q.none else []
+    return words + ([f"out of range above {q.highest}"] if q.highest is not None else [])
+
+
+def system_words(kind):
+    """The system that the kind's messages belong to."""
+    if kind.system:
+        return f"{kind.system.name}, whose messages count in {kind.system.time} time"
+    if kind.is_main and kind.system_member:
+        holder, member = kind.system_member
+        return f"as {label(member)} of {'its first element' if holder is not kind else 'the message'} says"
+    return ""
+
+
 def notes(member, kind):
     """Everything about a member that has no column of its own."""
     parts = [presence(kind, member), origin(kind, member)]
@@ -102,6 +132,9 @@ def notes(member, kind):
         parts.append(f"unit: {member.unit}")
     if member.do_not_use is not None:
         parts.append(f"{member.do_not_use} stands for no value")
+    parts += quantity(member, kind)
+    if member.system:
+        parts.append(f"means something with {member.system} only")
     parts += [f"{value}: {text}" for value, text in member.texts.items()]
     return "<br>".join(escaped(part) for part in parts if part)
 
@@ -131,4 +164,4 @@ def link(kind):
 
 
 FILTERS = {f.__name__: f for f in (escaped, families, heading, label, link, notes, own_members,
-                                   positions, type_words, users, width)}
+                                   positions, system_words, type_words, users, width)}

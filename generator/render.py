@@ -64,7 +64,9 @@ def constants(fmt, kind_of_list):
     for kind in fmt.kinds:
         for m in kind.members:
             values = {"texts": m.texts.items(), "choices": m.values.items(),
-                      "presence": m.when[1] if m.when else ()}[kind_of_list]
+                      "presence": m.when[1] if m.when else (),
+                      "factors": m.quantity.factors if m.quantity else (),
+                      "none": m.quantity.none if m.quantity else ()}[kind_of_list]
             if values:
                 names.setdefault(tuple(values), f"{kind_of_list}_{kind.name}_{m.name}")
     return names

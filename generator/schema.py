@@ -5,6 +5,7 @@ Every complaint names the file and the line of the row that it is about.
 
 from pathlib import Path
 
+import quantities
 from model import STORAGE_CLASSES, Format, Kind, Member, upper_name
 from rows import (CONDITION, Form, IDENTIFIER, INTEGER, LIST, MAPPING, NATURAL, POSITIVE, TEXT, Row,
                   SchemaError, check_row, flatten, is_integer, is_number, is_text, read)
@@ -19,16 +20,19 @@ FORMS = {
     "slice": MAPPING, "count": MAPPING, "lookup": MAPPING, "values": MAPPING,
     "of": IDENTIFIER, "low": NATURAL, "times": POSITIVE, "minus": NATURAL, "over": POSITIVE,
     "elements": IDENTIFIER, "length": IDENTIFIER, "limit": POSITIVE,
+    "means": quantities.MEANING, "quantity": MAPPING, "quantities": quantities.UNSETTLED,
+    "system": TEXT, "systems": LIST, "points": LIST,
 }
-KIND_FORMS = FORMS | {"type": NATURAL}
+KIND_FORMS = FORMS | {"type": NATURAL, "system": quantities.PATH}
+MEANING_KEYS = {"means", "quantity", "system"}
 # Of each role: the keys that it needs, and those that it may have.
 MEMBER_KEYS = {
-    "wire": ({"type", "bits"}, {"initial", "when", "texts", "unit", "do_not_use"}),
-    "slice": ({"type", "slice"}, {"texts"}),
+    "wire": ({"type", "bits"}, {"initial", "when", "texts", "unit", "do_not_use"} | MEANING_KEYS),
+    "slice": ({"type", "slice"}, {"texts"} | MEANING_KEYS),
     "count": ({"type", "count"}, {"texts"}),
     "lookup": ({"type", "lookup"}, set()),
     "constant": ({"type", "width", "initial"}, {"texts"}),
-    "inline": ({"type", "bits", "length", "limit"}, {"when", "texts"}),
+    "inline": ({"type", "bits", "length", "limit"}, {"when", "texts", "means"}),
     "records": ({"elements", "length"}, set()),
 }
 RULE_KEYS = {
@@ -80,7 +84,11 @@ def _member(row, place):
     required, optional = MEMBER_KEYS[role]
     what = f"{role} member {row['member']}"
     check_row(row, FORMS, required | {"member"}, optional | {"name"}, what)
-    facts = {key: value for key, value in row.items() if key not in ("member", "name", role)}
+    facts = {key: value for key, value in row.items()
+             if key not in ("member", "name", "means", "quantity", role)}
+    facts["meaning"] = row.get("means", "")
+    if "quantity" in row:
+        facts["quantity"] = quantities.quantity(row["member"], row["quantity"])
     if role in RULE_KEYS:
         check_row(row[role], FORMS, *RULE_KEYS[role], f"{role} of {row['member']}")
         facts |= row[role]
@@ -239,9 +247,11 @@ def _kind(name, row, place, content, head):
     """Reads one kind of a family. Main kinds start with the members of the header."""
     if not IDENTIFIER.accepts(name):
         raise SchemaError(f"{place}: kind {name!r} is not {IDENTIFIER.words}")
-    check_row(row, KIND_FORMS, {"members"}, {"type", "name", "text"}, f"kind {name}", place)
+    check_row(row, KIND_FORMS, {"members"},
+              {"type", "name", "text", "system", "points", "quantities"}, f"kind {name}", place)
     kind = Kind(name=name, where=place, family=content["family"], type=row.get("type"),
                 display=row.get("name", ""), text=row.get("text", ""), members=[])
+    kind.is_unsettled = "quantities" in row or "quantities" in content
     kind.nested_length = kind.is_main and "nested_length" in content
     header = list(flatten(head["header"])) if kind.is_main else []
     kind.members = [_member(r, head.at("header")) for r in header]
@@ -280,7 +290,7 @@ def _header(head):
 def _read_kinds(contents, head):
     kinds = {}
     for content in contents:
-        check_row(content, FORMS, {"family", "kinds"}, {"shared", "nested_length"}, "a family")
+        check_row(content, FORMS, {"family", "kinds"}, {"shared", "nested_length", "quantities"}, "a family")
         for name, row in content["kinds"].items():
             place = content["kinds"].at(name)
             if name in kinds:
@@ -356,9 +366,12 @@ def load(folder):
     top = contents.pop("format.yaml")
     check_row(top, FORMS, {"format"}, set(), "the file")
     head = top["format"]
-    check_row(head, FORMS, {"preamble", "header", "order"}, {"later"}, "format")
+    check_row(head, FORMS, {"preamble", "header", "order"}, {"later", "systems"}, "format")
     header = _header(head)
     kinds = _ordered(_read_kinds(contents.values(), head), head)
-    fmt = Format(head["preamble"], header, kinds)
+    fmt = Format(head["preamble"], header, kinds, quantities.systems(head))
     _check_between_kinds(fmt)
+    rows = {name: row for content in contents.values() for name, row in content["kinds"].items()}
+    for kind in fmt.kinds:
+        quantities.attach(kind, rows[kind.name], fmt, _check_fits)
     return fmt

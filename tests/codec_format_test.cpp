@@ -302,6 +302,115 @@ TEST(CodecFormat, RealNumbersAreWrittenWhenTheyAreIntegersThatFit)
     }
 }
 
+struct QuantityCase {
+    int type;
+    std::map<std::string, std::int64_t> values;    // of the element, where there is an array
+    const char* member;
+    const char* text;    // null: there is none
+    const char* system;
+};
+
+TEST(CodecFormat, QuantitiesAreExact)
+{
+    const QuantityCase cases[] = {
+        {1, {{"PRC", -217}}, "PRC", "-4.34", "GPS"},
+        {9, {{"PRC", 32767}, {"Scale_Factor", 1}}, "PRC", "10485.44", "GPS"},
+        {1, {{"PRC", -32768}, {"Scale_Factor", 1}}, "PRC", nullptr, "GPS"},
+        {31, {{"RRC", -127}}, "RRC", "-0.254", "GLONASS"},
+        {31, {{"RRC", -128}}, "RRC", nullptr, "GLONASS"},
+        {31, {{"Satellite_Id", 0}}, "Satellite_Id", "R32", "GLONASS"},
+        {1, {{"Satellite_Id", 5}}, "Satellite_Id", "G05", "GPS"},
+        {31, {{"Issue_Of_Data", 0xF7}}, "Time_Of_Day", "3570", "GLONASS"},
+        {31, {{"Issue_Of_Data", 120}}, "Time_Of_Day", nullptr, "GLONASS"},
+        {1, {{"Issue_Of_Data", 9}}, "Time_Of_Day", nullptr, "GPS"},
+        {15, {{"G", 1}, {"Satellite_Id", 31}}, "Satellite_Id", "R31", "GLONASS"},
+        {18, {{"Carrier_Phase", INT_MIN}}, "Carrier_Phase", "-8388608", "GPS"},
+        {18, {{"Carrier_Phase", -1}}, "Carrier_Phase", "-0.00390625", "GPS"},
+        {19,
+         {{"Pseudorange", UINT32_MAX}, {"Constellation", 1}},
+         "Pseudorange",
+         "85899345.9",
+         "GLONASS"},
+        {20,
+         {{"Issue_Of_Data_Time_Of_Day", 7}, {"Constellation", 1}},
+         "Issue_Of_Data_Time_Of_Day",
+         "210",
+         "GLONASS"},
+        {20, {{"Issue_Of_Data_Time_Of_Day", 7}}, "Issue_Of_Data_Time_Of_Day", nullptr, "GPS"},
+        {21,
+         {{"Pseudorange_Correction", 100}, {"Range_Rate_Correction_Factor", 1}},
+         "Pseudorange_Correction",
+         "2",
+         "GPS"},
+        {21,
+         {{"Range_Rate_Correction", 100}, {"Range_Rate_Correction_Factor", 1}},
+         "Range_Rate_Correction",
+         "3.2",
+         "GPS"},
+        {3, {{"ECEF_X", -238659278}}, "ECEF_X", "-2386592.78", "GPS"},
+        {24,
+         {{"Height_Indicator", 1}, {"Antenna_Height", 262143}},
+         "Antenna_Height",
+         "26.2143",
+         "GPS"},
+        {22,
+         {{"No_Of_Data_Words", 2}, {"L1_ECEF_Delta_Y", -128}},
+         "L1_ECEF_Delta_Y",
+         "-0.005",
+         "GPS"},
+        {22,
+         {{"No_Of_Data_Words", 3}, {"L2_ECEF_Delta_Y", 127}, {"Constellation", 1}},
+         "L2_ECEF_Delta_Y",
+         "0.079375",
+         "GLONASS"},
+        {22,
+         {{"No_Of_Data_Words", 2}, {"Phase_Center_Height", 1}},
+         "Phase_Center_Height",
+         "0.0000390625",
+         "GPS"},
+        {22,
+         {{"No_Of_Data_Words", 2}, {"Phase_Center_Height", 1}, {"Height_Indicator", 1}},
+         "Phase_Center_Height",
+         nullptr,
+         "GPS"},
+        {22,
+         {{"No_Of_Data_Words", 2}, {"Phase_Center_Height", 174762}},
+         "Phase_Center_Height",
+         nullptr,
+         "GPS"},
+        {22, {{"No_Of_Data_Words", 1}}, "Modified_Z_Count", "0", nullptr},
+        {16, {{"Modified_Z_Count", 5999}}, "Modified_Z_Count", "3599.4", "GPS"},
+        {59, {{"Modified_Z_Count", 6000}}, "Modified_Z_Count", nullptr, nullptr},
+        {18, {}, "GNSS_Time_Of_Measurement", "0", nullptr},
+    };
+    for (const QuantityCase& test : cases) {
+        TestMessage message(test.type);
+        void* record = &message.message;
+        const RTCM2_kind_s* kind = &message.kind;
+        if (kind->array != nullptr && !test.values.empty()) {
+            record = RTCM2_append_element(record);
+            kind = kind->array->elements;
+        }
+        for (const RTCM2_member_s& member : rtcm2::membersOf(*kind)) {
+            const auto given = test.values.find(member.name);
+            if (member.role == RTCM2_ROLE_WIRE) {
+                RTCM2_write_integer(record, &member, 0,
+                                    given != test.values.end() ? given->second : 0);
+            }
+        }
+        const RTCM2_member_s* const member = RTCM2_find_member(kind, test.member);
+        std::string text(RTCM2_QUANTITY_ROOM, '!');
+        const auto answer =
+            RTCM2_read_quantity_text(record, member, text.data(), RTCM2_QUANTITY_ROOM);
+        EXPECT_EQ(answer, test.text != nullptr ? RTCM2_ACCESS_DONE : RTCM2_ACCESS_NONE);
+        if (test.text != nullptr) {
+            EXPECT_STREQ(text.c_str(), test.text);
+        }
+        const RTCM2_system_s* const system = RTCM2_system_of(record);
+        EXPECT_STREQ(system != nullptr ? system->name : "", test.system ? test.system : "");
+    }
+}
+
 TEST(CodecFormat, NamesFindTheirRows)
 {
     for (const RTCM2_kind_s& kind : rtcm2::kindRows) {

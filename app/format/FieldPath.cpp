@@ -4,25 +4,54 @@
 
 namespace {
 
-std::vector<ChosenField> allFields(const KindModel& kind)
+// A field and its quantity, those of the two that are chosen.
+template <class IsChosen, class PartsOf>
+void appendChosen(std::vector<ChosenField>& chosen, const KindModel& kind, const FieldModel& field,
+                  IsChosen isChosen, PartsOf partsOf)
+{
+    const FieldModel* const quantity = kind.quantityOf(field);
+    if (isChosen(field, quantity)) {
+        chosen.push_back(
+            {&field, field.element != nullptr ? partsOf(field) : std::vector<ChosenField>()});
+    }
+    if (quantity != nullptr && isChosen(*quantity, quantity)) {
+        chosen.push_back({quantity});
+    }
+}
+
+// Of all fields, as `values` says.
+std::vector<ChosenField> allFields(const KindModel& kind, Values values)
 {
     std::vector<ChosenField> all;
     for (const FieldModel& field : kind.fields) {
-        all.push_back({&field, field.element != nullptr ? allFields(*field.element)
-                                                        : std::vector<ChosenField>()});
+        appendChosen(
+            all, kind, field,
+            [&](const FieldModel& candidate, const FieldModel* quantity) {
+                return values == Values::both ||
+                       candidate.isQuantity() == (values == Values::scaled && quantity != nullptr);
+            },
+            [&](const FieldModel& whole) { return allFields(*whole.element, values); });
     }
     return all;
 }
 
-std::vector<ChosenField> chosenParts(const FieldModel& field, const std::vector<FieldPath>& paths)
+std::vector<ChosenField> chosenParts(const FieldModel& field, const std::vector<FieldPath>& paths,
+                                     Values values)
 {
+    const auto contains = [&](const FieldPath& path) {
+        return std::find(paths.begin(), paths.end(), path) != paths.end();
+    };
+    if (contains({&field, nullptr})) {
+        return allFields(*field.element, values);
+    }
     std::vector<ChosenField> parts;
     for (const FieldModel& part : field.element->fields) {
-        if (std::any_of(paths.begin(), paths.end(), [&](const FieldPath& path) {
-                return path == FieldPath{&field, nullptr} || path == FieldPath{&field, &part};
-            })) {
-            parts.push_back({&part});
-        }
+        appendChosen(
+            parts, *field.element, part,
+            [&](const FieldModel& candidate, const FieldModel*) {
+                return contains({&field, &candidate});
+            },
+            [](const FieldModel&) { return std::vector<ChosenField>(); });
     }
     return parts;
 }
@@ -82,19 +111,22 @@ void checkNames(const std::vector<const KindModel*>& kinds, const std::vector<st
     }
 }
 
-std::vector<ChosenField> chosenFields(const KindModel& kind, const std::vector<std::string>& names)
+std::vector<ChosenField> chosenFields(const KindModel& kind, const std::vector<std::string>& names,
+                                      Values values)
 {
     if (names.empty()) {
-        return allFields(kind);
+        return allFields(kind, values);
     }
     const std::vector<FieldPath> paths = pathsOf(kind, names);
     std::vector<ChosenField> chosen;
     for (const FieldModel& field : kind.fields) {
-        if (std::any_of(paths.begin(), paths.end(),
-                        [&](const FieldPath& path) { return path.field == &field; })) {
-            chosen.push_back({&field, field.element != nullptr ? chosenParts(field, paths)
-                                                               : std::vector<ChosenField>()});
-        }
+        appendChosen(
+            chosen, kind, field,
+            [&](const FieldModel& candidate, const FieldModel*) {
+                return std::any_of(paths.begin(), paths.end(),
+                                   [&](const FieldPath& path) { return path.field == &candidate; });
+            },
+            [&](const FieldModel& whole) { return chosenParts(whole, paths, values); });
     }
     return chosen;
 }

@@ -70,5 +70,14 @@ struct ChosenField {
     std::vector<ChosenField> parts{};
 };
 
-// The chosen fields of a kind in field order; all fields when no name is given.
-std::vector<ChosenField> chosenFields(const KindModel& kind, const std::vector<std::string>& names);
+// How the fields that have a quantity are chosen.
+enum class Values {
+    raw,       // as they are
+    scaled,    // their quantities in their place
+    both,
+};
+
+// The chosen fields and quantities of a kind in field order. When no name is given, all fields, and
+// quantities as `values` says; so also for the elements of a field that is named as a whole.
+std::vector<ChosenField> chosenFields(const KindModel& kind, const std::vector<std::string>& names,
+                                      Values values = Values::raw);

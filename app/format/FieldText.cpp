@@ -91,6 +91,19 @@ void appendPlain(Text& text, const FieldModel& field, std::int64_t value)
     }
 }
 
+bool appendQuantity(Text& text, const FieldModel& quantity, const void* record)
+{
+    RTCM2_decimal_s value;
+    if (!quantity.isPresent(record) ||
+        RTCM2_reader_quantity(&*quantity.quantity, record, &value) != RTCM2_ACCESS_DONE) {
+        return false;
+    }
+    const RTCM2_system_s* const system = quantity.isScaled() ? nullptr : RTCM2_system_of(record);
+    char* const out = text.room(RTCM2_QUANTITY_ROOM);
+    text.end(out + RTCM2_quantity_text(quantity.row->quantity, system, &value, out));
+    return true;
+}
+
 const char* meaningOf(const FieldModel& field, std::int64_t value)
 {
     return meansDoNotUse(field, value) ? doNotUse : RTCM2_text_of(field.row, value);
@@ -122,6 +135,8 @@ void appendRaw(Text& text, const FieldModel& field, const void* record)
     }
     if (field.element != nullptr) {
         appendElements(text, field.count(record));
+    } else if (field.isQuantity()) {
+        appendQuantity(text, field, record);
     } else if (field.isText()) {
         appendText(text, field, record);
     } else if (field.isRepeated()) {
@@ -149,6 +164,10 @@ void appendInterpreted(Text& text, const FieldModel& field, const void* record, 
         appendUnsigned(text, count);
         text.append(" x ");
         text.append(field.element->name);
+    } else if (field.isQuantity()) {
+        if (appendQuantity(text, field, record) && withUnit) {
+            appendUnit(text, field);
+        }
     } else if (field.isText()) {
         appendText(text, field, record);
     } else if (field.isReal()) {

@@ -7,6 +7,9 @@
 // One value as a plain number: integers in decimal, bytes as two hexadecimal digits.
 void appendPlain(Text& text, const FieldModel& field, std::int64_t value);
 
+// The value of a quantity, "-4.34" or "G05"; false, and nothing, where the record has none.
+bool appendQuantity(Text& text, const FieldModel& quantity, const void* record);
+
 // What a coded value means, UTF-8; "DoNotUse" for the value that says so; null for a plain number.
 const char* meaningOf(const FieldModel& field, std::int64_t value);
 
@@ -15,7 +18,7 @@ std::vector<RTCM2_text_s> codedTexts(const FieldModel& field);
 
 // All values as they are: numbers separated by blanks, bytes in groups of four, a text up to its
 // first NUL and as printable() gives it, "submsg" for each element; "DoNotUse" for the value that
-// says so. Nothing for an absent field.
+// says so. Nothing for an absent field or quantity.
 void appendRaw(Text& text, const FieldModel& field, const void* record);
 // Of a part of the elements: those of all elements, separated by blanks.
 void appendRaw(Text& text, const FieldPath& path, const void* record);

@@ -10,10 +10,32 @@
 
 const FieldModel* KindModel::field(std::string_view nameOrIdentifier) const
 {
+    for (const auto* const list : {&fields, &quantities}) {
+        const auto found =
+            std::find_if(list->begin(), list->end(), [&](const FieldModel& candidate) {
+                return sameName(candidate.name, nameOrIdentifier);
+            });
+        if (found != list->end()) {
+            return &*found;
+        }
+    }
+    return nullptr;
+}
+
+const FieldModel* KindModel::field(RTCM2_meaning_enum meaning) const
+{
     const auto found = std::find_if(fields.begin(), fields.end(), [&](const FieldModel& candidate) {
-        return sameName(candidate.name, nameOrIdentifier);
+        return candidate.row->meaning == meaning;
     });
     return found != fields.end() ? &*found : nullptr;
+}
+
+const FieldModel* KindModel::quantityOf(const FieldModel& field) const
+{
+    const auto found =
+        std::find_if(quantities.begin(), quantities.end(),
+                     [&](const FieldModel& candidate) { return candidate.row == field.row; });
+    return found != quantities.end() ? &*found : nullptr;
 }
 
 FormatModel::FormatModel(const FormatInfo* format)
@@ -28,6 +50,7 @@ FormatModel::FormatModel(const FormatInfo* format)
     }
     for (const auto& kind : allKinds) {
         addFields(*kind);
+        addQuantities(*kind);
     }
 }
 
@@ -77,5 +100,21 @@ void FormatModel::addFields(KindModel& kind) const
         field.unit = info->getUnit().toStdString();
         field.element = modelOf(field.row->elements);
         kind.fields.push_back(std::move(field));
+    }
+}
+
+void FormatModel::addQuantities(KindModel& kind)
+{
+    for (const FieldModel& field : kind.fields) {
+        const RTCM2_quantity_s* const row = field.row->quantity;
+        if (row == nullptr) {
+            continue;
+        }
+        FieldModel quantity = field;
+        RTCM2_compile_quantity(field.row, &quantity.quantity.emplace());
+        quantity.name = row->name;
+        quantity.identifier = row->name;
+        quantity.unit = row->unit;
+        kind.quantities.push_back(std::move(quantity));
     }
 }

@@ -5,6 +5,7 @@
 #include "RTCM2_reader.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,13 +16,15 @@ class MessageInfo;
 
 struct KindModel;
 
-// One field of a kind.
+// One field of a kind, or the quantity that its integer means, which is a field of its own with a
+// name of its own.
 struct FieldModel {
-    const FieldInfo* info = nullptr;
-    int index = 0;
+    const FieldInfo* info = nullptr;    // of a quantity that of the field
+    int index = 0;                      // likewise
     const RTCM2_member_s* row = nullptr;
-    RTCM2_reader_s reader{};    // of the row
-    std::string name;           // display name, UTF-8
+    RTCM2_reader_s reader{};                              // of the row
+    std::optional<RTCM2_quantity_reader_s> quantity{};    // set in a quantity
+    std::string name;                                     // display name, UTF-8
     std::string
         identifier;      // the display name as one word: what is no letter or digit becomes "_"
     std::string unit;    // empty where there is none
@@ -31,8 +34,19 @@ struct FieldModel {
     bool isOptional() const { return row->when != nullptr; }
     bool isText() const { return row->type == RTCM2_TYPE_CHARACTER; }
     bool isReal() const { return row->type == RTCM2_TYPE_REAL; }
+    bool isQuantity() const { return quantity.has_value(); }
+    // A number of units; else it is the name of a satellite.
+    bool isScaled() const { return isQuantity() && row->quantity->is_satellite == 0; }
     // Whether some values have a text of their own.
-    bool hasTexts() const { return row->text_count != 0 || row->has_do_not_use != 0; }
+    bool hasTexts() const
+    {
+        return !isQuantity() && (row->text_count != 0 || row->has_do_not_use != 0);
+    }
+    // Whether the field means something in a record of this system, which may be unknown.
+    bool concerns(const RTCM2_system_s* system) const
+    {
+        return row->system == nullptr || row->system == system;
+    }
 
     // Whether the field has a place in the message; a text may have one without characters.
     bool isPresent(const void* record) const
@@ -67,11 +81,17 @@ struct KindModel {
     bool isMain = true;
     int typeNumber = -1;
     std::vector<FieldModel> fields;
+    std::vector<FieldModel> quantities;    // of those fields that have one
 
     // Number of the kind, from 1 to RTCM2_last_kind().
     std::size_t number() const { return static_cast<std::size_t>(row->kind); }
-    // The field of this display name or identifier, regardless of case; null when there is none.
+    // The field or quantity of this display name or identifier, regardless of case; null when there
+    // is none.
     const FieldModel* field(std::string_view nameOrIdentifier) const;
+    // The first field of this meaning; null when there is none.
+    const FieldModel* field(RTCM2_meaning_enum meaning) const;
+    // The quantity of a field of this kind; null when it has none.
+    const FieldModel* quantityOf(const FieldModel& field) const;
 };
 
 class FormatModel {
@@ -93,6 +113,7 @@ public:
 private:
     void addKind(const MessageInfo* info);
     void addFields(KindModel& kind) const;
+    static void addQuantities(KindModel& kind);
     const KindModel* modelOf(const RTCM2_kind_s* row) const;
 
     std::string formatName;

@@ -103,11 +103,26 @@ WRONG = [
     (FORMAT, "[Buoy, Harbour, Tide]", "[Harbour, Buoy, Tide]", "@order: sub-records stand before main kinds"),
     (HARBOURS, "    members:\n      - *levels", "    members: [" + ", ".join(
         f"{{member: M{n}, type: i, bits: 33}}" for n in range(29)) + "]",
-     "harbours.yaml:36: kind Tide: its record has 264 bytes, and RTCM2_message_s has 256"),
+     "harbours.yaml:43: kind Tide: its record has 264 bytes, and RTCM2_message_s has 256"),
     (FORMAT, "[Buoy, Harbour, Tide]", "[Harbour, Tide]\n  later: [Buoy]", "Harbour.Buoys: its elements Buoy have to be listed before Harbour"),
+    # what numbers mean
+    (HARBOURS, "{0: 0.25, 3: 2}", "{0: 0, 3: 2}", "'by' is {'Colour': {0: 0, 3: 2}}, not one member with a factor"),
+    (HARBOURS, "{Colour: {0: 0.25, 3: 2}}", "{Chart: {0: 1}}", "'by' names Chart, which does not stand before it"),
+    (HARBOURS, "{0: 0.25, 3: 2}", "{16: 2}", "Buoy.Height: 16 does not fit Colour with 4 bits"),
+    (HARBOURS, "none: [-256]", "none: [256]", "Buoy.Height: 256 does not fit Height"),
+    (HARBOURS, "none: [-256]", "factor: 2", "@quantity of Height has a factor already"),
+    (HARBOURS, "unit: m, by", "by", "quantity of Height lacks 'unit'"),
+    (HARBOURS, "factor: 1.0e+6", "factor: 1.0e-20", "Harbour.Channel: values times the factor have too many digits"),
+    (HARBOURS, "name: Frequency", "name: Pilot", "the quantity's name 'Pilot' stands twice in the kind"),
+    (HARBOURS, "name: Frequency, unit: Hz", "unit: k Hz", "the quantity's name 'Channel_k Hz' is no identifier"),
+    (HARBOURS, LEVEL, LEVEL[:-1] + ", means: depth}", "'means' is 'depth', not one of preamble, type"),
+    (HARBOURS, LEVEL, LEVEL[:-1] + ", system: South}", "@Tide.Level: 'South' is no system"),
+    (HARBOURS, "    type: 6\n", "    type: 6\n    system: Level\n", "kind Tide: 'Level' is no system and no member that means one"),
+    (HARBOURS, "    type: 6\n", "    type: 6\n    points: [{name: Top, of: [Level, Level, Level]}]\n", "Level of Tide is no length in metres"),
+    (FORMAT, "value: 1}]", "value: 1}, {name: South, letter: N, time: UTC, value: 0}]", "@two systems have the same letter"),
     # the header
-    (FORMAT, "bits: 34", "bits: 35", "header: has 49 bits, not 48"),
-    (FORMAT, "bits: 34", "bits: 34, when: {Message_Type: [5]}", "header: Station_ is not always on the wire"),
+    (FORMAT, "bits: 24", "bits: 25", "header: has 49 bits, not 48"),
+    (FORMAT, "bits: 24", "bits: 24, when: {Message_Type: [5]}", "header: Station_ is not always on the wire"),
     (FORMAT, "Message_Type", "Type", "header: starts with Preamble of 8 bits and Message_Type of 6 bits"),
     (FORMAT, "name: Station, ", "", "header: Station_ needs a name"),
 ]
@@ -162,7 +177,7 @@ class Schema(unittest.TestCase):
         names = [f"K{n}" for n in range(44)]
         rows = "".join(f"  {n}: {{type: {i + 10}, members: []}}\n" for i, n in enumerate(names))
         (self.folder / "many.yaml").write_text("family: Many\nkinds:\n" + rows)
-        for row, place in (f", Tide, {', '.join(names)}]", "8: order"), (f", Tide]\n  later: {names}", "9: later"):
+        for row, place in (f", Tide, {', '.join(names)}]", "10: order"), (f", Tide]\n  later: {names}", "11: later"):
             good = (self.folder / FORMAT).read_bytes()
             self.replace(FORMAT, ", Tide]", row)
             self.assertEqual(self.complaint(), f"format.yaml:{place}: there are 47 kinds, and flags for 46")

@@ -1,0 +1,142 @@
+// What integers mean: quantities, and the systems that satellites belong to.
+#include "RTCM2_reader.h"
+#include "record_values.h"
+#include "table.h"
+
+#include <charconv>
+#include <functional>
+#include <iterator>
+#include <string_view>
+
+using namespace rtcm2;
+
+namespace {
+
+const RTCM2_system_s* systemOfValue(std::int64_t value)
+{
+    const auto found = std::find_if(systemRows.begin(), systemRows.end(),
+                                    [value](const auto& system) { return system.value == value; });
+    return found != systemRows.end() ? &*found : nullptr;
+}
+
+bool isMemberOf(const RTCM2_kind_s& kind, const RTCM2_member_s* member)
+{
+    const auto members = membersOf(kind);
+    return !std::less<>()(member, members.data()) &&
+           std::less<>()(member, members.data() + members.size());
+}
+
+// The record that the member which tells the kind's system belongs to; null when there is none.
+const void* holderOf(const RTCM2_kind_s& kind, const void* record)
+{
+    if (isMemberOf(kind, kind.system_member)) {
+        return isPresent(record, *kind.system_member) ? record : nullptr;
+    }
+    return RTCM2_element(record, kind.array, 0);
+}
+
+char* putDecimal(char* out, const RTCM2_decimal_s& value)
+{
+    const bool isNegative = value.digits < 0;
+    std::uint64_t digits = static_cast<std::uint64_t>(value.digits);
+    digits = isNegative ? 0 - digits : digits;
+    unsigned decimals = value.decimals;
+    for (; decimals > 0 && digits % 10 == 0; --decimals) {
+        digits /= 10;
+    }
+    char figures[20];
+    const auto count =
+        static_cast<std::size_t>(std::to_chars(figures, std::end(figures), digits).ptr - figures);
+    const std::size_t whole = count > decimals ? count - decimals : 0;
+    if (isNegative) {
+        *out++ = '-';
+    }
+    if (whole == 0) {
+        *out++ = '0';
+    }
+    out = std::copy_n(figures, whole, out);
+    if (decimals > 0) {
+        *out++ = '.';
+        out = std::fill_n(out, decimals - (count - whole), '0');
+        out = std::copy_n(figures + whole, count - whole, out);
+    }
+    return out;
+}
+
+char* putSatellite(char* out, const RTCM2_system_s* system, std::int64_t number)
+{
+    const std::string_view letter = system != nullptr ? system->letter : "";
+    out = std::copy(letter.begin(), letter.end(), out);
+    if (number < 10) {
+        *out++ = '0';
+    }
+    return std::to_chars(out, out + 20, number).ptr;
+}
+
+}    // namespace
+
+int32_t RTCM2_system_count(void)
+{
+    return static_cast<int32_t>(systemRows.size());
+}
+
+const RTCM2_system_s* RTCM2_system(int32_t index)
+{
+    const auto place = static_cast<std::size_t>(index);
+    return place < systemRows.size() ? &systemRows[place] : nullptr;
+}
+
+const RTCM2_system_s* RTCM2_system_of(const void* record)
+{
+    const RTCM2_kind_s* const kind = RTCM2_kind_of(record);
+    if (kind == nullptr || kind->system != nullptr) {
+        return kind != nullptr ? kind->system : nullptr;
+    }
+    if (kind->system_member != nullptr) {
+        const void* const holder = holderOf(*kind, record);
+        return holder != nullptr ? systemOfValue(integerOf(holder, *kind->system_member)) : nullptr;
+    }
+    const void* const parent = headOf(record).parent;
+    return kind->type < 0 && parent != nullptr ? RTCM2_system_of(parent) : nullptr;
+}
+
+int32_t RTCM2_read_quantity(const void* record, const RTCM2_member_s* member,
+                            RTCM2_decimal_s* value)
+{
+    if (member->quantity == nullptr) {
+        return RTCM2_ACCESS_TYPE;
+    }
+    if (!isPresent(record, *member)) {
+        return RTCM2_ACCESS_ABSENT;
+    }
+    RTCM2_quantity_reader_s reader;
+    RTCM2_compile_quantity(member, &reader);
+    return RTCM2_reader_quantity(&reader, record, value);
+}
+
+int32_t RTCM2_read_quantity_text(const void* record, const RTCM2_member_s* member, char* text,
+                                 uint32_t room)
+{
+    RTCM2_decimal_s value{};
+    const int32_t answer = RTCM2_read_quantity(record, member, &value);
+    if (answer != RTCM2_ACCESS_DONE) {
+        return answer;
+    }
+    char all[RTCM2_QUANTITY_ROOM];
+    const std::uint32_t size =
+        RTCM2_quantity_text(member->quantity, RTCM2_system_of(record), &value, all) + 1;
+    if (size > room) {
+        return RTCM2_ACCESS_RANGE;
+    }
+    std::copy_n(all, size, text);
+    return RTCM2_ACCESS_DONE;
+}
+
+uint32_t RTCM2_quantity_text(const RTCM2_quantity_s* quantity, const RTCM2_system_s* system,
+                             const RTCM2_decimal_s* value, char* text)
+{
+    char* const end = quantity->is_satellite != 0 ? putSatellite(text, system, value->digits)
+                                                  : putDecimal(text, *value);
+    *end = '\0';
+    return static_cast<std::uint32_t>(end - text);
+}
