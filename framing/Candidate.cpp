@@ -65,9 +65,9 @@ Candidate::Words Candidate::goodHeader() const
     return has(1) && !beginsMessage() ? Words::bad : goodUpTo(headerWords);
 }
 
-bool Candidate::followsOn(const Header& earlier, unsigned numbers) const
+bool Candidate::followsOn(const Header& earlier) const
 {
-    return goodHeader() == Words::good && follows(header(), earlier, numbers);
+    return goodHeader() == Words::good && follows(header(), earlier);
 }
 
 // Whether the first `count` words are good, as far as they have come in.

@@ -47,7 +47,7 @@ public:
 
     // True when a good header has come in that the station of `earlier` would send after it
     // (see Header.h).
-    bool followsOn(const Header& earlier, unsigned numbers) const;
+    bool followsOn(const Header& earlier) const;
 
 private:
     enum class Words { good, bad, missing };

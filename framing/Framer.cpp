@@ -228,9 +228,7 @@ Rival Framer::rivalAt(std::size_t word) const
     const Candidate::Chain chain = inside.chainTo(end);
     const Header own = headerOf(frame_.bytes());
     return {.sequel = chain.sequel,
-            .follows = inside.followsOn(own, 2),
-            .isExpected =
-                inside.followsOn(own, 4) || inside.followsOn(lastHeader_.value_or(own), 4),
+            .isExpected = inside.followsOn(own) || inside.followsOn(lastHeader_.value_or(own)),
             .endsTogether = chain.end == end};
 }
 

@@ -48,10 +48,11 @@ constexpr unsigned waitBetween(const Header& earlier, const Header& later)
 }
 
 // True when a station would send `later` after `earlier`: less than half a minute later, and with
-// one of so many next sequence numbers.
-constexpr bool follows(const Header& later, const Header& earlier, unsigned numbers)
+// one of the next sequence numbers.
+constexpr bool follows(const Header& later, const Header& earlier)
 {
     constexpr unsigned longestWait = 50;
+    constexpr unsigned numbers = 4;
     const unsigned wait = waitBetween(earlier, later);
     const unsigned step = (later.sequence - earlier.sequence) % 8;
     return later.station == earlier.station && wait < longestWait && step >= 1 && step <= numbers;

@@ -36,10 +36,16 @@ struct Standing {
 // to end.
 struct Rival {
     Sequel sequel = Sequel::unknown;    // of the chain
-    bool follows = false;               // by its header, the station sent it after the candidate
-    bool isExpected = false;            // the same, or after the last message accepted
+    bool isExpected = false;            // by its header, the station sent it after the candidate or
+                                        // after the last message accepted
     bool endsTogether = false;          // the chain ends where the candidate does
 };
+
+// What has to stand behind a candidate, so that no rival counts more by what stands behind it.
+constexpr Sequel sufficient(const Rival& rival, const Standing& own)
+{
+    return own.likely && !rival.isExpected ? Sequel::stranger : Sequel::message;
+}
 
 // Words that look like a header stand in many messages; the station of such a message hardly ever
 // is the one heard. Where words are missing, though, what is left of a message and those after it
@@ -47,10 +53,11 @@ struct Rival {
 // message may look like a header, and hide the messages behind. The one counts behind which more
 // speaks for it; if that does not decide, the first one.
 //
-// Three things count more. Behind a candidate that is likely any station may send. What the station
-// would send next is real: even where its own words are damaged it shows that the candidate is made
-// of pieces, unless a message follows that. And of two that end together the one inside counts if
-// the station would send it next, or if the candidate is not even likely.
+// Three things count more. What the station would send next is real: even where its own words are
+// damaged it shows that the candidate is made of pieces, unless a message follows that. Behind a
+// candidate that is likely any station may send, unless such a message stands inside. And of two
+// that end together the one inside counts if the station would send it next, or if the candidate is
+// not even likely.
 constexpr bool outweighs(const Rival& rival, const Standing& own)
 {
     if (rival.sequel == Sequel::unknown) {
@@ -59,17 +66,15 @@ constexpr bool outweighs(const Rival& rival, const Standing& own)
     if (rival.sequel <= Sequel::nowhere) {
         return rival.isExpected && own.sequel <= Sequel::open;
     }
-    const bool wins = rival.endsTogether && (rival.follows || !own.likely);
-    const bool anyStation = own.likely && own.sequel == Sequel::stranger;
-    const Sequel sequel = anyStation ? Sequel::message : own.sequel;
-    return rival.sequel > sequel || (rival.sequel >= own.sequel && wins);
+    const bool wins = rival.endsTogether && (rival.isExpected || !own.likely);
+    const bool suffices = own.sequel >= sufficient(rival, own);
+    return (rival.sequel > own.sequel && !suffices) || (rival.sequel >= own.sequel && wins);
 }
 
 // The same, when more bytes must say.
 constexpr bool couldOutweigh(const Rival& rival, const Standing& own)
 {
-    const Sequel weakest = own.likely ? Sequel::stranger : Sequel::message;
-    return rival.sequel == Sequel::unknown && own.sequel < weakest;
+    return rival.sequel == Sequel::unknown && own.sequel < sufficient(rival, own);
 }
 
 // Inside a damaged message a word that looks like a preamble is followed by good words as well,

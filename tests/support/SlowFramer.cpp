@@ -31,12 +31,11 @@ std::size_t bitsOf(const Bytes& packed)
     return 30 * (2 + valueOf(packed, 40, 5));
 }
 
-bool comesAfter(const Bytes& later, const Bytes& earlier, unsigned mostNumbers)
+bool comesAfter(const Bytes& later, const Bytes& earlier)
 {
     const unsigned wait = (valueOf(later, 24, 13) + 6000 - valueOf(earlier, 24, 13)) % 6000;
     const unsigned numbers = (valueOf(later, 37, 3) + 8 - valueOf(earlier, 37, 3)) % 8;
-    return stationOf(later) == stationOf(earlier) && wait < 50 && numbers > 0 &&
-           numbers <= mostNumbers;
+    return stationOf(later) == stationOf(earlier) && wait < 50 && numbers > 0 && numbers <= 4;
 }
 
 class Slow {
@@ -229,20 +228,20 @@ private:
             if (other[0] != 0x66) {
                 continue;
             }
-            const auto follows = [&](const Bytes& earlier, unsigned most) {
-                return other.size() >= 6 && !earlier.empty() && comesAfter(other, earlier, most);
+            const auto follows = [&](const Bytes& earlier) {
+                return other.size() >= 6 && !earlier.empty() && comesAfter(other, earlier);
             };
             std::size_t chainEnd = 0;
             const Support support = supportOfChain(bit, end, 0, true, chainEnd);
-            const bool next = follows(packed, 4) || follows(last_, 4);
+            const bool next = follows(packed) || follows(last_);
             if (support <= otherWords) {
                 if (next && own <= nothing) {
                     return true;
                 }
                 continue;
             }
-            const bool stronger = support > own && !(likely && own == otherStation);
-            const bool sameEnd = chainEnd == end && (follows(packed, 2) || !likely);
+            const bool stronger = support > own && !(likely && own == otherStation && !next);
+            const bool sameEnd = chainEnd == end && (next || !likely);
             if (stronger || (support >= own && sameEnd)) {
                 return true;
             }
