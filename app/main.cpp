@@ -10,6 +10,7 @@
 #include "commands/encode/EncodeCommand.h"
 #include "commands/export/ExportCommand.h"
 #include "commands/list/ListCommand.h"
+#include "commands/position/PositionCommand.h"
 #include "commands/show/ShowCommand.h"
 #include "commands/stats/StatsCommand.h"
 
@@ -90,6 +91,7 @@ ExitStatus run(int argc, char** argv)
     commands.push_back(std::make_unique<ShowCommand>());
     commands.push_back(std::make_unique<DescribeCommand>());
     commands.push_back(std::make_unique<StatsCommand>());
+    commands.push_back(std::make_unique<PositionCommand>());
     commands.push_back(std::make_unique<ExportCommand>());
     commands.push_back(std::make_unique<ConvertCommand>());
     commands.push_back(std::make_unique<EncodeCommand>());

@@ -88,6 +88,7 @@ typedef struct RTCM2_system_s {
     const char* time;   /* in which its messages count: "GPS", "UTC" */
     int64_t value;      /* of members that mean the system */
     const char* letter; /* before the number of a satellite: "G" */
+    const char* frame;  /* in which its messages give positions: "WGS 84" */
 } RTCM2_system_s;
 
 /* A factor, and the value of the member `by` with which it holds. */
@@ -122,8 +123,8 @@ typedef struct RTCM2_decimal_s {
 typedef struct RTCM2_point_s {
     const char* name;                         /* for people: "L1 phase centre" */
     const struct RTCM2_member_s* position[3]; /* X, Y, Z: members with a quantity */
-    uint8_t is_delta; /* 1: from the point that another kind tells as such, of the same station and
-                       * system */
+    const char* from; /* the name of the point from which they are a distance, which is told of the
+                       * same station and system; null: from the centre of the earth */
 } RTCM2_point_s;
 
 struct RTCM2_kind_s;

@@ -29,11 +29,12 @@ def upper_name(member):
 @dataclass
 class System:
     """A system of satellites: its name, the letter before a satellite's number, the time that its
-    messages are in, and the value by which members name it."""
+    messages are in, the frame of their positions, and the value by which members name it."""
 
     name: str
     letter: str
     time: str
+    frame: str
     value: int
 
 
@@ -53,11 +54,12 @@ class Quantity:
 
 @dataclass
 class Point:
-    """Three members that are the coordinates of a point, or its distance from another one."""
+    """Three members that are the coordinates of a point, or its distance from the point `origin`."""
 
     name: str
     members: tuple
-    is_delta: bool
+    origin: str
+    where: str
 
 
 @dataclass

@@ -19,12 +19,11 @@ MEMBERS_OF_POINT = Form("a list of three members",
                         lambda v: isinstance(v, list) and len(v) == 3 and all(map(is_identifier, v)))
 PATH = Form("a system, a member or, after a dot, a member of the elements",
             lambda v: isinstance(v, str) and all(map(is_identifier, v.split("."))))
-YES = Form("true", lambda v: v is True)
 FORMS = {
     "name": TEXT, "unit": TEXT, "factor": FACTOR, "by": FACTORS, "none": INTEGERS, "highest": NATURAL,
     "satellite": MAPPING, "zero": NATURAL,
     "letter": LETTER, "time": TEXT, "value": INTEGER,
-    "of": MEMBERS_OF_POINT, "delta": YES,
+    "frame": TEXT, "of": MEMBERS_OF_POINT, "from": TEXT,
 }
 NUMBER_KEYS = ({"unit"}, {"name", "factor", "by", "none", "highest"})
 SATELLITE_KEYS = ({"name", "satellite"}, set())
@@ -36,8 +35,8 @@ def systems(head):
     """The systems of satellites that the format knows."""
     found = []
     for row in head.get("systems", []):
-        check_row(row, FORMS, {"name", "letter", "time", "value"}, set(), "a system", head.at("systems"))
-        found.append(System(row["name"], row["letter"], row["time"], row["value"]))
+        check_row(row, FORMS, {"name", "letter", "time", "frame", "value"}, set(), "a system", head.at("systems"))
+        found.append(System(row["name"], row["letter"], row["time"], row["frame"], row["value"]))
     for key in ("name", "letter", "value"):
         if len({getattr(system, key) for system in found}) != len(found):
             raise SchemaError(f"{head.at('systems')}: two systems have the same {key}")
@@ -100,13 +99,28 @@ def _points(rows, kind, place):
     """The points whose coordinates a kind tells."""
     found = []
     for row in rows:
-        check_row(row, FORMS, {"name", "of"}, {"delta"}, f"a point of {kind.name}", place)
+        check_row(row, FORMS, {"name", "of"}, {"from"}, f"a point of {kind.name}", place)
         for name in row["of"]:
             member = next((m for m in kind.members if m.name == name), None)
             if member is None or member.quantity is None or member.quantity.unit != "m":
                 raise SchemaError(f"{row.at('of')}: {name} of {kind.name} is no length in metres")
-        found.append(Point(row["name"], tuple(row["of"]), "delta" in row))
+        found.append(Point(row["name"], tuple(row["of"]), row.get("from", ""), row.at("from")))
     return found
+
+
+def check_points(kinds):
+    """Distances are from points whose coordinates are told, and can be added to these exactly."""
+    told = [(kind, point) for kind in kinds for point in kind.points]
+    for kind, point in told:
+        origins = [(k, p) for k, p in told if p.name == point.origin and not p.origin]
+        if point.origin and not origins:
+            raise SchemaError(f"{point.where}: no kind tells the coordinates of the point '{point.origin}'")
+        for origin in origins:
+            parts = [(k.member(name), factor, decimals) for k, p in [(kind, point), origin]
+                     for name in p.members for _, factor, decimals in k.member(name).quantity.factors]
+            most = max(decimals for _, _, decimals in parts)
+            if 2 * max(f * 10 ** (most - d) << m.width for m, f, d in parts) > LARGEST:
+                raise SchemaError(f"{point.where}: '{point.name}' and '{point.origin}' have too many digits")
 
 
 def _set_system(kind, row, fmt):

@@ -374,4 +374,5 @@ def load(folder):
     rows = {name: row for content in contents.values() for name, row in content["kinds"].items()}
     for kind in fmt.kinds:
         quantities.attach(kind, rows[kind.name], fmt, _check_fits)
+    quantities.check_points(fmt.kinds)
     return fmt

@@ -54,6 +54,13 @@ public:
         value(content);
     }
 
+    // A number that is written as it stands in the text.
+    void number(const char* name, const std::string& text)
+    {
+        key(name);
+        writer.RawValue(text.data(), text.size(), rapidjson::kNumberType);
+    }
+
     // An array with one object for each item, whose members `writeMembers` writes.
     template <class Items, class Function>
     void objects(const char* name, const Items& items, Function writeMembers)

@@ -119,7 +119,8 @@ WRONG = [
     (HARBOURS, LEVEL, LEVEL[:-1] + ", system: South}", "@Tide.Level: 'South' is no system"),
     (HARBOURS, "    type: 6\n", "    type: 6\n    system: Level\n", "kind Tide: 'Level' is no system and no member that means one"),
     (HARBOURS, "    type: 6\n", "    type: 6\n    points: [{name: Top, of: [Level, Level, Level]}]\n", "Level of Tide is no length in metres"),
-    (FORMAT, "value: 1}]", "value: 1}, {name: South, letter: N, time: UTC, value: 0}]", "@two systems have the same letter"),
+    (HARBOURS, "    members:\n      - {member: Look", "    points: [{name: Top, of: [Height, Height, Height], from: Quay}]\n    members:\n      - {member: Look", "@no kind tells the coordinates of the point 'Quay'"),
+    (FORMAT, "value: 1}]", "value: 1}, {name: South, letter: N, time: UTC, frame: Local, value: 0}]", "@two systems have the same letter"),
     # the header
     (FORMAT, "bits: 24", "bits: 25", "header: has 49 bits, not 48"),
     (FORMAT, "bits: 24", "bits: 24, when: {Message_Type: [5]}", "header: Station_ is not always on the wire"),

@@ -1,40 +1,14 @@
 #include "commands/stats/StatsTable.h"
 
 #include "base/Characters.h"
+#include "base/Columns.h"
 #include "base/Terminal.h"
 
 #include <array>
-#include <cstdio>
 
 namespace {
 
 constexpr std::size_t width = 100;
-
-std::string left(std::string text, std::size_t columns)
-{
-    if (text.size() > columns) {
-        text.replace(columns - 3, text.npos, "...");
-    }
-    text.resize(columns, ' ');
-    return text;
-}
-
-std::string right(const std::string& text, std::size_t columns)
-{
-    return std::string(text.size() < columns ? columns - text.size() : 0, ' ') + text;
-}
-
-std::string right(std::uint64_t number, std::size_t columns)
-{
-    return right(std::to_string(number), columns);
-}
-
-std::string withDecimals(double number, int decimals)
-{
-    char text[64];
-    std::snprintf(text, sizeof text, "%.*f", decimals, number);
-    return text;
-}
 
 // A line of the table of kinds. Cells that are empty at its end leave no blanks.
 std::string row(const std::array<std::string, 8>& cells)
