@@ -52,7 +52,7 @@ std::optional<std::vector<bool>> answers(const std::string& text)
 {
     try {
         const Host& host = filtered().host;
-        const MessageFilter filter(host.model, {.where = text}, host.parts.station);
+        const MessageFilter filter(host.model, {.where = text});
         std::vector<bool> result;
         for (const Outcome& message : filtered().messages) {
             result.push_back(filter.takes(message.record, *host.model.kindOf(message.record)));

@@ -25,10 +25,10 @@ Packed message(unsigned type, Header header, Packed payload = {})
     return bytes;
 }
 
-// Corrections for satellites 1 and 30.
+// Corrections for satellites 1 and, as 0 says, 32.
 Packed corrections(unsigned type, Header header)
 {
-    return message(type, header, {0x01, 0, 0, 0, 0, 0x1E, 0, 0, 0, 0, 0xAA, 0xAA});
+    return message(type, header, {0x01, 0, 0, 0, 0, 0x00, 0, 0, 0, 0, 0xAA, 0xAA});
 }
 
 // Phases of satellites 2 of the first system and 7 of the second.
@@ -47,9 +47,8 @@ protected:
     template <class View>
     std::string run(const std::vector<std::string>& names)
     {
-        return app.run(names, [&](Output& output) {
-            return std::make_unique<View>(output, app.host.parts, app.kinds({}));
-        });
+        return app.run(
+            names, [&](Output& output) { return std::make_unique<View>(output, app.kinds({})); });
     }
 
     // One damaged message of type 1 (at byte 160), one of an unknown type, one that is decoded but
@@ -92,18 +91,18 @@ const char* const captureTable =
            689 bytes read
             54 bytes skipped
 
-Type  Message                              Station      Count  First   Last      Seconds  Per second
-   1  Differential GPS Corrections               5          5   5998      2          2.4       1.250
-  16  GPS Special Message                        5          3     30     80         30.0       0.067
-  18  RTK Uncorrected Carrier Phases             5          1     20     20          0.0
-  31  Differential GLONASS Corrections         700          1     10     10          0.0
-First and Last are values of Modified Z-Count.
+Type  Message                        Station  System     Count   First    Last   Seconds  Per second
+   1  Differential GPS Corrections         5  GPS            5  3598.8     1.2       2.4       1.250
+  16  GPS Special Message                  5  GPS            3    18.0    48.0      30.0       0.067
+  18  RTK Uncorrected Carrier Phases       5  GPS            1    12.0    12.0       0.0
+  31  Differential GLONASS Correc...     700  GLONASS        1     6.0     6.0       0.0
+First and Last are seconds of the hour, in the time of GPS for GPS, UTC for GLONASS.
 
 Satellites and how often they were seen
-   1  GPS       1: 5  30: 5
-  18  GPS       2: 1
-  18  GLONASS   7: 1
-  31  GLONASS   1: 1  30: 1
+   1  GPS       G01: 5  G32: 5
+  18  GPS       G02: 1
+  18  GLONASS   R07: 1
+  31  GLONASS   R01: 1  R32: 1
 
 Text messages
          2  "HELLO"
@@ -151,14 +150,31 @@ TEST_F(StatsTest, JsonOfSeveralInputsAddsUp)
     }
     rapidjson::Document corrections;
     corrections.Parse(R"({"kind":"Message Type 1","type":1,"text":"Differential GPS Corrections",
-        "count":10,"stations":[{"station":5,"count":10,"first":5998,"last":2,"seconds":4.8,
-        "per_second":1.25}],"satellites":[{"system":"GPS","satellite":1,"count":10},
-        {"system":"GPS","satellite":30,"count":10}],"other_satellites":0})");
+        "count":10,"stations":[{"station":5,"system":"GPS","count":10,"first":5998,
+        "last":2,"first_seconds":3598.8,"last_seconds":1.2,"seconds":4.8,"per_second":1.25}],
+        "satellites":[{"system":"GPS","satellite":1,"name":"G01","count":10},
+        {"system":"GPS","satellite":0,"name":"G32","count":10}],"other_satellites":0})");
     EXPECT_TRUE(total["kinds"][0] == corrections);
     EXPECT_STREQ(total["texts"][1]["text"].GetString(), "\x1B\xC3\xA9\"abcdef");
     EXPECT_EQ(total["unknown_types"][0]["type"].GetInt(), 14);
     EXPECT_EQ(total["unreported_types"][0]["count"].GetUint(), 2U);
     EXPECT_EQ(total["events"].Size(), 2U);
+}
+
+// GLONASS messages count in UTC, here 15 seconds behind GPS time, with the hour's end between them.
+TEST_F(StatsTest, EachSystemHasItsOwnClock)
+{
+    std::vector<Packed> messages;
+    for (unsigned i = 0; i < 4; ++i) {
+        messages.push_back(message(18, {5, (10 + 2 * i)}, {0, 0, 0, 0x02, 0, 0, 0, 0, 0}));
+        messages.push_back(message(18, {5, (5985 + 2 * i)}, {0, 0, 0, 0x22, 0, 0, 0, 0, 0}));
+    }
+    app.writeFile("mixed", AppSession::streamOf(messages));
+    const std::string table = run<StatsTable>({"mixed"});
+    for (const char* row : {"5  GPS            4     6.0     9.6       3.6       0.833\n",
+                            "5  GLONASS        4  3591.0  3594.6       3.6       0.833\n"}) {
+        EXPECT_NE(table.find(row), std::string::npos) << table;
+    }
 }
 
 TEST(StationStatsTest, TimeRunsThroughWrapsAndDisorder)

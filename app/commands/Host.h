@@ -10,7 +10,6 @@
 
 struct Host {
     FormatModel model{plugin::format()};
-    FieldParts parts = plugin::fieldParts();
     std::unique_ptr<AbstractDecoder> decoder = plugin::makeDecoder();
     DecoderDriver driver{*decoder, plugin::isSwitchedOff, plugin::makeExtractor};
 };

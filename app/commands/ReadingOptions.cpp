@@ -85,7 +85,7 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
 {
     Output output;
     try {
-        const MessageFilter filter(host.model, options.filter, host.parts.station);
+        const MessageFilter filter(host.model, options.filter);
         requireOtherOutput(options.inputs, options.output);
         if (!openOutput(output, options.output)) {
             return ExitStatus::unwritable;

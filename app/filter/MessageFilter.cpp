@@ -86,14 +86,13 @@ where::Condition stationCondition(const FieldModel* field,
 
 }    // namespace
 
-MessageFilter::MessageFilter(const FormatModel& model, const FilterOptions& options,
-                             const std::string& stationField)
+MessageFilter::MessageFilter(const FormatModel& model, const FilterOptions& options)
     : passingKinds(chosenKinds(model, options)),
       conditions(static_cast<std::size_t>(RTCM2_last_kind()) + 1, {.constant = false})
 {
     const std::vector<std::int64_t> stations = stationNumbers(options.stations);
     for (const KindModel* kind : passingKinds) {
-        conditions[kind->number()] = stationCondition(kind->field(stationField), stations);
+        conditions[kind->number()] = stationCondition(kind->field(RTCM2_MEANS_STATION), stations);
     }
     dropKinds();
     if (passingKinds.empty()) {

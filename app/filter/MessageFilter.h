@@ -17,9 +17,8 @@ struct FilterOptions {
 
 class MessageFilter {
 public:
-    // `stationField` is the display name of the field that tells the station. Throws FilterError.
-    MessageFilter(const FormatModel& model, const FilterOptions& options,
-                  const std::string& stationField);
+    // Throws FilterError.
+    MessageFilter(const FormatModel& model, const FilterOptions& options);
 
     // The main kinds that can pass, in the order of the format; the others may be switched off in
     // the decoder. Kinds whose messages can never fulfil the expression are not among them.

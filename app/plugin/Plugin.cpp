@@ -13,20 +13,6 @@ const FormatInfo* format()
     return RTCM2_FormatInfo::getInstance();
 }
 
-FieldParts fieldParts()
-{
-    return {.station = "Reference Station Id",
-            .time = "Modified Z-Count",
-            .satellite = "Satellite Id",
-            .text = "Message",
-            .secondsPerTimeUnit = 0.6,
-            .timeWrap = 6000,
-            .system = {"Constellation", "G"},
-            .systemOfKind = {{"Message Type 1", "GPS"},
-                             {"Message Type 9", "GPS"},
-                             {"Message Type 31", "GLONASS"}}};
-}
-
 std::unique_ptr<AbstractDecoder> makeDecoder()
 {
     return std::make_unique<RTCM2Decoder>(nullptr);

@@ -1,8 +1,6 @@
 // The one place of the program that knows which plug-in stands under it.
 #pragma once
 
-#include "format/FieldParts.h"
-
 #include <memory>
 
 class AbstractDecoder;
@@ -13,7 +11,6 @@ class QObject;
 namespace plugin {
 
 const FormatInfo* format();
-FieldParts fieldParts();
 
 std::unique_ptr<AbstractDecoder> makeDecoder();
 

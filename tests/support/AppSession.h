@@ -59,7 +59,7 @@ public:
 
     ExitStatus read(const std::vector<std::string>& paths, Sink& sink)
     {
-        const MessageFilter filter(host.model, filterOptions, host.parts.station);
+        const MessageFilter filter(host.model, filterOptions);
         Session session(host.model, host.driver, filter, [this] { return makeReader(form); });
         return session.run(paths, sessionOptions, sink);
     }
@@ -86,9 +86,7 @@ public:
 
     std::vector<const KindModel*> kinds(const std::vector<std::string>& names) const
     {
-        return MessageFilter(host.model, {.kinds = names, .stations = {}, .where = {}},
-                             host.parts.station)
-            .kinds();
+        return MessageFilter(host.model, {.kinds = names, .stations = {}, .where = {}}).kinds();
     }
 
     Host host;

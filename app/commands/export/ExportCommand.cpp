@@ -68,7 +68,7 @@ ExitStatus ExportCommand::run(Host& host)
 std::vector<const KindModel*> ExportCommand::chosenKinds(const Host& host) const
 {
     try {
-        return MessageFilter(host.model, reading.filter, host.parts.station).kinds();
+        return MessageFilter(host.model, reading.filter).kinds();
     } catch (const FilterError& error) {
         throw UsageError{error.text};
     }

@@ -74,10 +74,10 @@ KindStats& KindStats::operator+=(const KindStats& later)
     return *this;
 }
 
-std::vector<std::pair<std::optional<std::uint64_t>, StationStats>> KindStats::allStations() const
+std::vector<std::pair<std::optional<Sender>, StationStats>> KindStats::allStations() const
 {
-    std::vector<std::pair<std::optional<std::uint64_t>, StationStats>> all(stations.values.begin(),
-                                                                           stations.values.end());
+    std::vector<std::pair<std::optional<Sender>, StationStats>> all(stations.values.begin(),
+                                                                    stations.values.end());
     if (stations.others.messages != 0) {
         all.emplace_back(std::nullopt, stations.others);
     }

@@ -1,7 +1,7 @@
 // What is counted in the messages of an input.
 #pragma once
 
-#include "format/FormatModel.h"
+#include "format/MessageTime.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -54,7 +54,15 @@ struct Bounded {
 template <class Key, std::size_t capacity = 1000>
 using Counts = Bounded<std::unordered_map<Key, std::uint64_t>, capacity>;
 
-// The messages of a kind from one station, and the time field through them.
+// A station, and the system that its messages belong to, as MessageSystem tells it.
+struct Sender {
+    std::uint64_t station = 0;
+    std::uint32_t system = 0;
+
+    auto operator<=>(const Sender&) const = default;
+};
+
+// The messages of a kind from one sender, and the time field through them.
 struct StationStats {
     std::uint64_t messages = 0;
     std::optional<std::uint64_t> first;
@@ -109,13 +117,13 @@ private:
 struct KindStats {
     std::uint64_t messages = 0;
     // Messages without a station are among the others.
-    Bounded<std::map<std::uint64_t, StationStats>, 4096> stations;
+    Bounded<std::map<Sender, StationStats>, 4096> stations;
     SatelliteCounts satellites;
 
     KindStats& operator+=(const KindStats& later);
 
-    // By number; the others, if there are any, last and without one.
-    std::vector<std::pair<std::optional<std::uint64_t>, StationStats>> allStations() const;
+    // By station and system; the others, if there are any, last and without either.
+    std::vector<std::pair<std::optional<Sender>, StationStats>> allStations() const;
 };
 
 // By type number and name.

@@ -3,11 +3,26 @@
 #include "base/Characters.h"
 #include "framing/Header.h"
 
+#include <tuple>
+
 namespace {
 
 std::uint64_t valueOf(const FieldModel& field, const void* record)
 {
     return static_cast<std::uint64_t>(RTCM2_reader_integer(&field.reader, record, 0));
+}
+
+const RTCM2_system_s* systemOfValue(std::int64_t value)
+{
+    const RTCM2_system_s* system = nullptr;
+    for (std::uint32_t i = 0; (system = systemAt(i)) != nullptr && system->value != value; ++i) {
+    }
+    return system;
+}
+
+std::string nameOf(const RTCM2_system_s* system)
+{
+    return system != nullptr ? system->name : "";
 }
 
 // Of a message of no kind that hosts are told of.
@@ -18,9 +33,8 @@ int typeNumberOf(const Found& found)
 
 }    // namespace
 
-StatsCollector::StatsCollector(Output& out, const FieldParts& fieldParts,
-                               const std::vector<const KindModel*>& kinds)
-    : output(out), parts(fieldParts), kindFields(static_cast<std::size_t>(RTCM2_last_kind()) + 1),
+StatsCollector::StatsCollector(Output& out, const std::vector<const KindModel*>& kinds)
+    : output(out), kindFields(static_cast<std::size_t>(RTCM2_last_kind()) + 1),
       kindStats(kindFields.size())
 {
     for (const KindModel* kind : kinds) {
@@ -28,42 +42,62 @@ StatsCollector::StatsCollector(Output& out, const FieldParts& fieldParts,
     }
 }
 
-StatsCollector::CountedFields StatsCollector::countedFieldsOf(const KindModel& kind) const
+StatsCollector::CountedFields StatsCollector::countedFieldsOf(const KindModel& kind)
 {
-    CountedFields counted{.station = kind.field(parts.station), .time = kind.field(parts.time)};
-    const FieldModel* text = kind.field(parts.text);
+    CountedFields counted{.station = kind.field(RTCM2_MEANS_STATION),
+                          .messageSystem = MessageSystem(kind),
+                          .time = timeOf(kind)};
+    const FieldModel* text = kind.field(RTCM2_MEANS_TEXT);
     counted.text = text != nullptr && text->isText() ? text : nullptr;
     for (const FieldModel& field : kind.fields) {
-        if (field.element != nullptr && field.element->field(parts.satellite) != nullptr) {
+        if (field.element != nullptr && field.element->field(RTCM2_MEANS_SATELLITE) != nullptr) {
             counted.elements = &field;
-            counted.satellite = field.element->field(parts.satellite);
-            for (const std::string& name : parts.system) {
-                const FieldModel* named = field.element->field(name);
-                counted.system = counted.system != nullptr ? counted.system : named;
-            }
+            counted.satellite = field.element->field(RTCM2_MEANS_SATELLITE);
+            counted.system = field.element->field(RTCM2_MEANS_SYSTEM);
         }
     }
     return counted;
 }
 
-std::string StatsCollector::systemName(const KindModel& kind, std::uint64_t system) const
+StatsCollector::NamedSatellite StatsCollector::named(const KindModel& kind,
+                                                     const SatelliteCounts::Seen& seen) const
 {
-    if (const FieldModel* field = kindFields[kind.number()].system) {
-        const char* name = RTCM2_text_of(field->row, static_cast<std::int64_t>(system));
-        return name != nullptr ? name : std::to_string(system);
+    const CountedFields& fields = kindFields[kind.number()];
+    const auto value = static_cast<std::int64_t>(seen.system);
+    const RTCM2_system_s* const system =
+        fields.system != nullptr ? systemOfValue(value) : kind.row->system;
+    const RTCM2_quantity_s* const quantity = fields.satellite->row->quantity;
+    RTCM2_decimal_s number{static_cast<std::int64_t>(seen.satellite), 0};
+    if (quantity == nullptr || quantity->is_satellite == 0) {
+        return {nameOf(system), number.digits, std::to_string(number.digits), seen};
     }
-    const auto known = parts.systemOfKind.find(kind.name);
-    return known != parts.systemOfKind.end() ? known->second : std::string();
+    number.digits = number.digits == 0 ? quantity->zero : number.digits;
+    char name[RTCM2_QUANTITY_ROOM];
+    RTCM2_quantity_text(quantity, system, &number, name);
+    return {nameOf(system), number.digits, name, seen};
 }
 
-double StatsCollector::secondsOf(const StationStats& station) const
+std::vector<StatsCollector::NamedSatellite>
+StatsCollector::satellitesOf(const KindModel& kind, const KindStats& stats) const
 {
-    return static_cast<double>(station.elapsed) * parts.secondsPerTimeUnit;
+    std::vector<NamedSatellite> satellites;
+    for (const SatelliteCounts::Seen& seen : stats.satellites.sorted()) {
+        satellites.push_back(named(kind, seen));
+    }
+    std::sort(satellites.begin(), satellites.end(), [](const auto& a, const auto& b) {
+        return std::tie(a.seen.system, a.number) < std::tie(b.seen.system, b.number);
+    });
+    return satellites;
 }
 
-double StatsCollector::messagesPerSecond(const StationStats& station) const
+double StatsCollector::secondsOf(const KindModel& kind, std::int64_t units) const
 {
-    return static_cast<double>(station.steps) / secondsOf(station);
+    return static_cast<double>(units) * kindFields[kind.number()].time.secondsPerUnit;
+}
+
+double StatsCollector::messagesPerSecond(const KindModel& kind, const StationStats& station) const
+{
+    return static_cast<double>(station.steps) / secondsOf(kind, station.elapsed);
 }
 
 void StatsCollector::take(const Found& found)
@@ -102,12 +136,11 @@ void StatsCollector::countMessage(const Found& found)
     }
     ++current.messages;
     ++kind->messages;
-    StationStats& station = fields.station != nullptr
-                                ? kind->stations.of(valueOf(*fields.station, found.record))
-                                : kind->stations.others;
-    ++station.messages;
-    if (fields.time != nullptr) {
-        station.addTime(valueOf(*fields.time, found.record), parts.timeWrap);
+    StationStats& sender = senderOf(fields, found.record, *kind);
+    ++sender.messages;
+    // Senders that are counted together have no time in common.
+    if (fields.time.field != nullptr && &sender != &kind->stations.others) {
+        sender.addTime(fields.time.of(found.record), fields.time.wrap);
     }
     if (fields.text != nullptr) {
         ++current.texts.of(std::string(upToFirstNul(fields.text->characters(found.record))));
@@ -115,6 +148,14 @@ void StatsCollector::countMessage(const Found& found)
     if (fields.elements != nullptr) {
         countSatellites(fields, found.record, kind->satellites);
     }
+}
+
+StationStats& StatsCollector::senderOf(const CountedFields& fields, const void* record,
+                                       KindStats& kind)
+{
+    return fields.station != nullptr ? kind.stations.of({valueOf(*fields.station, record),
+                                                         fields.messageSystem->of(record)})
+                                     : kind.stations.others;
 }
 
 void StatsCollector::countSatellites(const CountedFields& fields, const void* record,

@@ -4,14 +4,12 @@
 
 #include "base/Output.h"
 #include "commands/stats/Stats.h"
-#include "format/FieldParts.h"
 #include "session/Sink.h"
 
 class StatsCollector : public Sink {
 public:
-    // The output and the parts must outlive the collector. `kinds` are those that may occur.
-    StatsCollector(Output& out, const FieldParts& fieldParts,
-                   const std::vector<const KindModel*>& kinds);
+    // The output must outlive the collector. `kinds` are those that may occur.
+    StatsCollector(Output& out, const std::vector<const KindModel*>& kinds);
 
     void take(const Found& found) override;
     void endOfInput(const std::string& name, const ReaderCounters& counters) override;
@@ -24,28 +22,37 @@ protected:
                             const ReaderCounters& counters) = 0;
     virtual void writeTotal(const Stats& stats, std::size_t inputs) = 0;
 
-    // The system's name for a value of the field that tells it, or what the kind of the message
-    // says; empty when nothing is known.
-    std::string systemName(const KindModel& kind, std::uint64_t system) const;
-    double secondsOf(const StationStats& station) const;
-    // Of stations whose messages took some time.
-    double messagesPerSecond(const StationStats& station) const;
+    struct NamedSatellite {
+        std::string system;    // empty where it is unknown
+        std::int64_t number = 0;
+        std::string name;
+        SatelliteCounts::Seen seen;
+    };
+    // By system and number.
+    std::vector<NamedSatellite> satellitesOf(const KindModel& kind, const KindStats& stats) const;
+
+    // The time that so many units of the kind's time field are.
+    double secondsOf(const KindModel& kind, std::int64_t units) const;
+    // Of senders whose messages took some time.
+    double messagesPerSecond(const KindModel& kind, const StationStats& station) const;
 
     Output& output;
-    const FieldParts& parts;
 
 private:
     // Where a kind has what is counted; null where it has no such field.
     struct CountedFields {
         const FieldModel* station = nullptr;
-        const FieldModel* time = nullptr;
+        std::optional<MessageSystem> messageSystem{};
+        MessageTime time{};
         const FieldModel* text = nullptr;
         const FieldModel* elements = nullptr;     // that name satellites
         const FieldModel* satellite = nullptr;    // in the elements
         const FieldModel* system = nullptr;       // in the elements; its values name the system
     };
 
-    CountedFields countedFieldsOf(const KindModel& kind) const;
+    static CountedFields countedFieldsOf(const KindModel& kind);
+    NamedSatellite named(const KindModel& kind, const SatelliteCounts::Seen& seen) const;
+    static StationStats& senderOf(const CountedFields& fields, const void* record, KindStats& kind);
     void countMessage(const Found& found);
     static void countSatellites(const CountedFields& fields, const void* record,
                                 SatelliteCounts& satellites);

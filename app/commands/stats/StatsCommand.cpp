@@ -17,11 +17,11 @@ void StatsCommand::declare(CLI::App& program)
 
 ExitStatus StatsCommand::run(Host& host)
 {
-    return runSession(
-        host, reading, [&](Output& output, const MessageFilter& filter) -> std::unique_ptr<Sink> {
-            if (asJson) {
-                return std::make_unique<StatsJson>(output, host.parts, filter.kinds());
-            }
-            return std::make_unique<StatsTable>(output, host.parts, filter.kinds());
-        });
+    return runSession(host, reading,
+                      [&](Output& output, const MessageFilter& filter) -> std::unique_ptr<Sink> {
+                          if (asJson) {
+                              return std::make_unique<StatsJson>(output, filter.kinds());
+                          }
+                          return std::make_unique<StatsTable>(output, filter.kinds());
+                      });
 }

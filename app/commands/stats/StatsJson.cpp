@@ -2,9 +2,8 @@
 
 #include "base/Characters.h"
 
-StatsJson::StatsJson(Output& out, const FieldParts& fieldParts,
-                     const std::vector<const KindModel*>& kinds)
-    : StatsCollector(out, fieldParts, kinds)
+StatsJson::StatsJson(Output& out, const std::vector<const KindModel*>& kinds)
+    : StatsCollector(out, kinds)
 {
     json.beginObject();
     json.beginArray("inputs");
@@ -68,27 +67,44 @@ void StatsJson::writeKind(const KindModel& kind, const KindStats& stats)
     json.member("text", kind.text);
     json.member("count", stats.messages);
     json.objects("stations", stats.allStations(), [&](const auto& counted) {
-        json.member("station", counted.first);
+        writeSender(counted.first);
         json.member("count", counted.second.messages);
-        writeTime(counted.second);
+        writeTime(kind, counted.second);
     });
-    json.objects("satellites", stats.satellites.sorted(), [&](const SatelliteCounts::Seen& seen) {
-        json.member("system", systemName(kind, seen.system));
-        json.member("satellite", seen.satellite);
-        json.member("count", seen.times);
+    json.objects("satellites", satellitesOf(kind, stats), [&](const NamedSatellite& satellite) {
+        json.member("system", satellite.system);
+        json.member("satellite", satellite.seen.satellite);
+        json.member("name", satellite.name);
+        json.member("count", satellite.seen.times);
     });
     json.member("other_satellites", stats.satellites.others());
 }
 
-void StatsJson::writeTime(const StationStats& station)
+void StatsJson::writeSender(const std::optional<Sender>& sender)
+{
+    std::optional<std::uint64_t> station;
+    std::optional<std::string> system;
+    if (sender) {
+        station = sender->station;
+        if (const RTCM2_system_s* known = systemAt(sender->system)) {
+            system = known->name;
+        }
+    }
+    json.member("station", station);
+    json.member("system", system);
+}
+
+void StatsJson::writeTime(const KindModel& kind, const StationStats& station)
 {
     if (!station.first) {
         return;
     }
     json.member("first", *station.first);
     json.member("last", station.last);
-    json.member("seconds", secondsOf(station));
+    json.member("first_seconds", secondsOf(kind, static_cast<std::int64_t>(*station.first)));
+    json.member("last_seconds", secondsOf(kind, static_cast<std::int64_t>(station.last)));
+    json.member("seconds", secondsOf(kind, station.elapsed));
     if (station.elapsed > 0) {
-        json.member("per_second", messagesPerSecond(station));
+        json.member("per_second", messagesPerSecond(kind, station));
     }
 }

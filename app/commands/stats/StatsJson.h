@@ -6,8 +6,7 @@
 
 class StatsJson : public StatsCollector {
 public:
-    StatsJson(Output& out, const FieldParts& fieldParts,
-              const std::vector<const KindModel*>& kinds);
+    StatsJson(Output& out, const std::vector<const KindModel*>& kinds);
 
 private:
     void writeInput(const Stats& stats, const std::string& name,
@@ -15,7 +14,8 @@ private:
     void writeTotal(const Stats& stats, std::size_t inputs) override;
     void writeStats(const Stats& stats);
     void writeKind(const KindModel& kind, const KindStats& stats);
-    void writeTime(const StationStats& station);
+    void writeSender(const std::optional<Sender>& sender);
+    void writeTime(const KindModel& kind, const StationStats& station);
 
     JsonWriter json;
 };

@@ -11,12 +11,13 @@ namespace {
 constexpr std::size_t width = 100;
 
 // A line of the table of kinds. Cells that are empty at its end leave no blanks.
-std::string row(const std::array<std::string, 8>& cells)
+std::string row(const std::array<std::string, 9>& cells)
 {
-    std::string line = right(cells[0], 4) + "  " + left(cells[1], 36);
-    constexpr std::array<std::size_t, 6> widths = {8, 11, 7, 7, 13, 12};
+    std::string line = right(cells[0], 4) + "  " + left(cells[1], 30) + right(cells[2], 8) + "  " +
+                       left(cells[3], 8);
+    constexpr std::array<std::size_t, 5> widths = {8, 8, 8, 10, 12};
     for (std::size_t i = 0; i < widths.size(); ++i) {
-        line += right(cells[i + 2], widths[i]);
+        line += right(cells[i + 4], widths[i]);
     }
     line.resize(line.find_last_not_of(' ') + 1);
     return line + "\n";
@@ -58,6 +59,17 @@ std::string countsText(const char* title, const Counts& counts, const char* othe
         text += right(times, 10) + "  " + show(counted) + "\n";
     }
     return counts.others == 0 ? text : text + right(counts.others, 10) + "  " + others + "\n";
+}
+
+// In which time the systems' messages count.
+std::string clocksText()
+{
+    std::string text;
+    for (std::uint32_t i = 0; const RTCM2_system_s* system = systemAt(i); ++i) {
+        text += std::string(i == 0 ? ", in the time of " : ", ") + system->time + " for " +
+                system->name;
+    }
+    return text;
 }
 
 }    // namespace
@@ -103,22 +115,27 @@ void StatsTable::writeStats(const Stats& stats)
 void StatsTable::writeKinds(const Stats& stats)
 {
     output << "\n"
-           << row({"Type", "Message", "Station", "Count", "First", "Last", "Seconds",
+           << row({"Type", "Message", "Station", "System", "Count", "First", "Last", "Seconds",
                    "Per second"});
     for (const auto& [kind, counted] : stats.kinds) {
         const std::string others = counted.stations.values.empty() ? "" : "others";
-        for (const auto& [number, station] : counted.allStations()) {
+        for (const auto& [sender, station] : counted.allStations()) {
+            const RTCM2_system_s* const system = sender ? systemAt(sender->system) : nullptr;
+            const auto seconds = [&, &of = *kind](bool isKnown, auto units) {
+                const double number = secondsOf(of, static_cast<std::int64_t>(units));
+                return isKnown ? withDecimals(number, 1) : std::string();
+            };
             const bool hasTime = station.first.has_value();
-            output << row({typeText(*kind), kind->text.empty() ? kind->name : kind->text,
-                           number ? std::to_string(*number) : others,
-                           std::to_string(station.messages),
-                           hasTime ? std::to_string(*station.first) : "",
-                           hasTime ? std::to_string(station.last) : "",
-                           hasTime ? withDecimals(secondsOf(station), 1) : "",
-                           station.elapsed > 0 ? withDecimals(messagesPerSecond(station), 3) : ""});
+            output << row(
+                {typeText(*kind), kind->text.empty() ? kind->name : kind->text,
+                 sender ? std::to_string(sender->station) : others,
+                 system != nullptr ? system->name : "", std::to_string(station.messages),
+                 seconds(hasTime, station.first.value_or(0)), seconds(hasTime, station.last),
+                 seconds(hasTime, station.elapsed),
+                 station.elapsed > 0 ? withDecimals(messagesPerSecond(*kind, station), 3) : ""});
         }
     }
-    output << "First and Last are values of " << parts.time << ".\n";
+    output << "First and Last are seconds of the hour" << clocksText() << ".\n";
 }
 
 void StatsTable::writeSatellites(const Stats& stats)
@@ -127,20 +144,19 @@ void StatsTable::writeSatellites(const Stats& stats)
     for (const auto& [kind, counted] : stats.kinds) {
         std::optional<std::uint64_t> lastSystem;
         std::size_t columns = 0;
-        for (const auto& [system, satellite, times] : counted.satellites.sorted()) {
-            const std::string entry =
-                "  " + std::to_string(satellite) + ": " + std::to_string(times);
-            const bool isNewSystem = system != lastSystem;
+        for (const auto& [system, number, name, seen] : satellitesOf(*kind, counted)) {
+            const std::string entry = "  " + name + ": " + std::to_string(seen.times);
+            const bool isNewSystem = seen.system != lastSystem;
             if (isNewSystem || columns + entry.size() > width) {
-                const std::string head = isNewSystem ? right(typeText(*kind), 4) + "  " +
-                                                           left(systemName(*kind, system), 8)
-                                                     : std::string(14, ' ');
+                const std::string head = isNewSystem
+                                             ? right(typeText(*kind), 4) + "  " + left(system, 8)
+                                             : std::string(14, ' ');
                 lines += "\n" + head;
                 columns = head.size();
             }
             lines += entry;
             columns += entry.size();
-            lastSystem = system;
+            lastSystem = seen.system;
         }
         if (counted.satellites.others() != 0) {
             lines += "\n      and " + std::to_string(counted.satellites.others()) +
