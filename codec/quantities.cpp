@@ -3,10 +3,10 @@
 #include "record_values.h"
 #include "table.h"
 
-#include <charconv>
+#include <algorithm>
+#include <array>
+#include <cstring>
 #include <functional>
-#include <iterator>
-#include <string_view>
 
 using namespace rtcm2;
 
@@ -35,7 +35,31 @@ const void* holderOf(const RTCM2_kind_s& kind, const void* record)
     return RTCM2_element(record, kind.array, 0);
 }
 
-char* putDecimal(char* out, const RTCM2_decimal_s& value)
+// A text that is put together from its end, and has a NUL there.
+class Backwards {
+public:
+    void put(char character) { figures[--begin] = character; }
+    // The last digit of a number, which loses it.
+    void putDigitOf(std::uint64_t& number)
+    {
+        put(static_cast<char>('0' + number % 10));
+        number /= 10;
+    }
+    // Copies all that there may be, since a constant length takes no call.
+    std::uint32_t copyTo(char* text) const
+    {
+        std::memcpy(text, &figures[begin], RTCM2_QUANTITY_ROOM);
+        return end - begin;
+    }
+
+private:
+    static constexpr std::uint32_t end = RTCM2_QUANTITY_ROOM - 1;
+
+    std::array<char, std::size_t{2} * RTCM2_QUANTITY_ROOM> figures{};
+    std::uint32_t begin = end;
+};
+
+void putDecimal(Backwards& text, const RTCM2_decimal_s& value)
 {
     const bool isNegative = value.digits < 0;
     std::uint64_t digits = static_cast<std::uint64_t>(value.digits);
@@ -44,33 +68,31 @@ char* putDecimal(char* out, const RTCM2_decimal_s& value)
     for (; decimals > 0 && digits % 10 == 0; --decimals) {
         digits /= 10;
     }
-    char figures[20];
-    const auto count =
-        static_cast<std::size_t>(std::to_chars(figures, std::end(figures), digits).ptr - figures);
-    const std::size_t whole = count > decimals ? count - decimals : 0;
-    if (isNegative) {
-        *out++ = '-';
-    }
-    if (whole == 0) {
-        *out++ = '0';
-    }
-    out = std::copy_n(figures, whole, out);
     if (decimals > 0) {
-        *out++ = '.';
-        out = std::fill_n(out, decimals - (count - whole), '0');
-        out = std::copy_n(figures + whole, count - whole, out);
+        for (; decimals > 0; --decimals) {
+            text.putDigitOf(digits);
+        }
+        text.put('.');
     }
-    return out;
+    do {
+        text.putDigitOf(digits);
+    } while (digits > 0);
+    if (isNegative) {
+        text.put('-');
+    }
 }
 
-char* putSatellite(char* out, const RTCM2_system_s* system, std::int64_t number)
+// At least two digits behind the letter of the system.
+void putSatellite(Backwards& text, const RTCM2_system_s* system, std::int64_t number)
 {
-    const std::string_view letter = system != nullptr ? system->letter : "";
-    out = std::copy(letter.begin(), letter.end(), out);
-    if (number < 10) {
-        *out++ = '0';
+    auto digits = static_cast<std::uint64_t>(number);
+    text.putDigitOf(digits);
+    do {
+        text.putDigitOf(digits);
+    } while (digits > 0);
+    if (system != nullptr) {
+        text.put(*system->letter);
     }
-    return std::to_chars(out, out + 20, number).ptr;
 }
 
 }    // namespace
@@ -135,8 +157,11 @@ int32_t RTCM2_read_quantity_text(const void* record, const RTCM2_member_s* membe
 uint32_t RTCM2_quantity_text(const RTCM2_quantity_s* quantity, const RTCM2_system_s* system,
                              const RTCM2_decimal_s* value, char* text)
 {
-    char* const end = quantity->is_satellite != 0 ? putSatellite(text, system, value->digits)
-                                                  : putDecimal(text, *value);
-    *end = '\0';
-    return static_cast<std::uint32_t>(end - text);
+    Backwards figures;
+    if (quantity->is_satellite != 0) {
+        putSatellite(figures, system, value->digits);
+    } else {
+        putDecimal(figures, *value);
+    }
+    return figures.copyTo(text);
 }

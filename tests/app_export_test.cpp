@@ -103,6 +103,40 @@ Packed scaled()
     return packed(21, 3, {0xB9, 0x27, 0xBF, 0x25, 0x78, 0x01, 0, 0, 0});
 }
 
+TEST_F(ExportTest, QuantitiesStandInThePlaceOfNumbersOrBesideThem)
+{
+    const struct {
+        JsonOptions options;
+        const char* fields;
+    } rows[] = {
+        {{.fields = {"Modified Z-Count", "Corrections.Satellite", "corrections.prc_m"}},
+         R"({"Modified_Z_Count":4500,"Corrections":[{"Satellite":"G03","PRC_m":-6},)"
+         R"({"Satellite":"G31","PRC_m":10485.44}]})"},
+        {{.fields = {"Corrections"}, .values = Values::scaled},
+         R"({"Corrections":[{"Scale_Factor":0,"UDRE":1,"Satellite":"G03","PRC_m":-6,)"
+         R"("RRC_m_per_s":0.01,"Issue_Of_Data":129,"Change_Bit":1,"Time_Of_Day_s":null},)"
+         R"({"Scale_Factor":1,"UDRE":3,"Satellite":"G31","PRC_m":10485.44,)"
+         R"("RRC_m_per_s":null,"Issue_Of_Data":127,"Change_Bit":0,"Time_Of_Day_s":null}]})"},
+        {{.values = Values::both},
+         R"("Modified_Z_Count":4500,"Modified_Z_Count_s":2700,"Sequence_No":3,)"},
+        {{.values = Values::both}, R"("Satellite_Id":31,"Satellite":"G31","PRC":32767,)"},
+    };
+    for (const auto& row : rows) {
+        const std::string text = json({twoCorrections()}, row.options);
+        EXPECT_NE(text.find(row.fields), std::string::npos) << text;
+    }
+    EXPECT_EQ(csv({twoCorrections()}, {"1"},
+                  {.separator = ';',
+                   .decimal = ',',
+                   .fields = {"Corrections.PRC_m", "Corrections"},
+                   .values = Values::scaled,
+                   .rows = "Corrections"}),
+              "No.;Byte;Corrections.PRC_m;Corrections.Scale Factor;Corrections.UDRE;"
+              "Corrections.Satellite;Corrections.PRC_m;Corrections.RRC_m_per_s;"
+              "Corrections.Issue Of Data;Corrections.Change Bit;Corrections.Time_Of_Day_s\n"
+              "1;0;-6;0;1;G03;-6;0,01;129;1;\n1;0;10485,44;1;3;G31;10485,44;;127;0;\n");
+}
+
 // Lines are read through the rows of the fields; the message's own line comes from its accessors.
 TEST_F(ExportTest, LinesOfTheListAreThoseOfTheMessages)
 {

@@ -91,17 +91,25 @@ void appendPlain(Text& text, const FieldModel& field, std::int64_t value)
     }
 }
 
-bool appendQuantity(Text& text, const FieldModel& quantity, const void* record)
+char* putQuantity(char* out, const FieldModel& quantity, const void* record)
 {
     RTCM2_decimal_s value;
-    if (!quantity.isPresent(record) ||
-        RTCM2_reader_quantity(&*quantity.quantity, record, &value) != RTCM2_ACCESS_DONE) {
-        return false;
+    if (RTCM2_reader_quantity(&*quantity.quantity, record, &value) != RTCM2_ACCESS_DONE) {
+        return out;
     }
     const RTCM2_system_s* const system = quantity.isScaled() ? nullptr : RTCM2_system_of(record);
+    return out + RTCM2_quantity_text(quantity.row->quantity, system, &value, out);
+}
+
+bool appendQuantity(Text& text, const FieldModel& quantity, const void* record)
+{
+    if (!quantity.isPresent(record)) {
+        return false;
+    }
     char* const out = text.room(RTCM2_QUANTITY_ROOM);
-    text.end(out + RTCM2_quantity_text(quantity.row->quantity, system, &value, out));
-    return true;
+    char* const end = putQuantity(out, quantity, record);
+    text.end(end);
+    return end != out;
 }
 
 const char* meaningOf(const FieldModel& field, std::int64_t value)

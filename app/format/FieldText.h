@@ -7,7 +7,12 @@
 // One value as a plain number: integers in decimal, bytes as two hexadecimal digits.
 void appendPlain(Text& text, const FieldModel& field, std::int64_t value);
 
-// The value of a quantity, "-4.34" or "G05"; false, and nothing, where the record has none.
+// Writes the value of a quantity, "-4.34" or "G05", of a record that has the field, and gives the
+// place behind it; writes nothing where the record has none. Up to RTCM2_QUANTITY_ROOM bytes there
+// may be overwritten.
+char* putQuantity(char* out, const FieldModel& quantity, const void* record);
+
+// Likewise; false, and nothing, also where the field is absent.
 bool appendQuantity(Text& text, const FieldModel& quantity, const void* record);
 
 // What a coded value means, UTF-8; "DoNotUse" for the value that says so; null for a plain number.

@@ -72,16 +72,16 @@ CsvTable::CsvTable(const KindModel& tableKind, const CsvOptions& csvOptions)
 
 void CsvTable::addColumn(const FieldModel& field, bool ofElement)
 {
-    const bool isPlainNumber = !field.isRepeated() && !field.isOptional() && !field.isReal() &&
-                               field.reader.stored != RTCM2_STORED_U64;
+    const bool isPlainNumber = !field.isQuantity() && !field.isRepeated() && !field.isOptional() &&
+                               !field.isReal() && field.reader.stored != RTCM2_STORED_U64;
     columns.push_back({&field, ofElement, isPlainNumber});
 }
 
 void CsvTable::addAll(const KindModel& of, bool ofElement)
 {
-    for (const FieldModel& field : of.fields) {
-        if (rowField == nullptr || field.element == nullptr) {
-            addColumn(field, ofElement);
+    for (const ChosenField& chosen : chosenFields(of, {}, options.values)) {
+        if (rowField == nullptr || chosen.field->element == nullptr) {
+            addColumn(*chosen.field, ofElement);
         }
     }
 }
@@ -176,7 +176,9 @@ void CsvTable::appendRow(Text& text, const std::string& input, const Found& foun
 
 void CsvTable::appendCell(Text& text, const FieldModel& field, const void* record) const
 {
-    if (field.element != nullptr) {
+    if (field.isQuantity()) {
+        appendQuantityCell(text, field, record);
+    } else if (field.element != nullptr) {
         appendUnsigned(text, field.count(record));
     } else if (field.isText()) {
         appendTextCell(text, shownCharacters(field.characters(record)));
@@ -208,6 +210,16 @@ void CsvTable::appendRealCell(Text& text, double value) const
     char* const end = std::to_chars(out, out + most, value).ptr;
     std::replace(out, end, '.', options.decimal);
     text.end(end);
+}
+
+void CsvTable::appendQuantityCell(Text& text, const FieldModel& field, const void* record) const
+{
+    if (field.isPresent(record)) {
+        char* const out = text.room(RTCM2_QUANTITY_ROOM);
+        char* const end = putQuantity(out, field, record);
+        std::replace(out, end, '.', options.decimal);
+        text.end(end);
+    }
 }
 
 void CsvTable::appendMeanings(Text& text, const FieldModel& field, const void* record) const

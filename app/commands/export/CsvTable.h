@@ -10,12 +10,13 @@
 
 struct CsvOptions {
     char separator = ',';
-    char decimal = '.';        // of real numbers; differs from the separator
+    char decimal = '.';        // differs from the separator
     bool isShown = false;      // on a terminal, where texts must be printable
     bool withTexts = false;    // beside each coded field a column with what its values mean
     bool withHex = false;      // the packed message in the last column
     bool withInput = false;    // the input's name in the first column
     std::vector<std::string> fields{};    // names in column order; empty for all
+    Values values = Values::raw;          // of those that are not named
     std::string rows{};    // name of the sub-message field whose elements are rows; empty for none
 };
 
@@ -40,13 +41,14 @@ private:
     };
 
     void addColumn(const FieldModel& field, bool ofElement);
-    void addAll(const KindModel& kind, bool ofElement);
+    void addAll(const KindModel& of, bool ofElement);
     void chooseColumns(const std::vector<std::string>& names);
     void appendRow(Text& text, const std::string& input, const Found& found,
                    const void* element) const;
     void appendCell(Text& text, const FieldModel& field, const void* record) const;
     void appendMeanings(Text& text, const FieldModel& field, const void* record) const;
     void appendNumbers(Text& text, const FieldModel& field, const void* record) const;
+    void appendQuantityCell(Text& text, const FieldModel& field, const void* record) const;
     void appendRealCell(Text& text, double value) const;
     void appendTextCell(Text& text, std::string_view cell) const;
 

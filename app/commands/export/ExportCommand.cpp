@@ -16,11 +16,17 @@ void ExportCommand::declare(CLI::App& program)
                     "each kind, or --mixed)")
         ->check(CLI::IsMember({"ndjson", "json", "csv"}))
         ->capture_default_str();
+    app->add_flag("--scaled", wantsScaled,
+                  "Quantities in the place of the numbers that stand for them: PRC_m in metres, "
+                  "Satellite by name, as 'rtcm2 describe' shows them");
+    app->add_flag("--raw", wantsRaw,
+                  "The numbers as they are in the message, as without this option; with --scaled "
+                  "both, side by side");
     app->add_flag("-T,--texts", withTexts, "Also say what coded values mean");
     app->add_flag("-x,--hex", withHex, "Also show the packed message, in hexadecimal");
     app->add_option("--fields", fields,
-                    "Only these fields, by name; those of sub-messages after a dot, as in "
-                    "Corrections.PRC")
+                    "Only these fields or quantities, by name; those of sub-messages after a dot, "
+                    "as in Corrections.PRC or Corrections.PRC_m")
         ->delimiter(',')
         ->allow_extra_args(false)
         ->type_name("FIELD");
@@ -35,7 +41,7 @@ void ExportCommand::declare(CLI::App& program)
                     "CSV: what stands between two cells; 'tab' for a tabulator")
         ->check(CLI::IsMember({",", ";", "|", "tab"}))
         ->capture_default_str();
-    app->add_option("--decimal", decimal, "CSV: decimal sign of real numbers")
+    app->add_option("--decimal", decimal, "CSV: decimal sign")
         ->check(CLI::IsMember({".", ","}))
         ->capture_default_str();
     app->footer("docs/json.md describes what is written.\n\n"
@@ -43,8 +49,10 @@ void ExportCommand::declare(CLI::App& program)
                 "    rtcm2 export capture.rtcm2 | jq .fields.Modified_Z_Count\n"
                 "    rtcm2 export --format json --texts --hex -o capture.json capture.rtcm2\n"
                 "    rtcm2 export --format csv -o tables/ capture.rtcm2\n"
+                "    rtcm2 export --scaled capture.rtcm2 | jq .fields.Modified_Z_Count_s\n"
+                "The corrections of each satellite over time, in seconds and metres:\n"
                 "    rtcm2 export --format csv --type 1 --rows Corrections \\\n"
-                "        --fields 'Modified Z-Count,Corrections.Satellite Id,Corrections.PRC' "
+                "        --fields Modified_Z_Count_s,Corrections.Satellite,Corrections.PRC_m "
                 "capture.rtcm2");
 }
 
@@ -80,7 +88,8 @@ ExitStatus ExportCommand::writeJson(Host& host, const std::vector<const KindMode
                               .withTexts = withTexts,
                               .withHex = withHex,
                               .withInput = reading.inputs.size() > 1,
-                              .fields = fields};
+                              .fields = fields,
+                              .values = values()};
     return runSession(host, reading, [&](Output& output, const MessageFilter&) {
         return std::make_unique<JsonExport>(output, options, kinds);
     });
@@ -119,6 +128,7 @@ CsvOptions ExportCommand::csvOptions() const
             .withHex = withHex,
             .withInput = reading.inputs.size() > 1,
             .fields = fields,
+            .values = values(),
             .rows = rows};
 }
 
@@ -167,6 +177,11 @@ void ExportCommand::requireOneTable(const std::vector<const KindModel*>& kinds) 
                          "directory as in --output tables/ to get a file for each kind, or take "
                          "all into one output with --mixed"};
     }
+}
+
+Values ExportCommand::values() const
+{
+    return !wantsScaled ? Values::raw : wantsRaw ? Values::both : Values::scaled;
 }
 
 bool ExportCommand::wantsFiles() const

@@ -18,9 +18,12 @@ private:
     ExitStatus writeCsvFiles(Host& host, CsvTables& tables);
     CsvOptions csvOptions() const;
     bool wantsFiles() const;
+    Values values() const;
 
     ReadingOptions reading;
     std::string format = "ndjson";
+    bool wantsScaled = false;
+    bool wantsRaw = false;
     bool withTexts = false;
     bool withHex = false;
     bool mixed = false;

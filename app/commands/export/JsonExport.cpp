@@ -22,7 +22,7 @@ JsonExport::JsonExport(Output& out, JsonOptions jsonOptions,
     for (const KindModel* kind : kinds) {
         plans[kind->number()] = {(options.asArray ? ",\n" : "") + std::string("{\"kind\":") +
                                      jsonString(kind->name) + ",\"number\":",
-                                 JsonPlan(chosenFields(*kind, options.fields))};
+                                 JsonPlan(chosenFields(*kind, options.fields, options.values))};
     }
 }
 

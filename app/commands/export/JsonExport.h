@@ -13,6 +13,7 @@ struct JsonOptions {
     bool withHex = false;                 // the packed message
     bool withInput = false;               // the input's name
     std::vector<std::string> fields{};    // names; empty for all
+    Values values = Values::raw;          // of those that are not named
 };
 
 class JsonExport : public PrintingSink {

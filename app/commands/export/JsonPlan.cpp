@@ -29,6 +29,20 @@ char* putReal(char* out, double value)
     return rapidjson::internal::dtoa(value, out);
 }
 
+// A satellite is a string; null stands for no quantity.
+char* putJsonQuantity(char* out, const FieldModel& quantity, const void* record)
+{
+    const std::ptrdiff_t quote = quantity.isScaled() ? 0 : 1;
+    *out = '"';
+    char* const end = putQuantity(out + quote, quantity, record);
+    if (end == out + quote) {
+        std::memcpy(out, "null", 4);
+        return out + 4;
+    }
+    *end = '"';
+    return end + quote;
+}
+
 // Puts the brackets around members or elements that all begin with a comma.
 char* putEnd(char* begin, char* out, char open, char close)
 {
@@ -64,15 +78,19 @@ JsonPlan::Member JsonPlan::memberFor(const ChosenField& chosen)
     const FieldModel& field = *chosen.field;
     Member member{.field = &field,
                   .reader = field.reader,
-                  .shape = field.element != nullptr ? Shape::elements
-                           : field.isText()         ? Shape::text
-                           : field.isRepeated()     ? Shape::numbers
-                           : field.isReal()         ? Shape::real
-                                                    : Shape::number,
+                  .shape = field.isQuantity()         ? Shape::quantity
+                           : field.element != nullptr ? Shape::elements
+                           : field.isText()           ? Shape::text
+                           : field.isRepeated()       ? Shape::numbers
+                           : field.isReal()           ? Shape::real
+                                                      : Shape::number,
                   .key = "," + jsonString(field.identifier) + ":"};
     if (member.shape == Shape::elements) {
         member.elements = parts.size();
         parts.emplace_back(chosen.parts);
+    }
+    if (field.isQuantity()) {
+        return member;
     }
     for (const RTCM2_text_s& coded : codedTexts(field)) {
         member.meanings.emplace_back(coded.value, jsonString(coded.text));
@@ -82,13 +100,14 @@ JsonPlan::Member JsonPlan::memberFor(const ChosenField& chosen)
 
 JsonPlan::Quick JsonPlan::quickOf(const Member& member)
 {
+    const bool isQuick = !member.field->isOptional() && member.key.size() <= sizeof Quick::key;
     Quick quick{.key = {},
                 .keyLength = static_cast<std::uint16_t>(member.key.size()),
                 .offset = member.reader.offset,
                 .stored = member.reader.stored,
-                .isQuick = member.shape == Shape::number && !member.field->isOptional() &&
-                           member.reader.stored != RTCM2_STORED_U64 &&
-                           member.key.size() <= quick.key.size()};
+                .isNumber = isQuick && member.shape == Shape::number &&
+                            member.reader.stored != RTCM2_STORED_U64,
+                .isQuantity = isQuick && member.shape == Shape::quantity};
     std::copy_n(member.key.begin(), std::min(member.key.size(), quick.key.size()),
                 quick.key.begin());
     return quick;
@@ -120,10 +139,13 @@ char* JsonPlan::putValues(char* out, const void* record) const
     const char* const bytes = static_cast<const char*>(record);
     for (std::size_t i = 0; i < quick.size(); ++i) {
         const Quick& member = quick[i];
-        if (member.isQuick) [[likely]] {
+        if (member.isNumber) [[likely]] {
             std::memcpy(out, member.key.data(), member.key.size());
             out = putSigned(out + member.keyLength,
                             RTCM2_stored_integer(bytes + member.offset, member.stored));
+        } else if (member.isQuantity) {
+            std::memcpy(out, member.key.data(), member.key.size());
+            out = putJsonQuantity(out + member.keyLength, *members[i].field, record);
         } else {
             out = putMember(out, members[i], record);
         }
@@ -147,6 +169,8 @@ char* JsonPlan::putMember(char* out, const Member& member, const void* record) c
         out = putJson(out + 1, member.field->characters(record));
         *out = '"';
         return out + 1;
+    case Shape::quantity:
+        return putJsonQuantity(out, *member.field, record);
     case Shape::numbers:
     case Shape::elements:
         break;

@@ -22,7 +22,7 @@ public:
     void appendTexts(Text& text, const void* record) const;
 
 private:
-    enum class Shape : std::uint8_t { number, text, numbers, elements, real };
+    enum class Shape : std::uint8_t { number, text, numbers, elements, real, quantity };
 
     // A member of the object.
     struct Member {
@@ -43,14 +43,16 @@ private:
         }
     };
 
-    // What is needed of the members that are most: one plain number in every message and a key that
-    // fits a block, which is copied without a look at its length.
+    // What is needed of the members that are most: one plain number or quantity in every message
+    // and a key that fits a block, which is copied without a look at its length.
     struct Quick {
         std::array<char, 32> key;
         std::uint16_t keyLength;
         std::uint16_t offset;
         std::uint8_t stored;
-        bool isQuick;    // false: the member is none of these
+        // Both false: the member is none of these.
+        bool isNumber;
+        bool isQuantity;
     };
 
     Member memberFor(const ChosenField& chosen);
