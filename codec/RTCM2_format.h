@@ -192,8 +192,8 @@ typedef struct RTCM2_kind_s {
     uint32_t member_count;
     const RTCM2_member_s* array; /* the member that is an array of sub-records, or null */
 
-    /* The system of its messages: always this one, or what a member of the record or of the
-     * elements of its array says. Both null: that of the record around it, or unknown. */
+    /* The system of its messages: what a member of the record, or of the first element of its
+     * array, says, else this one. Both null: that of the record around it, or unknown. */
     const RTCM2_system_s* system;
     const RTCM2_member_s* system_member;
     const RTCM2_point_s* points;

@@ -29,6 +29,9 @@ bool isMemberOf(const RTCM2_kind_s& kind, const RTCM2_member_s* member)
 // The record that the member which tells the kind's system belongs to; null when there is none.
 const void* holderOf(const RTCM2_kind_s& kind, const void* record)
 {
+    if (kind.system_member == nullptr) {
+        return nullptr;
+    }
     if (isMemberOf(kind, kind.system_member)) {
         return isPresent(record, *kind.system_member) ? record : nullptr;
     }
@@ -111,15 +114,15 @@ const RTCM2_system_s* RTCM2_system(int32_t index)
 const RTCM2_system_s* RTCM2_system_of(const void* record)
 {
     const RTCM2_kind_s* const kind = RTCM2_kind_of(record);
-    if (kind == nullptr || kind->system != nullptr) {
-        return kind != nullptr ? kind->system : nullptr;
+    if (kind == nullptr) {
+        return nullptr;
     }
-    if (kind->system_member != nullptr) {
-        const void* const holder = holderOf(*kind, record);
-        return holder != nullptr ? systemOfValue(integerOf(holder, *kind->system_member)) : nullptr;
+    if (const void* const holder = holderOf(*kind, record)) {
+        return systemOfValue(integerOf(holder, *kind->system_member));
     }
     const void* const parent = headOf(record).parent;
-    return kind->type < 0 && parent != nullptr ? RTCM2_system_of(parent) : nullptr;
+    const bool isPart = kind->type < 0 && kind->system_member == nullptr && parent != nullptr;
+    return isPart ? RTCM2_system_of(parent) : kind->system;
 }
 
 int32_t RTCM2_read_quantity(const void* record, const RTCM2_member_s* member,

@@ -6,6 +6,11 @@ from model import MEANINGS, Point, Quantity, System
 from rows import (Form, IDENTIFIER, INTEGER, LIST, MAPPING, NATURAL, TEXT, Row, SchemaError, check_row,
                   is_identifier, is_integer, is_number)
 
+
+def _is_path(value):
+    return isinstance(value, str) and all(map(is_identifier, value.split(".")))
+
+
 LETTER = Form("one letter", lambda v: isinstance(v, str) and len(v) == 1 and v.isalpha() and v.isascii())
 MEANING = Form(f"one of {', '.join(MEANINGS)}", lambda v: v in MEANINGS)
 FACTOR = Form("a number above 0", lambda v: is_number(v) and v > 0)
@@ -17,8 +22,8 @@ FACTORS = Form("one member with a factor for each of its values",
                        and all(map(FACTOR.accepts, f.values())) for f in v.values()))
 MEMBERS_OF_POINT = Form("a list of three members",
                         lambda v: isinstance(v, list) and len(v) == 3 and all(map(is_identifier, v)))
-PATH = Form("a system, a member or, after a dot, a member of the elements",
-            lambda v: isinstance(v, str) and all(map(is_identifier, v.split("."))))
+PATH = Form("a system, a member or, after a dot, a member of the elements, or a list of a member and a system",
+            lambda v: _is_path(v) or (isinstance(v, list) and len(v) == 2 and all(map(_is_path, v))))
 FORMS = {
     "name": TEXT, "unit": TEXT, "factor": FACTOR, "by": FACTORS, "none": INTEGERS, "highest": NATURAL,
     "satellite": MAPPING, "zero": NATURAL,
@@ -129,18 +134,23 @@ def _set_system(kind, row, fmt):
         own = [m for m in kind.members if m.meaning == "system"]
         kind.system_member = None if kind.is_main or not own else (kind, own[0])
         return
-    names = row["system"].split(".")
-    kind.system = next((s for s in fmt.systems if [s.name] == names), None)
-    if kind.system is not None:
-        return
+    named = row["system"] if isinstance(row["system"], list) else [row["system"]]
+    kind.system = next((system for system in fmt.systems if system.name == named[-1]), None)
+    paths = [path for path in named if kind.system is None or path != kind.system.name]
+    if paths:
+        kind.system_member = _member_of_system(kind, paths[0], fmt)
+    if len(paths) > 1 or (paths and kind.system_member is None):
+        raise SchemaError(f"{row.at('system')}: kind {kind.name}: '{paths[-1]}' is no system and no "
+                          "member that means one")
+
+
+def _member_of_system(kind, path, fmt):
+    names = path.split(".")
     holder = kind
     if len(names) == 2 and kind.records_member and kind.records_member.name == names[0]:
         holder = fmt.kind(kind.records_member.elements)
     found = [m for m in holder.members if m.name == names[-1] and m.meaning == "system"]
-    if not found or len(names) > 2:
-        raise SchemaError(f"{row.at('system')}: kind {kind.name}: '{row['system']}' is no system and no "
-                          "member that means one")
-    kind.system_member = (holder, found[0])
+    return (holder, found[0]) if found and len(names) <= 2 else None
 
 
 def attach(kind, row, fmt, check_fits):

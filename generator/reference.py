@@ -117,12 +117,13 @@ def quantity(member, kind):
 
 def system_words(kind):
     """The system that the kind's messages belong to."""
-    if kind.system:
-        return f"{kind.system.name}, whose messages count in {kind.system.time} time"
+    words = []
     if kind.is_main and kind.system_member:
         holder, member = kind.system_member
-        return f"as {label(member)} of {'its first element' if holder is not kind else 'the message'} says"
-    return ""
+        words.append(f"as {label(member)} of {'its first element' if holder is not kind else 'the message'} says")
+    if kind.system:
+        words.append(f"{kind.system.name}, whose messages count in {kind.system.time} time")
+    return ", else ".join(words)
 
 
 def notes(member, kind):

@@ -98,18 +98,18 @@ TEST(Position, FollowsEveryPointOfEverySystem)
             distances(1, 0, 0xFF, 0),
             reference(3, 100000000, 200000300, 299999600),
             distances(2, 0, 0, 0),
-            message(22, {5, 6, 7}),    // of a system that it does not tell
+            message(22, {5, 6, 7}),    // which names no system
             reference(32, 7, 8, 9),
         },
         [&](Output& output) {
             return std::make_unique<PositionSink>(output, positions, positionJson);
         });
     const std::vector<std::string> wanted = {
-        " L1 phase centre 1?: 8 0.0001953125 0.000234375 0.0002734375 - -",
         "GLONASS Reference point 2: 3 0.07 0.08 0.09 - 0",
         "GPS Reference point 2: 2 1000000 2000000 3000000 - 0: 6 1000000 2000003 2999996 - 5",
-        "GPS L1 phase centre 4: 1 1000000.00003906 2000000 2999999.99996094 0.0025 0"
-        ": 7 1000000.00007813 2000003 2999996 0.0025 5",
+        "GPS L1 phase centre 5: 1 1000000.00003906 2000000 2999999.99996094 0.0025 0"
+        ": 7 1000000.00007813 2000003 2999996 0.0025 5"
+        ": 8 1000000.00019531 2000003.00023438 2999996.00027344 0.0025 0.0004",
     };
     rapidjson::Document document;
     document.Parse(json.c_str());
@@ -121,7 +121,15 @@ TEST(Position, FollowsEveryPointOfEverySystem)
     EXPECT_NE(json.find("\"x\": 1000000.0000390625"), json.npos);
     EXPECT_NE(json.find("\"time_s\": 2700"), json.npos);
     EXPECT_NE(json.find("\"frame\": \"PZ-90\""), json.npos);
-    EXPECT_NE(positionTable(positions).find("'Reference point' of a system that the message"),
+}
+
+TEST(Position, InventsNoPointToMeasureFrom)
+{
+    Positions positions;
+    AppSession().run({message(22, {5, 6, 7})}, [&](Output& output) {
+        return std::make_unique<PositionSink>(output, positions, positionTable);
+    });
+    EXPECT_NE(positionTable(positions).find("from the point 'Reference point', which no message"),
               std::string::npos);
 }
 

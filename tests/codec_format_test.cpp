@@ -378,7 +378,7 @@ TEST(CodecFormat, QuantitiesAreExact)
          "Phase_Center_Height",
          nullptr,
          "GPS"},
-        {22, {{"No_Of_Data_Words", 1}}, "Modified_Z_Count", "0", nullptr},
+        {22, {{"No_Of_Data_Words", 1}}, "Modified_Z_Count", "0", "GPS"},
         {16, {{"Modified_Z_Count", 5999}}, "Modified_Z_Count", "3599.4", "GPS"},
         {59, {{"Modified_Z_Count", 6000}}, "Modified_Z_Count", nullptr, nullptr},
         {18, {}, "GNSS_Time_Of_Measurement", "0", nullptr},
