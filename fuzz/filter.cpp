@@ -12,12 +12,12 @@ using namespace fuzz;
 
 namespace {
 
-// A host with a message of every kind whose zeros are good.
+// A host with a message of every kind that is reported and whose zeros are good.
 struct Filtered {
     Filtered()
     {
         for (const auto& kind : host.model.kinds()) {
-            if (kind->isMain) {
+            if (kind->info != nullptr) {
                 keep(static_cast<unsigned>(kind->typeNumber));
             }
         }

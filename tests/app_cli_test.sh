@@ -98,9 +98,9 @@ ends 3 "cannot read" "closed input"
 # Input that can be read again leaves the old file when a signal comes, also at the second one, which
 # does not wait until what is told has been read.
 mkfifo told fifo
-for _ in $(seq 300); do cat "$damaged"; done > long
+long=$(printf "$damaged %.0s" $(seq 1000))
 for signals in "130 INT" "129 HUP" "130 TERM INT"; do
-    "$rtcm2" list long -o old 2> told &
+    "$rtcm2" list $long -o old 2> told &
     exec 8< told
     waitFor '[ -n "$(find . -name ".rtcm2-*")" ]'
     sleep 0.3

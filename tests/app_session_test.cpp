@@ -91,21 +91,50 @@ TEST_F(SessionTest, RecordedMessagesAreReadInTheirMode)
 TEST_F(SessionTest, MessagesAreCopiedAsFarAsWanted)
 {
     file("input", known + unreported + "zz\n" + unknown + misfit);
-    const std::tuple<CopyOptions, unsigned, std::string> cases[] = {
-        {{}, 0, known + unreported + unknown},
-        {{}, 2, known + unreported},
-        {{.copiesUnknown = false}, 0, known},
-        {{.copiesMisfits = true}, 0, known + unreported + unknown + misfit},
-        {{.copiesUnknown = false, .copiesMisfits = true}, 2, known + misfit},
+    const std::tuple<CopyOptions, unsigned, FilterOptions, std::string> cases[] = {
+        {{}, 0, {}, known + unreported + unknown},
+        {{}, 2, {}, known + unreported},
+        {{.copiesUnknown = false}, 0, {}, known},
+        {{.copiesMisfits = true}, 0, {}, known + unreported + unknown + misfit},
+        {{.copiesUnknown = false, .copiesMisfits = true}, 2, {}, known + misfit},
+        {{}, 0, {.kinds = {"44", "60"}}, unreported + unknown},
+        {{}, 0, {.stations = {"5"}, .excludedKinds = {"1", "44"}}, unknown},
+        {{}, 0, {.stations = {"6"}}, ""},
+        {{}, 0, {.where = "Ns == 0"}, known + unreported},
     };
-    for (auto [options, max, written] : cases) {
+    for (auto [options, max, filter, written] : cases) {
         options.form = InputForm::hex;
+        app.filterOptions = filter;
         app.sessionOptions.max = max;
         const auto makeSink = [&options = options](Output& output) {
             return std::make_unique<CopySink>(output, options);
         };
         EXPECT_EQ(app.run({"input"}, makeSink), written);
     }
+}
+
+TEST_F(SessionTest, TellsWhatAndWhereAndSumsUpWhatIsAlike)
+{
+    std::string many = misfit;
+    for (int i = 0; i < 1211; ++i) {
+        many += unknown;
+    }
+    app.sessionOptions.quiet = false;
+    const std::string name = file("input", many + "zz\n");
+    testing::internal::CaptureStderr();
+    Output output;
+    CopySink sink(output, {.form = InputForm::hex, .copiesUnknown = false});
+    app.read({name}, sink);
+    const std::string told = testing::internal::GetCapturedStderr();
+    for (const std::string line :
+         {": message 1 at byte 0, station 5, type 3: its content ends early (ECEF X does not "
+          "fit)\n",
+          ": message 11 at byte 130, station 5, type 60: unknown type\n",
+          ": message 1213 at byte 15756: damaged message: no hexadecimal digit at byte 15756\n",
+          ": and 1,201 more messages of unknown type 60\n"}) {
+        EXPECT_NE(told.find("rtcm2: " + name + line), std::string::npos) << line << told;
+    }
+    EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 13);
 }
 
 // More frames of all sizes than the queue holds. The second thread gets time to run as far ahead as

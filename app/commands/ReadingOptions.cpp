@@ -65,7 +65,7 @@ namespace {
 void switchKinds(AbstractDecoder& decoder, const FormatModel& model, const MessageFilter& filter)
 {
     for (const auto& kind : model.kinds()) {
-        if (kind->isMain && !filter.takesKind(*kind)) {
+        if (kind->info != nullptr && !filter.takesKind(*kind)) {
             decoder.disableMessage(kind->info);
         }
     }

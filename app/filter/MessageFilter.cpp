@@ -6,8 +6,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 
 namespace {
+
+constexpr int typeCount = 64;    // of messages, known or not
 
 std::vector<std::int64_t> stationNumbers(const std::vector<std::string>& stations)
 {
@@ -37,11 +40,41 @@ FilterError unknownKind(const FormatModel& model, const std::string& name)
                        (meant.empty() ? " ('rtcm2 describe' lists them)" : ": " + meant)};
 }
 
-std::vector<const KindModel*> mainKinds(const FormatModel& model,
-                                        const std::vector<std::string>& names)
+// The type of this number, if it is one that no kind has.
+std::optional<std::int64_t> unknownType(const std::string& name)
 {
-    std::vector<const KindModel*> kinds;
+    for (int type = 0; type < typeCount; ++type) {
+        if (name == std::to_string(type) && RTCM2_kind_of_type(type) == nullptr) {
+            return type;
+        }
+    }
+    return std::nullopt;
+}
+
+// What --type and --except name.
+struct Types {
+    std::vector<const KindModel*> kinds{};
+    std::vector<std::int64_t> unknown{};    // numbers of no kind
+
+    bool isEmpty() const { return kinds.empty() && unknown.empty(); }
+    bool contains(const KindModel* kind) const
+    {
+        return std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
+    }
+    bool contains(std::int64_t type) const
+    {
+        return std::find(unknown.begin(), unknown.end(), type) != unknown.end();
+    }
+};
+
+Types typesOf(const FormatModel& model, const std::vector<std::string>& names)
+{
+    Types types;
     for (const std::string& name : names) {
+        if (const auto type = unknownType(name)) {
+            types.unknown.push_back(*type);
+            continue;
+        }
         const KindModel* kind = model.kind(name);
         if (kind == nullptr) {
             throw unknownKind(model, name);
@@ -49,26 +82,30 @@ std::vector<const KindModel*> mainKinds(const FormatModel& model,
         if (!kind->isMain) {
             throw FilterError{"'" + kind->name + "' is no message but a part of messages"};
         }
-        kinds.push_back(kind);
+        types.kinds.push_back(kind);
     }
-    return kinds;
+    return types;
 }
 
-std::vector<const KindModel*> chosenKinds(const FormatModel& model, const FilterOptions& options)
+Types chosenTypes(const FormatModel& model, const FilterOptions& options)
 {
-    const auto contains = [](const std::vector<const KindModel*>& kinds, const KindModel* kind) {
-        return std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
+    const Types wanted = typesOf(model, options.kinds);
+    const Types excluded = typesOf(model, options.excludedKinds);
+    const auto isChosen = [&](const auto& type) {
+        return (wanted.isEmpty() || wanted.contains(type)) && !excluded.contains(type);
     };
-    const auto wanted = mainKinds(model, options.kinds);
-    const auto excluded = mainKinds(model, options.excludedKinds);
-    std::vector<const KindModel*> chosen;
+    Types chosen;
     for (const auto& kind : model.kinds()) {
-        if (kind->isMain && (wanted.empty() || contains(wanted, kind.get())) &&
-            !contains(excluded, kind.get())) {
-            chosen.push_back(kind.get());
+        if (kind->isMain && isChosen(kind.get())) {
+            chosen.kinds.push_back(kind.get());
         }
     }
-    if (chosen.empty()) {
+    for (std::int64_t type = 0; type < typeCount; ++type) {
+        if (RTCM2_kind_of_type(static_cast<std::int32_t>(type)) == nullptr && isChosen(type)) {
+            chosen.unknown.push_back(type);
+        }
+    }
+    if (chosen.isEmpty()) {
         throw FilterError{"the chosen types leave no kind of message"};
     }
     return chosen;
@@ -87,26 +124,40 @@ where::Condition stationCondition(const FieldModel* field,
 }    // namespace
 
 MessageFilter::MessageFilter(const FormatModel& model, const FilterOptions& options)
-    : passingKinds(chosenKinds(model, options)),
-      conditions(static_cast<std::size_t>(RTCM2_last_kind()) + 1, {.constant = false})
+    : conditions(static_cast<std::size_t>(RTCM2_last_kind()) + 1, {.constant = false})
 {
+    Types types = chosenTypes(model, options);
+    passingKinds = std::move(types.kinds);
+    if (options.where.empty() && !types.unknown.empty()) {
+        passingKinds.push_back(&model.unknownKind());
+    }
     const std::vector<std::int64_t> stations = stationNumbers(options.stations);
     for (const KindModel* kind : passingKinds) {
         conditions[kind->number()] = stationCondition(kind->field(RTCM2_MEANS_STATION), stations);
     }
+    if (const FieldModel* type = model.unknownKind().field(RTCM2_MEANS_TYPE)) {
+        restrict(model.unknownKind(), where::valueAmong({type}, types.unknown));
+    }
     dropKinds();
     if (passingKinds.empty()) {
-        throw FilterError{"the chosen kinds of message name no station"};
+        throw FilterError{options.stations.empty()
+                              ? "--where holds for no message of an unknown type"
+                              : "the chosen kinds of message name no station"};
     }
     if (options.where.empty()) {
         return;
     }
     const std::vector<where::Condition> written = conditionsOf(options.where, passingKinds);
     for (std::size_t i = 0; i < written.size(); ++i) {
-        where::Condition& condition = conditions[passingKinds[i]->number()];
-        condition = where::allOf({condition, written[i]});
+        restrict(*passingKinds[i], written[i]);
     }
     dropKinds();
+}
+
+void MessageFilter::restrict(const KindModel& kind, const where::Condition& more)
+{
+    where::Condition& condition = conditions[kind.number()];
+    condition = where::allOf({condition, more});
 }
 
 void MessageFilter::dropKinds()

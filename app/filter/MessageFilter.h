@@ -9,9 +9,10 @@
 #include <vector>
 
 struct FilterOptions {
-    std::vector<std::string> kinds{};       // names, identifiers or type numbers; empty for all
-    std::vector<std::string> stations{};    // numbers; empty for all
-    std::string where{};                    // expression over fields; empty for none
+    // Names, identifiers or type numbers, also such as no kind has; empty for all.
+    std::vector<std::string> kinds{};
+    std::vector<std::string> stations{};         // numbers; empty for all
+    std::string where{};                         // expression over fields; empty for none
     std::vector<std::string> excludedKinds{};    // as kinds; taken away from these
 };
 
@@ -21,7 +22,8 @@ public:
     MessageFilter(const FormatModel& model, const FilterOptions& options);
 
     // The main kinds that can pass, in the order of the format; the others may be switched off in
-    // the decoder. Kinds whose messages can never fulfil the expression are not among them.
+    // the decoder. Kinds whose messages can never fulfil the expression are not among them. Last
+    // the unknown kind, unless there is an expression, which never holds for it.
     const std::vector<const KindModel*>& kinds() const { return passingKinds; }
 
     bool takesKind(const KindModel& kind) const
@@ -35,6 +37,7 @@ public:
     }
 
 private:
+    void restrict(const KindModel& kind, const where::Condition& more);
     void dropKinds();
 
     std::vector<const KindModel*> passingKinds;

@@ -1,12 +1,32 @@
 #include "format/FormatModel.h"
 
 #include "base/Names.h"
+#include "framing/Header.h"
 
-#include "FieldInfo.h"
 #include "FormatInfo.h"
 #include "MessageInfo.h"
 
 #include <algorithm>
+
+namespace {
+
+// A name in code as people would write it.
+std::string wordsOf(const char* name)
+{
+    std::string words = identifierOf(name);
+    std::replace(words.begin(), words.end(), '_', ' ');
+    return words;
+}
+
+bool standsInHeader(const FieldModel& field)
+{
+    constexpr int headerBits = static_cast<int>(framing::headerBytes) * 8;
+    const RTCM2_member_s& row = *field.row;
+    return row.role == RTCM2_ROLE_WIRE && row.first_bit >= 0 &&
+           row.first_bit + row.bits <= headerBits;
+}
+
+}    // namespace
 
 const FieldModel* KindModel::field(std::string_view nameOrIdentifier) const
 {
@@ -42,21 +62,21 @@ FormatModel::FormatModel(const FormatInfo* format)
     : formatName(format->getName().toStdString()),
       byNumber(static_cast<std::size_t>(RTCM2_last_kind()) + 1)
 {
+    for (std::int32_t number = 1; number <= RTCM2_last_kind(); ++number) {
+        addKind(*RTCM2_kind(number));
+    }
     for (const MessageInfo* info : format->getMessageInfos()) {
-        addKind(info);
+        const RTCM2_kind_s* const row = RTCM2_find_kind(info->getName().toUtf8().constData());
+        byNumber[static_cast<std::size_t>(row->kind)]->info = info;
     }
-    for (const MessageInfo* info : format->getSubMessageInfos()) {
-        addKind(info);
-    }
+    std::stable_sort(allKinds.begin(), allKinds.end(), [](const auto& a, const auto& b) {
+        return a->isMain != b->isMain ? a->isMain : a->typeNumber < b->typeNumber;
+    });
     for (const auto& kind : allKinds) {
         addFields(*kind);
         addQuantities(*kind);
     }
-}
-
-const KindModel* FormatModel::kindOf(const void* record) const
-{
-    return modelOf(RTCM2_kind_of(record));
+    describeUnknown();
 }
 
 const KindModel* FormatModel::modelOf(const RTCM2_kind_s* row) const
@@ -74,33 +94,45 @@ const KindModel* FormatModel::kind(std::string_view nameOrNumber) const
     return found != allKinds.end() ? found->get() : nullptr;
 }
 
-void FormatModel::addKind(const MessageInfo* info)
+void FormatModel::addKind(const RTCM2_kind_s& row)
 {
     auto kind = std::make_unique<KindModel>();
-    kind->info = info;
-    kind->name = info->getName().toStdString();
-    kind->row = RTCM2_find_kind(kind->name.c_str());
-    kind->text = info->getShortDescriptiveText().toStdString();
-    kind->isMain = info->isMain();
-    kind->typeNumber = kind->row->type;
-    byNumber[static_cast<std::size_t>(kind->row->kind)] = kind.get();
+    const bool isDescribed = *row.display != '\0';
+    kind->row = &row;
+    kind->name = isDescribed ? row.display : wordsOf(row.name);
+    kind->isMain = row.type >= 0;
+    kind->typeNumber = row.type;
+    if (kind->isMain) {
+        kind->text = *row.text != '\0' ? row.text : row.family;
+        describedKind = describedKind == nullptr && isDescribed ? &row : describedKind;
+    }
+    byNumber[static_cast<std::size_t>(row.kind)] = kind.get();
     allKinds.push_back(std::move(kind));
 }
 
 void FormatModel::addFields(KindModel& kind) const
 {
-    for (const FieldInfo* info : kind.info->getFieldInfos()) {
-        FieldModel field;
-        field.info = info;
-        field.index = static_cast<int>(kind.fields.size());
-        field.name = info->getName().toStdString();
-        field.row = RTCM2_find_member(kind.row, field.name.c_str());
-        RTCM2_compile_reader(field.row, &field.reader);
-        field.identifier = identifierOf(field.name);
-        field.unit = info->getUnit().toStdString();
-        field.element = modelOf(field.row->elements);
-        kind.fields.push_back(std::move(field));
+    for (std::uint32_t i = 0; i < kind.row->member_count; ++i) {
+        kind.fields.push_back(fieldOf(kind.row->members[i]));
+        kind.fields.back().index = static_cast<int>(i);
     }
+}
+
+// Kinds without names have the names of others where they share a member with them.
+FieldModel FormatModel::fieldOf(const RTCM2_member_s& row) const
+{
+    const RTCM2_member_s* named = &row;
+    if (*row.display == '\0' && describedKind != nullptr) {
+        named = RTCM2_find_member(describedKind, row.name);
+    }
+    FieldModel field;
+    field.row = &row;
+    RTCM2_compile_reader(&row, &field.reader);
+    field.name = named != nullptr && *named->display != '\0' ? named->display : wordsOf(row.name);
+    field.identifier = identifierOf(field.name);
+    field.unit = row.unit;
+    field.element = modelOf(row.elements);
+    return field;
 }
 
 void FormatModel::addQuantities(KindModel& kind)
@@ -117,4 +149,15 @@ void FormatModel::addQuantities(KindModel& kind)
         quantity.unit = row->unit;
         kind.quantities.push_back(std::move(quantity));
     }
+}
+
+void FormatModel::describeUnknown()
+{
+    const KindModel& like = *allKinds.front();
+    unknown.row = like.row;
+    unknown.name = "Unknown Type";
+    unknown.isUnknown = true;
+    std::copy_if(like.fields.begin(), like.fields.end(), std::back_inserter(unknown.fields),
+                 standsInHeader);
+    addQuantities(unknown);
 }

@@ -1,5 +1,5 @@
-// A format as the commands see it: descriptors for what people are told, and the row of each kind
-// and field for its values. Everything is looked up once, at the start.
+// A format as the commands see it: the row of each kind and field, with the names that people are
+// told. Everything is looked up once, at the start.
 #pragma once
 
 #include "RTCM2_reader.h"
@@ -10,7 +10,6 @@
 #include <string_view>
 #include <vector>
 
-class FieldInfo;
 class FormatInfo;
 class MessageInfo;
 
@@ -19,8 +18,7 @@ struct KindModel;
 // One field of a kind, or the quantity that its integer means, which is a field of its own with a
 // name of its own.
 struct FieldModel {
-    const FieldInfo* info = nullptr;    // of a quantity that of the field
-    int index = 0;                      // likewise
+    int index = 0;    // of a quantity that of the field
     const RTCM2_member_s* row = nullptr;
     RTCM2_reader_s reader{};                              // of the row
     std::optional<RTCM2_quantity_reader_s> quantity{};    // set in a quantity
@@ -71,20 +69,20 @@ struct FieldModel {
     }
 };
 
-// One message kind. A main kind of a format with type numbers has one, taken from the value that
-// identifies it.
+// One message kind, or all messages of no kind, of which only the header is known.
 struct KindModel {
-    const MessageInfo* info = nullptr;
-    const RTCM2_kind_s* row = nullptr;
+    const MessageInfo* info = nullptr;    // null where the plug-in tells hosts nothing of the kind
+    const RTCM2_kind_s* row = nullptr;    // where it is unknown, that of a kind with this header
     std::string name;
     std::string text;    // short description; empty where there is none
     bool isMain = true;
-    int typeNumber = -1;
+    bool isUnknown = false;
+    int typeNumber = -1;    // of a main kind
     std::vector<FieldModel> fields;
     std::vector<FieldModel> quantities;    // of those fields that have one
 
-    // Number of the kind, from 1 to RTCM2_last_kind().
-    std::size_t number() const { return static_cast<std::size_t>(row->kind); }
+    // Number of the kind, from 1 to RTCM2_last_kind(); 0 where it is unknown.
+    std::size_t number() const { return isUnknown ? 0 : static_cast<std::size_t>(row->kind); }
     // The field or quantity of this display name or identifier, regardless of case; null when there
     // is none.
     const FieldModel* field(std::string_view nameOrIdentifier) const;
@@ -102,21 +100,27 @@ public:
     FormatModel& operator=(const FormatModel&) = delete;
 
     const std::string& name() const { return formatName; }
-    // Main kinds, then sub-message kinds, each in the order of their registration.
+    // Main kinds by their type, then sub-message kinds by their number.
     const std::vector<std::unique_ptr<KindModel>>& kinds() const { return allKinds; }
-    // The kind of a record; null for one that hosts are not told of.
-    const KindModel* kindOf(const void* record) const;
+    // Not one of the kinds.
+    const KindModel& unknownKind() const { return unknown; }
+    // The kind of a record; null for a record of none.
+    const KindModel* kindOf(const void* record) const { return modelOf(RTCM2_kind_of(record)); }
+    const KindModel* modelOf(const RTCM2_kind_s* row) const;
     // The kind of this name, identifier or type number, regardless of case; null when there is
     // none.
     const KindModel* kind(std::string_view nameOrNumber) const;
 
 private:
-    void addKind(const MessageInfo* info);
+    void addKind(const RTCM2_kind_s& row);
     void addFields(KindModel& kind) const;
+    FieldModel fieldOf(const RTCM2_member_s& row) const;
     static void addQuantities(KindModel& kind);
-    const KindModel* modelOf(const RTCM2_kind_s* row) const;
+    void describeUnknown();
 
     std::string formatName;
     std::vector<std::unique_ptr<KindModel>> allKinds;
-    std::vector<const KindModel*> byNumber;    // by the number of the kind; null for others
+    std::vector<KindModel*> byNumber;               // by the number of the kind
+    const RTCM2_kind_s* describedKind = nullptr;    // the first main kind with names for people
+    KindModel unknown;
 };

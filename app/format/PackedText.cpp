@@ -1,6 +1,10 @@
 #include "format/PackedText.h"
 
+#include <algorithm>
+
 namespace {
+
+constexpr const char* hexDigits = "0123456789abcdef";
 
 bool bitAt(std::span<const std::uint8_t> packed, std::size_t position)
 {
@@ -24,10 +28,31 @@ bool isUsualFill(std::span<const std::uint8_t> packed, std::size_t begin)
 
 void appendHex(std::string& text, std::span<const std::uint8_t> packed)
 {
-    constexpr const char* digits = "0123456789abcdef";
     for (const std::uint8_t byte : packed) {
-        text += digits[byte >> 4];
-        text += digits[byte & 15];
+        text += hexDigits[byte >> 4];
+        text += hexDigits[byte & 15];
+    }
+}
+
+void appendByteLines(Text& text, std::span<const std::uint8_t> bytes, std::string_view indent)
+{
+    constexpr std::size_t perLine = 16;
+    for (std::size_t begin = 0; begin < bytes.size(); begin += perLine) {
+        const auto line = bytes.subspan(begin, std::min(perLine, bytes.size() - begin));
+        text.append(indent);
+        text.append("0x");
+        text.append(hexDigits[begin >> 4 & 15]);
+        text.append(hexDigits[begin & 15]);
+        for (std::size_t i = 0; i < perLine; ++i) {
+            text.append(i % 4 == 0 ? "  " : " ");
+            text.append(i < line.size() ? hexDigits[line[i] >> 4] : ' ');
+            text.append(i < line.size() ? hexDigits[line[i] & 15] : ' ');
+        }
+        text.append("  ");
+        for (const std::uint8_t byte : line) {
+            text.append(byte >= ' ' && byte <= '~' ? static_cast<char>(byte) : '.');
+        }
+        text.append('\n');
     }
 }
 

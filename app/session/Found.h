@@ -12,7 +12,7 @@
 struct Found {
     enum class What : std::uint8_t {
         message,        // decoded
-        unreported,     // decoded, but of a kind that the decoder reports to nobody
+        unreported,     // decoded through the table, since the decoder reports its kind to nobody
         damaged,        // bad parity, or bytes where a message had to begin
         truncated,      // the input ends inside a message
         unknownType,    // a message of no kind that the decoder knows
@@ -24,17 +24,21 @@ struct Found {
     std::uint64_t begin = 0;     // byte of the input in which it begins
     std::uint64_t end = 0;       // one past the byte in which it ends
 
-    // Of a message:
+    // Of a message, and of one of unknown type with the unknown kind:
     const KindModel* kind = nullptr;
     const void* record = nullptr;
-    MessageReference message;    // holds the record
+    MessageReference message;    // holds the record, where the decoder reports the kind
     std::size_t bits = 0;        // of the packed message that the kind's layout consumed
 
-    std::string text;    // what is wrong, for people; empty for messages
+    std::int32_t result = 0;    // the decoder's
+    std::string text;           // what is wrong, as it is known inside; empty for messages
 
     // The packed message as it was decoded, or would have been; valid while a sink takes it.
     std::span<const std::uint8_t> bytes;
-};
 
-// What was found, for people: "damaged message".
-const char* nameOf(Found::What what);
+    // Whether there is a record to show.
+    bool hasRecord() const
+    {
+        return what == What::message || what == What::unreported || what == What::unknownType;
+    }
+};

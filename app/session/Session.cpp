@@ -3,11 +3,13 @@
 #include "base/InputFile.h"
 #include "base/Interrupt.h"
 #include "filter/MessageFilter.h"
+#include "framing/Header.h"
 
 Session::Session(const FormatModel& model, DecoderDriver& driver,
                  const MessageFilter& messageFilter, ReaderFactory makeReader)
     : formatModel(model), decoderDriver(driver), filter(messageFilter),
-      readerFactory(std::move(makeReader))
+      readerFactory(std::move(makeReader)),
+      troubles(model, [this](const std::string& line) { tellAlong(line); })
 {
 }
 
@@ -59,6 +61,7 @@ void Session::readInput()
     isFinished = false;
     progress->begin(input->name(), input->size());
     sink->beginInput(input->name());
+    troubles.beginInput(input->name());
     {
         FrameQueue frames([this](FrameBatch& batch) { fill(batch); }, !input->isLive());
         const FrameBatch* batch = &frames.next();
@@ -70,6 +73,7 @@ void Session::readInput()
             batch = &frames.next();
         }
     }
+    troubles.endInput();
     progress->erase();
     const ReaderCounters counters = reader->counters();
     if (reader->problem().empty() && (input->problem().empty() || counters.bytesRead > 0)) {
@@ -170,24 +174,20 @@ bool Session::decode(std::span<const std::uint8_t> bytes, bool isRecording)
     Outcome outcome =
         isRecording ? decoderDriver.extract(bytes, options.mode) : decoderDriver.decode(bytes);
     found.bytes = outcome.packed;
+    found.result = outcome.result;
     switch (outcome.kind) {
     case Outcome::Kind::message:
         return takeMessage(outcome);
     case Outcome::Kind::switchedOff:    // by the filter
         return false;
     case Outcome::Kind::unreported:
-        found.what = Found::What::unreported;
-        break;
+        return takeUnreported(outcome);
     case Outcome::Kind::unknownType:
-        found.what = Found::What::unknownType;
-        found.text = outcome.text.toStdString();
-        break;
+        return takeUnknown(outcome);
     case Outcome::Kind::misfit:
-        found.what = Found::What::misfit;
-        found.text = outcome.text.toStdString();
         break;
     }
-    return true;
+    return takeMisfit(outcome);
 }
 
 bool Session::takeMessage(Outcome& outcome)
@@ -204,18 +204,71 @@ bool Session::takeMessage(Outcome& outcome)
     return true;
 }
 
-// Says what gave no message, and stops there if that is wanted.
+bool Session::takeUnreported(const Outcome& outcome)
+{
+    const KindModel* const kind = kindOfHeader();
+    const std::int32_t bits =
+        kind != nullptr ? tableRecord.decode(*kind->row, found.bytes) : RTCM2_ERR_INVALID_MESSAGE;
+    if (bits < 0) {
+        return takeMisfit(outcome);
+    }
+    found.what = Found::What::unreported;
+    found.kind = kind;
+    found.record = tableRecord.get();
+    found.bits = static_cast<std::size_t>(bits);
+    return filter.takes(found.record, *kind);
+}
+
+// Of its content nothing is known: the header is decoded as that of another kind.
+bool Session::takeUnknown(const Outcome& outcome)
+{
+    if (found.bytes.size() < framing::headerBytes) {
+        return takeMisfit(outcome);
+    }
+    found.what = Found::What::unknownType;
+    found.text = outcome.text.toStdString();
+    found.kind = &formatModel.unknownKind();
+    tableRecord.decode(*found.kind->row, found.bytes.first(framing::headerBytes));
+    found.record = tableRecord.get();
+    found.bits = found.bytes.size() * 8;
+    return filter.takes(found.record, *found.kind);
+}
+
+bool Session::takeMisfit(const Outcome& outcome)
+{
+    found.what = Found::What::misfit;
+    found.text = outcome.text.isEmpty() ? "no message" : outcome.text.toStdString();
+    const KindModel* const kind = kindOfHeader();
+    return kind == nullptr || filter.takesKind(*kind);
+}
+
+// By the type that the header of the message in work names; null where that is of no kind.
+const KindModel* Session::kindOfHeader() const
+{
+    return found.bytes.size() < framing::headerBytes
+               ? nullptr
+               : formatModel.modelOf(RTCM2_kind_of_type(
+                     static_cast<std::int32_t>(framing::headerOf(found.bytes).type)));
+}
+
+// Says what gave no message, and stops there if that is wanted. What the sink shows needs no more
+// words.
 void Session::tellTrouble()
 {
     stopped = options.onError == OnError::stop;
-    if (!stopped && (options.onError == OnError::skip || options.quiet)) {
-        return;
+    const bool isShown = found.what == Found::What::unknownType && sink->counts(found);
+    if (stopped || (options.onError == OnError::report && !options.quiet && !isShown)) {
+        troubles.add(found);
     }
+}
+
+// Behind the results that came before.
+void Session::tellAlong(const std::string& text)
+{
     if (options.showsResults) {
         sink->pause();
     }
-    tell(input->name() + ": message " + std::to_string(found.number) + " at byte " +
-         std::to_string(found.begin) + ": " + nameOf(found.what) + ": " + found.text);
+    tell(text);
 }
 
 void Session::tell(const std::string& text)

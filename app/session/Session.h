@@ -7,6 +7,8 @@
 #include "plugin/DecoderDriver.h"
 #include "session/FrameQueue.h"
 #include "session/Sink.h"
+#include "session/TableRecord.h"
+#include "session/Troubles.h"
 
 #include <cstdint>
 #include <functional>
@@ -57,7 +59,12 @@ private:
     void take(const FrameBatch& batch, const FrameBatch::Entry& entry);
     bool decode(std::span<const std::uint8_t> bytes, bool isRecording);
     bool takeMessage(Outcome& outcome);
+    bool takeUnreported(const Outcome& outcome);
+    bool takeUnknown(const Outcome& outcome);
+    bool takeMisfit(const Outcome& outcome);
+    const KindModel* kindOfHeader() const;
     void tellTrouble();
+    void tellAlong(const std::string& text);
     void tell(const std::string& text);
     ExitStatus statusOfEnd(bool allReadable) const;
     bool isDone() const;
@@ -69,7 +76,9 @@ private:
 
     SessionOptions options;
     Sink* sink = nullptr;
-    Found found;                  // in work
+    Found found;                // in work
+    TableRecord tableRecord;    // of what is in work, where the decoder gives none
+    Troubles troubles;
     std::uint64_t good = 0;       // messages of any kind, decodable or not
     std::uint64_t counted = 0;    // of what was found, what counts for the sink
     bool stopped = false;         // at trouble

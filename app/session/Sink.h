@@ -12,8 +12,8 @@ class Sink {
 public:
     virtual ~Sink() = default;
 
-    // Whether what was found counts for --max.
-    virtual bool counts(const Found& found) const { return found.what == Found::What::message; }
+    // Whether what was found counts for --max: what the sink shows. It is told nowhere else then.
+    virtual bool counts(const Found& found) const { return found.hasRecord(); }
 
     // What was found, in its order. Messages have passed the filter.
     virtual void take(const Found& found) = 0;
@@ -41,7 +41,7 @@ public:
 
     void take(const Found& found) final
     {
-        if (found.what == Found::What::message) {
+        if (found.hasRecord()) {
             print(found, text);
             if (text.size() >= bytesAtOnce) {
                 writeOut();
@@ -57,6 +57,7 @@ public:
     bool isDone() const override { return output.failed(); }
 
 protected:
+    // A message of a kind that was announced, or of the unknown kind.
     virtual void print(const Found& message, Text& target) = 0;
 
     Output& output;

@@ -13,8 +13,8 @@ void ConvertCommand::declare(CLI::App& program)
         ->required()
         ->check(CLI::IsMember({"stream", "packed", "hex", "words"}));
     app->add_flag("--known-only", knownOnly,
-                  "Leave out messages of unknown types and of types that are decoded but not "
-                  "shown. They are copied unless --type, --station or --where is given");
+                  "Leave out messages of unknown types and of types that the decoder reports to "
+                  "nobody");
     app->add_flag("--keep-undecodable", keepsUndecodable,
                   "Also copy messages of known types whose content does not fit. Not together "
                   "with --type, --station or --where");
@@ -31,7 +31,6 @@ ExitStatus ConvertCommand::run(Host& host)
 {
     const InputForm to = *inputFormOf(form);
     requireNoBinaryOnTerminal(form, reading.output);
-    // With --except, what is of no known type is not of the types that are left out.
     const bool hasFilter = !reading.filter.kinds.empty() || !reading.filter.stations.empty() ||
                            !reading.filter.where.empty();
     if (hasFilter && keepsUndecodable) {
@@ -39,7 +38,7 @@ ExitStatus ConvertCommand::run(Host& host)
                          "cannot be decoded passes none of them"};
     }
     const CopyOptions options{
-        .form = to, .copiesUnknown = !hasFilter && !knownOnly, .copiesMisfits = keepsUndecodable};
+        .form = to, .copiesUnknown = !knownOnly, .copiesMisfits = keepsUndecodable};
     return runSession(host, reading, [&](Output& output, const MessageFilter&) {
         return std::make_unique<CopySink>(output, options);
     });

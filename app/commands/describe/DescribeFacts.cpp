@@ -1,7 +1,5 @@
 #include "commands/describe/DescribeFacts.h"
 
-#include "FieldInfo.h"
-#include "MessageInfo.h"
 #include "format/FieldText.h"
 
 namespace describe {
@@ -30,11 +28,11 @@ std::vector<Carrier> carriersOf(const FormatModel& format, const KindModel& kind
 
 std::vector<Discriminant> discriminantsOf(const KindModel& kind)
 {
-    std::vector<Discriminant> discriminants;
-    for (const auto& [field, value] : kind.info->getDiscriminantValues()) {
-        discriminants.push_back({field->getName().toStdString(), value.toUnsigned()});
+    const FieldModel* const type = kind.isMain ? kind.field(RTCM2_MEANS_TYPE) : nullptr;
+    if (type == nullptr) {
+        return {};
     }
-    return discriminants;
+    return {{type->name, static_cast<std::uint64_t>(kind.typeNumber)}};
 }
 
 const char* typeName(const FieldModel& field)

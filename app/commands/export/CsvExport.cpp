@@ -54,7 +54,7 @@ CsvFiles::CsvFiles(std::string path, CsvTables kindTables, CsvOutputs& outputs)
 
 void CsvFiles::take(const Found& found)
 {
-    if (found.what == Found::What::message) {
+    if (found.hasRecord()) {
         rows.clear();
         tables.at(found.kind).appendRows(rows, input, found);
         fileOf(*found.kind).write(rows.view());

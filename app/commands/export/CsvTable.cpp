@@ -53,7 +53,7 @@ void appendInteger(Text& text, const FieldModel& field, const void* record, unsi
 }    // namespace
 
 CsvTable::CsvTable(const KindModel& tableKind, const CsvOptions& csvOptions)
-    : kind(tableKind), options(csvOptions)
+    : kind(tableKind), options(csvOptions), withHex(options.withHex || kind.isUnknown)
 {
     if (!options.rows.empty()) {
         rowField = elementField(kind, options.rows);
@@ -122,7 +122,7 @@ std::string CsvTable::header() const
             append(name + " text");
         }
     }
-    if (options.withHex) {
+    if (withHex) {
         append("Hex");
     }
     text.cut(text.size() - 1);
@@ -165,7 +165,7 @@ void CsvTable::appendRow(Text& text, const std::string& input, const Found& foun
             appendMeanings(text, *column.field, record);
         }
     }
-    if (options.withHex) {
+    if (withHex) {
         std::string digits;
         appendHex(digits, found.bytes);
         text.append(options.separator);

@@ -54,6 +54,7 @@ private:
 
     const KindModel& kind;
     const CsvOptions& options;
+    bool withHex;
     const FieldModel* rowField = nullptr;
     std::vector<Column> columns;
 };

@@ -21,7 +21,9 @@ JsonExport::JsonExport(Output& out, JsonOptions jsonOptions,
 {
     for (const KindModel* kind : kinds) {
         plans[kind->number()] = {(options.asArray ? ",\n" : "") + std::string("{\"kind\":") +
-                                     jsonString(kind->name) + ",\"number\":",
+                                     (kind->isUnknown ? "null" : jsonString(kind->name)) +
+                                     ",\"number\":",
+                                 kind->isUnknown ? ",\"header\":" : ",\"fields\":",
                                  JsonPlan(chosenFields(*kind, options.fields, options.values))};
     }
 }
@@ -41,7 +43,7 @@ void JsonExport::print(const Found& found, Text& target)
     target.append(",\"byte\":");
     appendUnsigned(target, found.begin);
     target.append(input);
-    target.append(",\"fields\":");
+    target.append(plan.fieldsKey);
     plan.fields.appendValues(target, found.record);
     if (options.withTexts) {
         target.append(",\"texts\":");
@@ -52,7 +54,7 @@ void JsonExport::print(const Found& found, Text& target)
     if (!bits.empty()) {
         appendMember(target, ",\"fill\":\"", bits);
     }
-    if (options.withHex) {
+    if (options.withHex || found.kind->isUnknown) {
         std::string digits;
         appendHex(digits, found.bytes);
         appendMember(target, ",\"hex\":\"", digits);

@@ -26,7 +26,8 @@ public:
 
 private:
     struct KindPlan {
-        std::string head;    // the object up to the message's number
+        std::string head;                // the object up to the message's number
+        std::string_view fieldsKey{};    // with the comma before and the colon behind it
         JsonPlan fields;
     };
 

@@ -1,6 +1,7 @@
 #include "commands/list/ListView.h"
 
 #include "format/FieldText.h"
+#include "format/PackedText.h"
 
 #include <algorithm>
 
@@ -84,6 +85,12 @@ void ListView::print(const Found& found, Text& target)
             options.interpreted ? appendInterpreted(target, path, found.record, false)
                                 : appendRaw(target, path, found.record);
         }
+        target.append(options.separator);
+    }
+    if (found.kind->isUnknown && options.fields.empty()) {
+        std::string digits;
+        appendHex(digits, found.bytes);
+        target.append(digits);
         target.append(options.separator);
     }
     target.cut(std::max(begin, target.size() - options.separator.size()));

@@ -1,6 +1,7 @@
 #include "commands/show/ShowView.h"
 
 #include "format/FieldText.h"
+#include "format/PackedText.h"
 
 #include <algorithm>
 
@@ -31,6 +32,9 @@ void ShowView::print(const Found& found, Text& target)
 {
     printHead(found, target);
     printFields(*found.kind, found.record, "  ", target);
+    if (found.kind->isUnknown) {
+        appendByteLines(target, found.bytes, "  ");
+    }
     target.append('\n');
 }
 
