@@ -5,6 +5,7 @@
 #include "filter/MessageFilter.h"
 #include "plugin/DecoderDriver.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -64,12 +65,36 @@ std::optional<std::vector<bool>> answers(const std::string& text)
     }
 }
 
+// Of a condition in brackets, each element must give the answer for itself that they give together.
+void askElements(const std::string& text)
+try {
+    const Host& host = filtered().host;
+    const MessageFilter filter(host.model, {.where = text});
+    for (const Outcome& message : filtered().messages) {
+        const KindModel& kind = *host.model.kindOf(message.record);
+        for (const FieldModel& field : kind.fields) {
+            const bool anyElement =
+                field.element != nullptr && field.anyElement(message.record, [&](const void* one) {
+                    return filter.takesElement(one, message.record, kind);
+                });
+            promise(4, field.element == nullptr || anyElement == filter.takes(message.record, kind),
+                    "elements answer otherwise than their message");
+        }
+    }
+} catch (const FilterError&) {
+    return;
+}
+
 }    // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string text(reinterpret_cast<const char*>(data), size);
     const auto plain = answers(text);
+    if (text.find(']') == text.npos) {
+        askElements("Corrections[" + text + "]");
+        askElements("Data[" + text + "]");
+    }
     const auto negated = answers("not (" + text + ")");
     if (plain && negated) {
         for (std::size_t i = 0; i < plain->size(); ++i) {

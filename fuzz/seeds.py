@@ -17,9 +17,11 @@ Corrections.PRC < -100 or "Station Health" == "Not Working" or Message ~ storm
 Corrections.PRC < -420 and "Sequence No." == 0
 !(Ns >= 0x1f) || Corrections.UDRE != 'LT 1 m' && Data.Carrier_Phase <= -1.5e3
 present(Corrections.RRC)
+Corrections[Satellite == G05 and PRC_m < -4.5 and not present(Time_Of_Day_s)] and Modified_Z_Count_s != 1.8e3
+Satellite ~ "R0" or RRC_m_per_s >= -0.0020 and !(PRC_m == 0x1f)
 Station_Health contains "udre" or ECEF_X = 12
 """.splitlines()
-OPERATORS = "( ) . == != <= >= < > ~ contains and or not present && || ! \" ' \\ 0x1f 1e3 -".split()
+OPERATORS = "( ) [ ] . == != <= >= < > ~ contains and or not present && || ! \" ' \\ 0x1f 1e3 -".split()
 JSON_WORDS = ['"kind":', '"fields":', '"fill":', '"hex":', '{"', '":', '},{', '[', ']', '\\u0000',
               'null', 'true', '-1', '1e308', '18446744073709551615', '0.5', '\\n{']
 FORMS = ["stream", "auto", "packed", "hex", "words"]    # in the order of forms.cpp

@@ -365,6 +365,24 @@ TEST_F(ExportTest, CsvRowsRepeatTheFieldsOfTheMessage)
                   ",1,0,2,2,6604058ca32023fed40581ff7fff807faaaa\n");
 }
 
+TEST_F(ExportTest, CsvRowsMeetTheConditionByThemselves)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"Corrections.PRC < 0", "1,0,-300\n"},
+        {"Corrections[PRC < 0 or Satellite == G31] and Ns == 2", "1,0,-300\n1,0,32767\n"},
+        {"not Corrections.PRC == 7 and (Ns == 3 or Corrections.PRC > 0)", "1,0,32767\n"},
+        {"Corrections[PRC < 0] and Corrections[PRC > 0]", ""},
+    };
+    for (const auto& [condition, rows] : cases) {
+        app.filterOptions.where = condition;
+        const MessageFilter filter(app.host.model, app.filterOptions);
+        EXPECT_EQ(csv({twoCorrections()}, {"1"},
+                      {.fields = {"Corrections.PRC"}, .rows = "Corrections", .filter = &filter}),
+                  std::string("No.,Byte,Corrections.PRC\n") + rows)
+            << condition;
+    }
+}
+
 TEST_F(ExportTest, CsvLeavesAbsentFieldsEmpty)
 {
     EXPECT_EQ(csv({packed(22, 1, {0xFF, 0, 0}), packed(22, 2, {1, 0, 0, 0x20, 0, 7})}, {"22"},

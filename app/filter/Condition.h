@@ -11,9 +11,14 @@ struct Condition {
     // The result when it is the same for all messages of the kind.
     std::optional<bool> constant{};
     // Otherwise tells it for a record, which must be of the kind that the condition was made for.
-    std::function<bool(const void* record)> test{};
+    // What is said of elements is asked of this one of the record, or, without one, of all of them,
+    // any of which may meet it.
+    std::function<bool(const void* record, const void* element)> test{};
 
-    bool holds(const void* record) const { return constant ? *constant : test(record); }
+    bool holds(const void* record, const void* element = nullptr) const
+    {
+        return constant ? *constant : test(record, element);
+    }
 };
 
 Condition negationOf(Condition part);

@@ -3,7 +3,9 @@
 #include "base/NearestName.h"
 #include "filter/ExpressionError.h"
 #include "filter/FieldCondition.h"
+#include "filter/OneElement.h"
 #include "filter/Syntax.h"
+#include "format/FieldPath.h"
 
 #include <algorithm>
 
@@ -13,6 +15,12 @@ namespace {
 
 using Kinds = std::vector<const KindModel*>;
 using Conditions = std::vector<Condition>;    // one for each kind
+
+// Where names are looked up.
+struct Scope {
+    Kinds kinds;
+    std::string array{};    // in brackets the name of the field that holds the elements
+};
 
 std::string listOf(std::vector<std::string> names)
 {
@@ -47,13 +55,14 @@ std::vector<std::string> longerPaths(const std::string& name, const Kinds& kinds
     return paths;
 }
 
-// The names that the next one of the path could have had.
-std::vector<std::string> namesBehind(std::size_t known, const std::vector<FieldLookup>& lookups)
+// The names that the next one of the path could have had, of fields or of quantities.
+std::vector<std::string> namesBehind(std::size_t known, const std::vector<FieldLookup>& lookups,
+                                     std::vector<FieldModel> KindModel::*list)
 {
     std::vector<std::string> names;
     for (const FieldLookup& lookup : lookups) {
         if (lookup.known == known && lookup.holder != nullptr) {
-            for (const FieldModel& field : lookup.holder->fields) {
+            for (const FieldModel& field : lookup.holder->*list) {
                 names.push_back(quotedIfNeeded(field.name));
             }
         }
@@ -63,49 +72,72 @@ std::vector<std::string> namesBehind(std::size_t known, const std::vector<FieldL
 
 // Speaks of the kinds that have most of the path.
 Problem unknownName(const std::vector<Token>& path, const std::vector<FieldLookup>& lookups,
-                    const Kinds& kinds)
+                    const Scope& scope)
 {
     std::size_t known = 0;
     for (const FieldLookup& lookup : lookups) {
         known = std::max(known, lookup.known);
     }
     const Token& missing = path[known];
-    const std::vector<std::string> names = namesBehind(known, lookups);
-    const std::string before = known == 0 ? "" : "'" + path[known - 1].text + "'";
+    const std::vector<std::string> names = namesBehind(known, lookups, &KindModel::fields);
+    const std::string& before = known == 0 ? scope.array : path[known - 1].text;
     if (names.empty()) {
-        return {missing.place, before + " has no parts", "expected a comparison, no dot"};
+        return {missing.place, "'" + before + "' has no parts", "expected a comparison, no dot"};
     }
     std::vector<std::string> meant;
     if (known == 0) {
-        meant = longerPaths(missing.text, kinds);
+        meant = longerPaths(missing.text, scope.kinds);
     }
     if (meant.empty()) {
-        meant = nearestNames(missing.text, names);
+        std::vector<std::string> candidates = namesBehind(known, lookups, &KindModel::quantities);
+        candidates.insert(candidates.begin(), names.begin(), names.end());
+        meant = nearestNames(missing.text, candidates);
     }
-    const std::string where =
-        known == 0 ? "no message that can pass has a field '" : before + " has no part '";
+    const std::string where = before.empty() ? "no message that can pass has a field '"
+                                             : "'" + before + "' has no part '";
     return {missing.place, where + missing.text + "'",
             meant.empty() ? listOf(names) : suggestion(meant)};
 }
 
-// Kinds that do not have the field, or not so, never fulfil the condition.
-Conditions fieldConditions(const SyntaxNode& node, const Kinds& kinds)
+// One for each kind, at least one of which has the field.
+std::vector<FieldLookup> lookUps(const std::vector<Token>& path, const Scope& scope)
 {
     std::vector<std::string_view> names;
-    for (const Token& name : node.path) {
+    for (const Token& name : path) {
         names.push_back(name.text);
     }
-    Conditions conditions(kinds.size(), {.constant = false});
     std::vector<FieldLookup> lookups;
+    for (const KindModel* kind : scope.kinds) {
+        lookups.push_back(lookUp(*kind, names));
+    }
+    if (std::none_of(lookups.begin(), lookups.end(),
+                     [&](const FieldLookup& lookup) { return lookup.known == names.size(); })) {
+        throw unknownName(path, lookups, scope);
+    }
+    return lookups;
+}
+
+// A part of elements is asked of them as in brackets.
+Condition conditionOn(const KindModel& kind, const FieldPath& path, const SyntaxNode& node)
+{
+    return path.part == nullptr ? fieldCondition(kind, *path.field, node)
+                                : elementCondition(*path.field, fieldCondition(*path.field->element,
+                                                                               *path.part, node));
+}
+
+// Kinds that do not have the field, or not so, never fulfil the condition.
+Conditions fieldConditions(const SyntaxNode& node, const Scope& scope)
+{
+    const std::vector<FieldLookup> lookups = lookUps(node.path, scope);
+    Conditions conditions(lookups.size(), {.constant = false});
     std::optional<Problem> firstProblem;
     bool makesSense = false;
-    for (std::size_t i = 0; i < kinds.size(); ++i) {
-        lookups.push_back(lookUp(*kinds[i], names));
-        if (lookups.back().known < names.size()) {
+    for (std::size_t i = 0; i < lookups.size(); ++i) {
+        if (lookups[i].known < node.path.size()) {
             continue;
         }
         try {
-            conditions[i] = fieldCondition(*kinds[i], lookups.back().path, node);
+            conditions[i] = conditionOn(*scope.kinds[i], lookups[i].path, node);
             makesSense = true;
         } catch (const Problem& problem) {
             if (!firstProblem) {
@@ -114,19 +146,44 @@ Conditions fieldConditions(const SyntaxNode& node, const Kinds& kinds)
         }
     }
     if (!makesSense) {
-        throw firstProblem ? *firstProblem : unknownName(node.path, lookups, kinds);
+        throw *firstProblem;
     }
     return conditions;
 }
 
-Conditions conditionsOf(const SyntaxNode& node, const Kinds& kinds);
+Conditions conditionsOf(const SyntaxNode& node, const Scope& scope);
 
-Conditions chainedConditions(const SyntaxNode& node, const Kinds& kinds)
+// What stands in brackets is about the kinds of elements.
+Conditions bracketConditions(const SyntaxNode& node, const Scope& scope)
 {
-    std::vector<Conditions> partsOfKinds(kinds.size());
+    const std::vector<FieldLookup> lookups = lookUps(node.path, scope);
+    Scope inner{.kinds = {}, .array = node.path.back().text};
+    for (const FieldLookup& lookup : lookups) {
+        if (lookup.known == node.path.size() && lookup.holder != nullptr) {
+            inner.kinds.push_back(lookup.holder);
+        }
+    }
+    if (inner.kinds.empty()) {
+        throw Problem{node.sign.place, "'" + inner.array + "' has no parts",
+                      "expected a comparison, no bracket"};
+    }
+    Conditions ofElements = conditionsOf(node.parts.front(), inner);
+    Conditions conditions(lookups.size(), {.constant = false});
+    auto next = ofElements.begin();
+    for (std::size_t i = 0; i < lookups.size(); ++i) {
+        if (lookups[i].known == node.path.size() && lookups[i].holder != nullptr) {
+            conditions[i] = elementCondition(*lookups[i].path.field, std::move(*next++));
+        }
+    }
+    return conditions;
+}
+
+Conditions chainedConditions(const SyntaxNode& node, const Scope& scope)
+{
+    std::vector<Conditions> partsOfKinds(scope.kinds.size());
     for (const SyntaxNode& part : node.parts) {
-        Conditions conditions = conditionsOf(part, kinds);
-        for (std::size_t i = 0; i < kinds.size(); ++i) {
+        Conditions conditions = conditionsOf(part, scope);
+        for (std::size_t i = 0; i < conditions.size(); ++i) {
             partsOfKinds[i].push_back(std::move(conditions[i]));
         }
     }
@@ -138,10 +195,11 @@ Conditions chainedConditions(const SyntaxNode& node, const Kinds& kinds)
     return result;
 }
 
-Conditions conditionsOf(const SyntaxNode& node, const Kinds& kinds)
+Conditions conditionsOf(const SyntaxNode& node, const Scope& scope)
 {
-    Conditions conditions =
-        node.parts.empty() ? fieldConditions(node, kinds) : chainedConditions(node, kinds);
+    Conditions conditions = node.kind == SyntaxNode::Kind::elements ? bracketConditions(node, scope)
+                            : node.parts.empty()                    ? fieldConditions(node, scope)
+                                                 : chainedConditions(node, scope);
     if (node.isNegated) {
         for (Condition& condition : conditions) {
             condition = negationOf(std::move(condition));
@@ -158,7 +216,10 @@ std::vector<where::Condition> conditionsOf(std::string_view expression,
                                            const std::vector<const KindModel*>& kinds)
 {
     try {
-        return where::conditionsOf(where::parseExpression(expression), kinds);
+        const where::SyntaxNode root = where::parseExpression(expression);
+        std::vector<where::Condition> conditions = where::conditionsOf(root, {.kinds = kinds});
+        where::requireOneElement(root);
+        return conditions;
     } catch (const where::Problem& problem) {
         throw where::errorAt(expression, problem);
     }

@@ -7,11 +7,17 @@
 //   word of letters, digits and "_" stands in quotes, double or single ones; a backslash takes the
 //   next character as it is. Parts of sub-messages follow behind a dot. A comparison holds when it
 //   does for any element, and for any value of a repeated field.
+// - FIELD[CONDITION] holds when any one element of a field of sub-messages meets the whole
+//   condition, in which names are those of its parts. Corrections.PRC < 0 is short for
+//   Corrections[PRC < 0]. Where it makes a difference whether one element has to meet two
+//   conditions, the short form is refused.
 // - Comparisons: == (or =), !=, <, <=, >, >=, ~ (or contains). A field that the message's kind
-//   does not have, or that is absent, makes them false; present(FIELD) asks for it.
+//   does not have, or that is absent, makes them false, != like all others; present(FIELD) asks for
+//   it. So does a quantity where the message says that there is none.
 // - Values: numbers such as 12, -3, 0.5, 1e3, 0x1f are compared with raw values; texts, in quotes
 //   or one word, with the texts of coded values, regardless of case: == and != with the whole text,
-//   ~ with any piece of it. For text fields == and != regard case, ~ does not.
+//   ~ with any piece of it. For text fields == and != regard case, ~ does not. Quantities are
+//   compared exactly; the names of satellites are texts in any case of letters.
 // - not (or !) binds more tightly than and (or &&), which does so more tightly than or (or ||).
 #pragma once
 

@@ -1,7 +1,9 @@
 #include "filter/FieldCondition.h"
 
 #include "base/Characters.h"
+#include "filter/Comparing.h"
 #include "filter/ExpressionError.h"
+#include "filter/QuantityCondition.h"
 #include "format/FieldText.h"
 
 #include <QString>
@@ -13,50 +15,28 @@ namespace where {
 
 namespace {
 
-bool satisfies(Comparison comparison, std::partial_ordering order)
-{
-    switch (comparison) {
-    case Comparison::equal:
-        return std::is_eq(order);
-    case Comparison::notEqual:
-        return std::is_neq(order);
-    case Comparison::less:
-        return std::is_lt(order);
-    case Comparison::lessOrEqual:
-        return std::is_lteq(order);
-    case Comparison::greater:
-        return std::is_gt(order);
-    case Comparison::greaterOrEqual:
-        return std::is_gteq(order);
-    case Comparison::contains:
-        break;
-    }
-    return false;
-}
-
 bool isAmong(const std::vector<std::int64_t>& values, std::int64_t value)
 {
     return std::find(values.begin(), values.end(), value) != values.end();
 }
 
-// Holds when the test does for any record that has the field.
+// Holds when the test does for the field and a record.
 template <class Test>
-Condition anyRecord(const FieldPath& path, Test test)
+Condition ofField(const FieldModel& field, Test test)
 {
-    return {.test = [path, test = std::move(test)](const void* record) {
-        return path.anyRecord(record,
-                              [&](const void* holder) { return test(path.last(), holder); });
+    return {.test = [&field, test = std::move(test)](const void* record, const void*) {
+        return test(field, record);
     }};
 }
 
 // Holds when the test does for any value of an integer field.
 template <class Test>
-Condition anyValue(const FieldPath& path, Test test)
+Condition anyValue(const FieldModel& integers, Test test)
 {
-    return anyRecord(path, [test = std::move(test)](const FieldModel& field, const void* holder) {
-        const unsigned count = field.count(holder);
+    return ofField(integers, [test = std::move(test)](const FieldModel& field, const void* record) {
+        const unsigned count = field.count(record);
         for (unsigned i = 0; i < count; ++i) {
-            if (test(RTCM2_reader_integer(&field.reader, holder, i))) {
+            if (test(RTCM2_reader_integer(&field.reader, record, i))) {
                 return true;
             }
         }
@@ -66,11 +46,10 @@ Condition anyValue(const FieldPath& path, Test test)
 
 // The field that identifies the kind has the same value in all its messages.
 template <class Test>
-Condition integerCondition(const KindModel& kind, const FieldPath& path, Test test)
+Condition integerCondition(const KindModel& kind, const FieldModel& field, Test test)
 {
-    const bool isKind =
-        path.part == nullptr && path.field->row->offset == offsetof(RTCM2_header_s, Message_Type);
-    return isKind ? Condition{.constant = test(kind.typeNumber)} : anyValue(path, std::move(test));
+    const bool isKind = kind.isMain && field.row->offset == offsetof(RTCM2_header_s, Message_Type);
+    return isKind ? Condition{.constant = test(kind.typeNumber)} : anyValue(field, std::move(test));
 }
 
 bool isMeant(const QString& candidate, const QString& text, Comparison comparison)
@@ -88,24 +67,14 @@ std::string listOfTexts(const FieldModel& field)
     return list;
 }
 
-bool isForTexts(Comparison comparison)
+Condition codeCondition(const KindModel& kind, const FieldModel& field, const SyntaxNode& syntax)
 {
-    return comparison == Comparison::equal || comparison == Comparison::notEqual ||
-           comparison == Comparison::contains;
-}
-
-Condition codeCondition(const KindModel& kind, const FieldPath& path, const SyntaxNode& syntax)
-{
-    const FieldModel& field = path.last();
     const Comparison comparison = syntax.sign.comparison;
     if (!field.hasTexts()) {
         throw Problem{syntax.value.place, "the values of '" + field.name + "' have no texts",
                       "expected a number; a comparison of two fields is not possible"};
     }
-    if (!isForTexts(comparison)) {
-        throw Problem{syntax.sign.place, "texts have no order",
-                      "expected ==, != or ~ before a text, or a number behind this"};
-    }
+    requireSignForTexts(syntax);
     const QString meant = QString::fromStdString(syntax.value.text);
     std::vector<std::int64_t> values;
     for (const RTCM2_text_s& coded : codedTexts(field)) {
@@ -119,51 +88,46 @@ Condition codeCondition(const KindModel& kind, const FieldPath& path, const Synt
                       listOfTexts(field)};
     }
     const bool wanted = comparison != Comparison::notEqual;
-    return integerCondition(kind, path, [values, wanted](std::int64_t value) {
+    return integerCondition(kind, field, [values, wanted](std::int64_t value) {
         return isAmong(values, value) == wanted;
     });
 }
 
-Condition numberCondition(const KindModel& kind, const FieldPath& path, const SyntaxNode& syntax)
+Condition numberCondition(const KindModel& kind, const FieldModel& field, const SyntaxNode& syntax)
 {
     const Comparison comparison = syntax.sign.comparison;
     const Number number = *syntax.value.number;
-    if (comparison == Comparison::contains) {
-        throw Problem{syntax.sign.place, "only texts contain something",
-                      "expected ==, !=, <, <=, > or >= before a number"};
-    }
-    if (path.last().isReal()) {
-        return anyRecord(path, [comparison, number](const FieldModel& field, const void* holder) {
-            return field.isPresent(holder) &&
-                   satisfies(comparison, number.orderOf(RTCM2_reader_real(&field.reader, holder)));
+    requireSignForNumbers(syntax);
+    if (field.isReal()) {
+        return ofField(field, [comparison, number](const FieldModel& real, const void* record) {
+            return real.isPresent(record) &&
+                   satisfies(comparison, number.orderOf(RTCM2_reader_real(&real.reader, record)));
         });
     }
-    if (path.last().row->type == RTCM2_TYPE_SIGNED) {
-        return integerCondition(kind, path, [comparison, number](std::int64_t value) {
+    if (field.row->type == RTCM2_TYPE_SIGNED) {
+        return integerCondition(kind, field, [comparison, number](std::int64_t value) {
             return satisfies(comparison, number.orderOf(value));
         });
     }
-    return integerCondition(kind, path, [comparison, number](std::int64_t value) {
+    return integerCondition(kind, field, [comparison, number](std::int64_t value) {
         return satisfies(comparison, number.orderOf(static_cast<std::uint64_t>(value)));
     });
 }
 
-Condition textCondition(const FieldPath& path, const SyntaxNode& syntax)
+Condition textCondition(const FieldModel& field, const SyntaxNode& syntax)
 {
     const Comparison comparison = syntax.sign.comparison;
     if (syntax.value.number) {
-        throw Problem{syntax.value.place, "'" + path.last().name + "' is a text, not a number",
+        throw Problem{syntax.value.place, "'" + field.name + "' is a text, not a number",
                       "expected a text in quotes: " + quoted(syntax.value.text)};
     }
-    if (!isForTexts(comparison)) {
-        throw Problem{syntax.sign.place, "texts have no order", "expected ==, != or ~"};
-    }
+    requireSignForTexts(syntax);
     const QString meant = QString::fromStdString(syntax.value.text);
-    return anyRecord(path, [comparison, meant](const FieldModel& field, const void* holder) {
-        if (!field.isPresent(holder)) {
+    return ofField(field, [comparison, meant](const FieldModel& text, const void* record) {
+        if (!text.isPresent(record)) {
             return false;
         }
-        const std::string_view characters = upToFirstNul(field.characters(holder));
+        const std::string_view characters = upToFirstNul(text.characters(record));
         const auto value =
             QString::fromLatin1(characters.data(), static_cast<int>(characters.size()));
         return comparison == Comparison::contains
@@ -183,26 +147,42 @@ std::string partsOf(const FieldModel& field)
 
 }    // namespace
 
-Condition fieldCondition(const KindModel& kind, const FieldPath& path, const SyntaxNode& syntax)
+Condition fieldCondition(const KindModel& kind, const FieldModel& field, const SyntaxNode& syntax)
 {
-    const FieldModel& field = path.last();
+    if (field.isQuantity()) {
+        return quantityCondition(field, syntax);
+    }
     if (syntax.kind == SyntaxNode::Kind::presence) {
-        return anyRecord(path, std::mem_fn(&FieldModel::isPresent));
+        return ofField(field, std::mem_fn(&FieldModel::isPresent));
     }
     if (field.element != nullptr) {
         throw Problem{syntax.sign.place, "'" + field.name + "' has no value of its own",
                       "expected a dot and one of its parts: " + partsOf(field)};
     }
     if (field.isText()) {
-        return textCondition(path, syntax);
+        return textCondition(field, syntax);
     }
-    return syntax.value.number ? numberCondition(kind, path, syntax)
-                               : codeCondition(kind, path, syntax);
+    return syntax.value.number ? numberCondition(kind, field, syntax)
+                               : codeCondition(kind, field, syntax);
 }
 
-Condition valueAmong(const FieldPath& path, const std::vector<std::int64_t>& values)
+Condition elementCondition(const FieldModel& array, Condition ofElement)
 {
-    return anyValue(path, [values](std::int64_t value) { return isAmong(values, value); });
+    if (ofElement.constant == false) {
+        return ofElement;
+    }
+    return {.test = [&array, ofElement = std::move(ofElement)](const void* record,
+                                                               const void* element) {
+        return element != nullptr ? ofElement.holds(element)
+                                  : array.anyElement(record, [&](const void* each) {
+                                        return ofElement.holds(each);
+                                    });
+    }};
+}
+
+Condition valueAmong(const FieldModel& field, const std::vector<std::int64_t>& values)
+{
+    return anyValue(field, [values](std::int64_t value) { return isAmong(values, value); });
 }
 
 }    // namespace where

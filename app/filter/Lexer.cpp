@@ -31,6 +31,8 @@ constexpr std::array signs{
     Sign{"!", Token::Kind::negation},
     Sign{"(", Token::Kind::open},
     Sign{")", Token::Kind::close},
+    Sign{"[", Token::Kind::openBracket},
+    Sign{"]", Token::Kind::closeBracket},
     Sign{".", Token::Kind::dot},
     Sign{"and", Token::Kind::conjunction},
     Sign{"or", Token::Kind::disjunction},

@@ -24,6 +24,8 @@ struct Token {
         negation,
         open,
         close,
+        openBracket,
+        closeBracket,
         dot,
         end
     };

@@ -117,7 +117,7 @@ where::Condition stationCondition(const FieldModel* field,
     if (stations.empty()) {
         return {.constant = true};
     }
-    return field != nullptr ? where::valueAmong({field}, stations)
+    return field != nullptr ? where::valueAmong(*field, stations)
                             : where::Condition{.constant = false};
 }
 

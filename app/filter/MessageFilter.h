@@ -35,6 +35,11 @@ public:
     {
         return conditions[kind.number()].holds(record);
     }
+    // Whether the whole condition holds when what it says of elements is asked of this one alone.
+    bool takesElement(const void* element, const void* record, const KindModel& kind) const
+    {
+        return conditions[kind.number()].holds(record, element);
+    }
 
 private:
     void restrict(const KindModel& kind, const where::Condition& more);

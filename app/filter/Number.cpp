@@ -28,7 +28,7 @@ std::int64_t exponentOf(std::string_view text)
 
 }    // namespace
 
-std::optional<Number> Number::parse(std::string_view text)
+std::optional<Number> Number::parse(std::string_view text, unsigned decimals)
 {
     Number number;
     number.isNegative = text.starts_with('-');
@@ -36,7 +36,8 @@ std::optional<Number> Number::parse(std::string_view text)
         text.remove_prefix(1);
     }
     const bool isHexadecimal = text.starts_with("0x") || text.starts_with("0X");
-    if (!(isHexadecimal ? number.parseHexadecimal(text.substr(2)) : number.parseDecimal(text))) {
+    if (!(isHexadecimal ? number.parseHexadecimal(text.substr(2), decimals)
+                        : number.parseDecimal(text, decimals))) {
         return std::nullopt;
     }
     if (number.isNegative) {
@@ -46,16 +47,20 @@ std::optional<Number> Number::parse(std::string_view text)
     return number;
 }
 
-bool Number::parseHexadecimal(std::string_view digits)
+bool Number::parseHexadecimal(std::string_view digits, unsigned decimals)
 {
     if (digits.find_first_not_of("0123456789abcdefABCDEF") != digits.npos) {
         return false;
     }
     setWhole(digits, 16);
+    // What is larger than 64 bits stays so.
+    if (!hasFraction && decimals > 0) {
+        setDigits(std::to_string(whole), decimals);
+    }
     return setReal(digits, std::chars_format::hex);
 }
 
-bool Number::parseDecimal(std::string_view text)
+bool Number::parseDecimal(std::string_view text, unsigned decimals)
 {
     // What follows would also take "inf", and a point without digits on both sides.
     const std::size_t point = text.find('.');
@@ -63,19 +68,19 @@ bool Number::parseDecimal(std::string_view text)
         (point != text.npos && !beginsWithDigit(text.substr(point + 1)))) {
         return false;
     }
-    setDigits(text);
+    setDigits(text, decimals);
     return setReal(text, std::chars_format::general);
 }
 
-// The exponent moves the point.
-void Number::setDigits(std::string_view text)
+// The exponent and the decimals move the point.
+void Number::setDigits(std::string_view text, unsigned decimals)
 {
     const std::size_t exponentPlace = std::min(text.find_first_of("eE"), text.size());
     std::string digits(text.substr(0, exponentPlace));
     const std::size_t point = std::min(digits.find('.'), digits.size());
     digits.erase(point, 1);
     const std::int64_t exponent =
-        exponentPlace < text.size() ? exponentOf(text.substr(exponentPlace + 1)) : 0;
+        decimals + (exponentPlace < text.size() ? exponentOf(text.substr(exponentPlace + 1)) : 0);
     // More zeros than these behind the digits change nothing: the number is 0 or too large.
     constexpr std::size_t mostZeros = std::numeric_limits<std::uint64_t>::digits10 + 1;
     const auto wholeDigits = static_cast<std::size_t>(

@@ -20,8 +20,10 @@ constexpr bool isDigit(char c)
 // is nearest to the one written.
 class Number {
 public:
-    // Nothing when the text is no number.
-    static std::optional<Number> parse(std::string_view text);
+    // The number times 10^decimals, which integers are compared with that stand for decimal numbers
+    // with so many decimals; real numbers are compared with the number itself. Nothing when the
+    // text is no number.
+    static std::optional<Number> parse(std::string_view text, unsigned decimals = 0);
 
     // How a value of a field stands to the number.
     std::partial_ordering orderOf(std::uint64_t value) const;
@@ -29,9 +31,9 @@ public:
     std::partial_ordering orderOf(double value) const;
 
 private:
-    bool parseHexadecimal(std::string_view digits);
-    bool parseDecimal(std::string_view text);
-    void setDigits(std::string_view text);
+    bool parseHexadecimal(std::string_view digits, unsigned decimals);
+    bool parseDecimal(std::string_view text, unsigned decimals);
+    void setDigits(std::string_view text, unsigned decimals);
     void setWhole(std::string_view digits, int base);
     bool setReal(std::string_view text, std::chars_format format);
     std::strong_ordering orderOfMagnitude(std::uint64_t value) const;

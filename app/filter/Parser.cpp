@@ -7,16 +7,17 @@ namespace where {
 namespace {
 
 constexpr std::size_t longestExpression = 16 * 1024;
-constexpr int deepestNesting = 100;    // of parentheses
+constexpr int deepestNesting = 100;    // of parentheses and brackets
 
 constexpr const char* conditionForms =
-    "expected a condition: FIELD == VALUE, present(FIELD), 'not' or '('";
+    "expected a condition: FIELD == VALUE, FIELD[CONDITION], present(FIELD), 'not' or '('";
 
 // Grammar, loosest first:
 //   condition   = conjunction { or conjunction }
 //   conjunction = negation { and negation }
 //   negation    = { not } basic
-//   basic       = "(" condition ")" | present "(" field ")" | field comparison value
+//   basic       = "(" condition ")" | present "(" field ")" | field comparison value |
+//                 field "[" condition "]"
 //   field       = name { "." name }
 //   name        = word | quoted
 //   value       = number | quoted | word
@@ -28,8 +29,9 @@ public:
     {
         SyntaxNode root = condition();
         if (!at(Token::Kind::end)) {
-            fail(at(Token::Kind::close) ? "there is no '(' for this ')'"
-                                        : "the condition before this place is complete",
+            fail(at(Token::Kind::close)          ? "there is no '(' for this ')'"
+                 : at(Token::Kind::closeBracket) ? "there is no '[' for this ']'"
+                                                 : "the condition before this place is complete",
                  "expected 'and', 'or' or the end");
         }
         return root;
@@ -96,7 +98,7 @@ private:
     SyntaxNode basic()
     {
         if (at(Token::Kind::open)) {
-            return inParentheses();
+            return enclosed(Token::Kind::close);
         }
         if (at(Token::Kind::word) && sameName(current().text, "present") &&
             tokens[position + 1].kind == Token::Kind::open) {
@@ -109,26 +111,27 @@ private:
         if (!atName()) {
             fail(found(), conditionForms);
         }
-        return comparison();
+        return onField();
     }
 
-    SyntaxNode inParentheses()
+    // In parentheses or brackets.
+    SyntaxNode enclosed(Token::Kind end)
     {
         if (++depth > deepestNesting) {
-            fail("parentheses are nested too deeply",
+            fail("parentheses and brackets are nested too deeply",
                  "expected at most " + std::to_string(deepestNesting) + " of them");
         }
         take();
         SyntaxNode inner = condition();
-        close();
+        close(end);
         --depth;
         return inner;
     }
 
-    void close()
+    void close(Token::Kind end)
     {
-        if (!takeIf(Token::Kind::close)) {
-            fail(found(), "expected ')'");
+        if (!takeIf(end)) {
+            fail(found(), end == Token::Kind::close ? "expected ')'" : "expected ']'");
         }
     }
 
@@ -137,13 +140,19 @@ private:
         take();
         take();
         SyntaxNode node{.kind = SyntaxNode::Kind::presence, .path = field()};
-        close();
+        close(Token::Kind::close);
         return node;
     }
 
-    SyntaxNode comparison()
+    SyntaxNode onField()
     {
         SyntaxNode node{.kind = SyntaxNode::Kind::comparison, .path = field()};
+        if (at(Token::Kind::openBracket)) {
+            node.kind = SyntaxNode::Kind::elements;
+            node.sign = current();
+            node.parts.push_back(enclosed(Token::Kind::closeBracket));
+            return node;
+        }
         if (!at(Token::Kind::comparison)) {
             fail(found(), comparisonHelp(node.path.back().text));
         }

@@ -6,14 +6,14 @@
 namespace where {
 
 struct SyntaxNode {
-    enum class Kind { all, any, comparison, presence };
+    enum class Kind { all, any, comparison, presence, elements };
 
     Kind kind = Kind::all;
     bool isNegated = false;
-    std::vector<SyntaxNode> parts{};    // of all and any
+    std::vector<SyntaxNode> parts{};    // of all and any; of elements the condition in brackets
 
-    std::vector<Token> path{};    // of comparison and presence: the names
-    Token sign{};                 // of comparison
+    std::vector<Token> path{};    // of the others and of elements: the names
+    Token sign{};                 // of comparison; of elements the bracket
     Token value{};                // of comparison
 };
 

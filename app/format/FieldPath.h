@@ -25,17 +25,7 @@ struct FieldPath {
     template <class Function>
     bool anyRecord(const void* record, Function function) const
     {
-        if (part == nullptr) {
-            return function(record);
-        }
-        const char* element = RTCM2_reader_elements(&field->reader, record);
-        const char* const end = element + field->count(record) * field->reader.stride;
-        for (; element != end; element += field->reader.stride) {
-            if (function(element)) {
-                return true;
-            }
-        }
-        return false;
+        return part == nullptr ? function(record) : field->anyElement(record, function);
     }
 };
 

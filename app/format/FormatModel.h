@@ -62,6 +62,18 @@ struct FieldModel {
             function(static_cast<const void*>(next));
         }
     }
+    // Likewise, until the answer is true. Whether one was.
+    template <class Function>
+    bool anyElement(const void* record, Function function) const
+    {
+        const char* next = RTCM2_reader_elements(&reader, record);
+        for (unsigned left = count(record); left > 0; --left, next += reader.stride) {
+            if (function(static_cast<const void*>(next))) {
+                return true;
+            }
+        }
+        return false;
+    }
     // The characters of a text, as many as it announces and has room for.
     std::string_view characters(const void* record) const
     {

@@ -136,8 +136,12 @@ void CsvTable::appendRows(Text& text, const std::string& input, const Found& fou
         appendRow(text, input, found, nullptr);
         return;
     }
-    rowField->eachElement(found.record,
-                          [&](const void* element) { appendRow(text, input, found, element); });
+    rowField->eachElement(found.record, [&](const void* element) {
+        if (options.filter == nullptr ||
+            options.filter->takesElement(element, found.record, kind)) {
+            appendRow(text, input, found, element);
+        }
+    });
 }
 
 void CsvTable::appendRow(Text& text, const std::string& input, const Found& found,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/Text.h"
+#include "filter/MessageFilter.h"
 #include "format/FieldPath.h"
 #include "session/Found.h"
 
@@ -18,6 +19,7 @@ struct CsvOptions {
     std::vector<std::string> fields{};    // names in column order; empty for all
     Values values = Values::raw;          // of those that are not named
     std::string rows{};    // name of the sub-message field whose elements are rows; empty for none
+    const MessageFilter* filter = nullptr;    // chooses among these elements; null: all are rows
 };
 
 class CsvTable {
@@ -29,7 +31,7 @@ public:
     // With its line end.
     std::string header() const;
 
-    // Appends the rows of a message: one, or one for each element.
+    // Appends the rows of a message: one, or one for each element that the filter takes.
     void appendRows(Text& text, const std::string& input, const Found& found) const;
 
 private:

@@ -32,7 +32,8 @@ void ExportCommand::declare(CLI::App& program)
         ->type_name("FIELD");
     app->add_option("--rows", rows,
                     "CSV: a row for each sub-message in this field, which repeats the fields of "
-                    "the message; kinds without the field are left out")
+                    "the message; kinds without the field are left out, and so are sub-messages "
+                    "that do not meet the condition of --where by themselves")
         ->type_name("FIELD");
     app->add_flag("--mixed", mixed,
                   "CSV: several kinds in one output; where the kind changes, a blank line, a "
@@ -59,24 +60,17 @@ void ExportCommand::declare(CLI::App& program)
 ExitStatus ExportCommand::run(Host& host)
 {
     try {
-        const std::vector<const KindModel*> kinds = chosenKinds(host);
-        checkNames(kinds, fields);
+        const MessageFilter filter(host.model, reading.filter);
+        checkNames(filter.kinds(), fields);
         if (format == "csv") {
-            return writeCsv(host, kinds);
+            return writeCsv(host, filter);
         }
         if (!rows.empty() || mixed || app->count("--separator") + app->count("--decimal") > 0) {
             throw UsageError{"--rows, --mixed, --separator and --decimal are for --format csv"};
         }
-        return writeJson(host, kinds);
+        return writeJson(host, filter.kinds());
     } catch (const FieldPathError& error) {
         throw UsageError{error.text};
-    }
-}
-
-std::vector<const KindModel*> ExportCommand::chosenKinds(const Host& host) const
-{
-    try {
-        return MessageFilter(host.model, reading.filter).kinds();
     } catch (const FilterError& error) {
         throw UsageError{error.text};
     }
@@ -95,16 +89,17 @@ ExitStatus ExportCommand::writeJson(Host& host, const std::vector<const KindMode
     });
 }
 
-ExitStatus ExportCommand::writeCsv(Host& host, const std::vector<const KindModel*>& kinds)
+ExitStatus ExportCommand::writeCsv(Host& host, const MessageFilter& filter)
 {
-    std::vector<const KindModel*> tableKinds = kinds;
+    std::vector<const KindModel*> tableKinds = filter.kinds();
     if (!rows.empty()) {
         takeKindsWithRows(tableKinds);
     }
     if (!wantsFiles() && !mixed) {
         requireOneTable(tableKinds);
     }
-    const CsvOptions options = csvOptions();
+    CsvOptions options = csvOptions();
+    options.filter = reading.filter.where.empty() ? nullptr : &filter;
     CsvTables tables = tablesFor(tableKinds, options);
     if (wantsFiles()) {
         return writeCsvFiles(host, tables);

@@ -10,11 +10,10 @@ public:
     ExitStatus run(Host& host) override;
 
 private:
-    std::vector<const KindModel*> chosenKinds(const Host& host) const;
     void takeKindsWithRows(std::vector<const KindModel*>& kinds);
     void requireOneTable(const std::vector<const KindModel*>& kinds) const;
     ExitStatus writeJson(Host& host, const std::vector<const KindModel*>& kinds);
-    ExitStatus writeCsv(Host& host, const std::vector<const KindModel*>& kinds);
+    ExitStatus writeCsv(Host& host, const MessageFilter& filter);
     ExitStatus writeCsvFiles(Host& host, CsvTables& tables);
     CsvOptions csvOptions() const;
     bool wantsFiles() const;
