@@ -1,6 +1,7 @@
 // The program itself on a stream of 100 MB, against what it cannot do without: framing alone for
 // `stats`; for all that print, putting out the same text by copying it, and for JSON the JSON
-// library's own writer, too.
+// library's own writer, too. What is written in metres and seconds is measured against the same in
+// raw values.
 #include "Workload.h"
 #include "framing/Framer.h"
 
@@ -214,14 +215,17 @@ const bool registered = [] {
     };
     add("stats/100 MB stream/rtcm2", [](auto& state) { runProgram(state, "stats"); });
     add("stats/100 MB stream/framing", framingAlone);
-    for (const std::string& arguments :
-         {std::string("export"), std::string("export --format csv --type 1 --rows Corrections"),
-          std::string("list")}) {
+    const std::string csv = "export --format csv --type 1 --rows Corrections";
+    for (const std::string& arguments : {std::string("export"), csv, std::string("list")}) {
         const std::string name = "print/rtcm2 " + arguments;
         add((name + "/rtcm2").c_str(), [=](auto& state) { runProgram(state, arguments); });
         add((name + "/copy").c_str(), [=](auto& state) { copyAlone(state, arguments); });
     }
     add("print/rtcm2 export/json_writer", jsonWriterAlone);
+    for (const std::string& raw : {std::string("export"), csv}) {
+        add(("scaled/rtcm2 " + raw + "/rtcm2").c_str(),
+            [=](auto& state) { runProgram(state, raw + " --scaled"); });
+    }
     return true;
 }();
 

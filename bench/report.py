@@ -27,6 +27,7 @@ CHECKS = [
     ("stats", "framing", "at most", 2),
     ("print", "framing", "at most", 6),
     ("print", "json_writer", "faster", 2),
+    ("scaled", "raw", "at most", 1.5),
 ]
 
 
@@ -79,6 +80,7 @@ def print_ratios(results):
             others = {"decode": [("decode", subject, "rtcm2")],
                       "decode and signals": [("decode", subject, "rtcm2"), (group, subject, "signals")],
                       "framing": [("stats", "100 MB stream", "framing")],
+                      "raw": [("print", subject, "rtcm2")],
                       }.get(reference, [(group, subject, reference)])
             if g != group or way != "rtcm2":
                 continue

@@ -129,6 +129,10 @@ TEST(Encode, SaysWhatIsWrongWithAMessage)
     check({
         {"1", R"("Station Health":1)", "Station_Health: stands twice"},
         {"1", R"("X":1)", "\"X\": there is no such field"},
+        {"1", R"("Corrections":[{"PRC_m":-4.34}])",
+         "Corrections[0].\"PRC_m\": encode takes numbers as they are in the message, which "
+         "'export' "
+         "writes without --scaled"},
         {"1", "", "Corrections: is missing"},
         {"1", one, "Preamble: 5 contradicts 102, which it always is", "", R"("Preamble":5)"},
         {"3", position, "Message_Type: 1 contradicts 3, which it always is", "",

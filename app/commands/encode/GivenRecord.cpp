@@ -117,7 +117,11 @@ Problem GivenRecord::read(const Value& object)
     for (const auto& [name, value] : object.GetObject()) {
         const std::size_t index = find(textOf(name), likeliest);
         if (index == rows.size()) {
-            return path + quoted(textOf(name)) + ": there is no such field";
+            return path + quoted(textOf(name)) + ": " +
+                   (isQuantity(textOf(name))
+                        ? "encode takes numbers as they are in the message, which 'export' writes "
+                          "without --scaled"
+                        : "there is no such field");
         }
         if (entries[index].value != nullptr) {
             return wrong(rows[index], "stands twice");
@@ -142,6 +146,13 @@ Problem GivenRecord::readMember(const RTCM2_member_s& member, Entry& entry)
                   std::to_string(member.limit);
     }
     return problem.empty() ? problem : wrong(member, problem);
+}
+
+bool GivenRecord::isQuantity(std::string_view name) const
+{
+    return std::any_of(rows.begin(), rows.end(), [name](const RTCM2_member_s& member) {
+        return member.quantity != nullptr && sameName(member.quantity->name, name);
+    });
 }
 
 // The member of this identifier or name, by its index; one past the last when there is none.

@@ -63,6 +63,7 @@ private:
         return entries[static_cast<std::size_t>(&member - rows.data())];
     }
     std::size_t find(std::string_view name, std::size_t likeliest) const;
+    bool isQuantity(std::string_view name) const;
     Problem readMember(const RTCM2_member_s& member, Entry& entry);
     Problem readElements(const RTCM2_member_s& array, const Value& value);
     Problem wrong(const RTCM2_member_s& member, std::string_view reason) const;
