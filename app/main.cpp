@@ -2,7 +2,9 @@
 #include "base/Interrupt.h"
 #include "base/LastWords.h"
 #include "base/Terminal.h"
+#include "commands/Arguments.h"
 #include "commands/HelpFormatter.h"
+#include "commands/Mistakes.h"
 #include "commands/OutputFile.h"
 #include "commands/SelfCommands.h"
 #include "commands/convert/ConvertCommand.h"
@@ -16,6 +18,7 @@
 
 #include <QLocale>
 
+#include <algorithm>
 #include <sstream>
 
 namespace {
@@ -37,7 +40,7 @@ constexpr const char* programHelp =
     "    '\"Station Health\" == \"Not Working\" or Modified_Z_Count_s >= 1800'\n\n"
     "Exit status:\n"
     "    0  success\n"
-    "    1  the input holds no message\n"
+    "    1  no message found, or none that --type, --except, --station and --where choose\n"
     "    2  a wrong option, argument or expression\n"
     "    3  an input cannot be read\n"
     "    4  the output cannot be written\n"
@@ -74,11 +77,13 @@ ExitStatus runChosen(const Commands& commands)
 // Help, the version, or what is wrong with the arguments.
 ExitStatus answer(const CLI::App& app, const CLI::ParseError& reason)
 {
+    if (reason.get_exit_code() != 0) {
+        tellLines(mistakeOf(app, reason));
+        return ExitStatus::usage;
+    }
     std::ostringstream asked;
-    std::ostringstream wrong;
-    const bool isAsked = app.exit(reason, asked, wrong) == 0;
-    tellLines(wrong.str());
-    return isAsked ? print(asked.str()) : ExitStatus::usage;
+    app.exit(reason, asked);
+    return print(asked.str());
 }
 
 ExitStatus run(int argc, char** argv)
@@ -103,10 +108,19 @@ ExitStatus run(int argc, char** argv)
     for (const auto& command : commands) {
         command->declare(app);
     }
+    for (CLI::App* command : app.get_subcommands({})) {
+        command->group(command->get_group().empty() ? "" : "Commands");
+    }
     try {
-        app.parse(argc, argv);
+        std::vector<std::string> arguments =
+            withCommand(app, "list", {argv + std::min(argc, 1), argv + argc});
+        std::reverse(arguments.begin(), arguments.end());    // as the library takes them
+        app.parse(std::move(arguments));
     } catch (const CLI::ParseError& reason) {
         return answer(app, reason);
+    } catch (const UsageError& error) {
+        tell(error.text);
+        return ExitStatus::usage;
     }
     return runChosen(commands);
 }

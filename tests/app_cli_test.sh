@@ -60,7 +60,40 @@ for command in --help --version "list --help" manual "completion zsh" describe; 
     "$rtcm2" $command > /dev/full 2> err
     ends 4 "No space left" "$command"
 done
-expect 2 "no chosen kind of message has a field" list --fields PRCC "$sample"
+# What may have been meant.
+expect 2 "no file 'lsit'; did you mean 'list'?" lsit x
+expect 2 "no option --tpye; did you mean --type?" list --tpye=1 "$sample"
+expect 2 "--form: 'strem' is none of auto, stream, packed, hex, words; did you mean stream?" --form strem "$sample"
+expect 2 "did you mean Corrections.PRC?" list --fields PRCC "$sample"
+expect 2 "--decimal: 'x' is none of ., ," export --separator , --decimal x "$sample"
+for number in 0 -1 +1 1x 18446744073709551616; do
+    expect 2 "'$number' is no number of messages" convert --to hex --max $number "$sample"
+done
+
+# Without a command and without a file.
+"$rtcm2" list -n 2 "$sample" > two
+for arguments in "-qn 2 $sample" "--max=2 $sample" "-n 2 list $sample" "$sample -n2" "-n 2 -" "-n2"; do
+    "$rtcm2" $arguments < "$sample" 2>&1 | cmp - two || fail "is no list: $arguments"
+done
+"$rtcm2" < "$sample" | cmp - <("$rtcm2" list "$sample") || fail "is no list of all"
+cp "$sample" lsit && expect 0 "" lsit
+[ "$(script -qec "$rtcm2" typed < /dev/null | tr -d '\r')" = "$("$rtcm2" --help)" ] || fail "no help on a terminal"
+# hints WANTED COMMANDS: a terminal as input is told of in this way; one of another session is a serial line.
+hints() {
+    script -qec "$2" typed < /dev/null | grep -oE "Ctrl-D|stty -F /dev/pts/[0-9]+ raw" | sed 's|-F.*[0-9]|-F|' > hints
+    echo "$1" | cmp - hints || fail "told of a terminal in another way: $2"
+}
+hints "Ctrl-D" "$rtcm2 encode --to hex"
+hints "stty -F raw" "setsid -w $rtcm2 list; stty raw; timeout 0.5 setsid -w $rtcm2 list"
+
+# Messages, but none that is chosen.
+for command in list "export --format json" "convert --to hex" stats; do
+    expect 1 "none of the messages in the input (105) is among" $command --station 5 "$sample" -o none
+    expect 1 "no message found" $command /dev/null
+done
+"$rtcm2" export --format json --except 1,31 --type 1 "$sample" 2> err
+ends 2 "leave no kind" "nothing can be chosen"
+
 expect 3 'cannot read \x1B[2J\x0A: ' list $'\e[2J\n'
 expect 0 "at byte" list "$damaged" -o whole
 expect 5 "at byte" list --quiet --on-error stop "$damaged"

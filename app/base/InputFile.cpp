@@ -1,6 +1,7 @@
 #include "base/InputFile.h"
 
 #include "base/Interrupt.h"
+#include "base/TerminalInput.h"
 
 #include <cerrno>
 #include <cstring>
@@ -55,6 +56,7 @@ void InputFile::open(const std::string& name)
     }
     live = comesSlowly(status);
     typed = live && ::isatty(descriptor) == 1;
+    hintText = typed ? terminalHint(descriptor) : std::string();
     fileSize = !S_ISREG(status.st_mode) ? 0 : static_cast<std::uint64_t>(status.st_size);
 }
 

@@ -34,6 +34,9 @@ public:
     // Whether somebody types the bytes on a terminal.
     bool isTyped() const { return typed; }
 
+    // What people should know before they wait for its bytes (TerminalInput.h); empty when nothing.
+    const std::string& hint() const { return hintText; }
+
     // Bytes in the file; 0 when that is not known.
     std::uint64_t size() const { return fileSize; }
 
@@ -44,6 +47,7 @@ private:
 
     std::string displayName;
     std::string problemText;
+    std::string hintText;
     int descriptor = -1;
     bool live = false;
     bool typed = false;

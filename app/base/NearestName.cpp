@@ -20,18 +20,23 @@ std::string comparable(std::string_view name)
     return text;
 }
 
-// Number of letters to insert, remove or replace.
+// Number of letters to insert, remove or replace, or of neighbours to change places.
 std::size_t distance(const std::string& a, const std::string& b)
 {
-    std::vector<std::size_t> row(b.size() + 1);
+    std::vector<std::size_t> beforeLast(b.size() + 1);
+    std::vector<std::size_t> last = beforeLast;
+    std::vector<std::size_t> row = beforeLast;
     std::iota(row.begin(), row.end(), std::size_t{0});
     for (std::size_t i = 0; i < a.size(); ++i) {
-        std::size_t diagonal = row[0];
+        beforeLast.swap(last);
+        last.swap(row);
         row[0] = i + 1;
         for (std::size_t j = 0; j < b.size(); ++j) {
-            const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, row[j + 1] + 1});
+            const std::size_t replaced = last[j] + (a[i] == b[j] ? 0 : 1);
+            row[j + 1] = std::min({replaced, last[j + 1] + 1, row[j] + 1});
+            if (i > 0 && j > 0 && a[i] == b[j - 1] && a[i - 1] == b[j]) {
+                row[j + 1] = std::min(row[j + 1], beforeLast[j - 1] + 1);
+            }
         }
     }
     return row.back();
@@ -43,7 +48,7 @@ std::size_t farness(const std::string& name, const std::string& candidate)
 {
     constexpr std::size_t nothing = static_cast<std::size_t>(-1);
     const std::size_t apart = distance(name, candidate);
-    if (apart <= std::max<std::size_t>(1, name.size() / 3)) {
+    if (apart < name.size() && apart <= std::max<std::size_t>(1, name.size() / 3)) {
         return apart;
     }
     const bool isPart = name.size() >= 3 && candidate.find(name) != candidate.npos;

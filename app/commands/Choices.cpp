@@ -14,6 +14,11 @@ std::vector<std::string> choicesOf(const CLI::Option& option)
     }
     std::istringstream list(type.substr(begin + 1, end - begin - 1));
     for (std::string choice; std::getline(list, choice, ',');) {
+        if (choice.empty()) {    // before and behind a comma that is a choice itself
+            choice = ",";
+            std::string behind;
+            std::getline(list, behind, ',');
+        }
         choices.push_back(choice.substr(0, choice.find("->")));
     }
     return choices;
@@ -29,9 +34,28 @@ bool takesFile(const CLI::Option& option)
     return option.get_type_name() == "FILE";
 }
 
+std::string valueOf(const CLI::Option& option)
+{
+    const std::vector<std::string> choices = choicesOf(option);
+    const std::string type = option.get_type_name();
+    return choices.empty() ? type.substr(0, type.find(':')) : joined(choices, "|");
+}
+
+std::string aboutOption(const CLI::Option& option)
+{
+    const std::string usual = option.get_default_str();
+    return option.get_description() + (usual.empty() ? "" : " (default: " + usual + ")") +
+           (option.get_required() && option.nonpositional() ? " (required)" : "");
+}
+
 std::vector<const CLI::Option*> namedOptionsOf(const CLI::App& command)
 {
     return command.get_options([](const CLI::Option* option) { return option->nonpositional(); });
+}
+
+std::vector<const CLI::Option*> positionalsOf(const CLI::App& command)
+{
+    return command.get_options([](const CLI::Option* option) { return option->get_positional(); });
 }
 
 std::vector<const CLI::App*> commandsOf(const CLI::App& program)
@@ -50,4 +74,13 @@ std::vector<std::string> namesOf(const CLI::Option& option)
         names.push_back("--" + name);
     }
     return names;
+}
+
+std::string joined(const std::vector<std::string>& parts, const char* separator)
+{
+    std::string text;
+    for (const std::string& part : parts) {
+        text += (text.empty() ? "" : separator) + part;
+    }
+    return text;
 }

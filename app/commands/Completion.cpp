@@ -4,15 +4,6 @@
 
 namespace {
 
-std::string joined(const std::vector<std::string>& parts, const char* separator)
-{
-    std::string text;
-    for (const std::string& part : parts) {
-        text += (text.empty() ? "" : separator) + part;
-    }
-    return text;
-}
-
 std::string namesOfCommands(const CLI::App& program)
 {
     std::vector<std::string> names;

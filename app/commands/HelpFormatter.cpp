@@ -1,5 +1,7 @@
 #include "commands/HelpFormatter.h"
 
+#include "commands/Choices.h"
+
 #include <sstream>
 
 namespace {
@@ -12,11 +14,45 @@ constexpr std::size_t optionWidth = 32;
 HelpFormatter::HelpFormatter()
 {
     column_width(optionWidth);
+    label("Positionals", "Arguments");
+}
+
+std::string HelpFormatter::make_usage(const CLI::App* app, std::string name) const
+{
+    if (app->get_parent() == nullptr) {
+        return "Usage: " + name + " COMMAND [OPTION]... [FILE]...\n       " + name +
+               " [OPTION]... [FILE]...    means " + name + " list\n";
+    }
+    std::string usage = "Usage: " + name + " [OPTION]...";
+    for (const CLI::Option* option : positionalsOf(*app)) {
+        const bool isMany = option->get_items_expected_max() > 1;
+        const std::string value = valueOf(*option) + (isMany ? "..." : "");
+        usage += option->get_required() ? " " + value : " [" + value + "]";
+    }
+    return usage + "\n";
+}
+
+// The library leaves two lines free between groups.
+std::string HelpFormatter::make_help(const CLI::App* app, std::string name,
+                                     CLI::AppFormatMode mode) const
+{
+    return CLI::detail::find_and_replace(Formatter::make_help(app, std::move(name), mode), "\n\n\n",
+                                         "\n\n");
+}
+
+std::string HelpFormatter::make_option_name(const CLI::Option* option, bool isPositional) const
+{
+    return isPositional ? valueOf(*option) : joined(namesOf(*option), ", ");
+}
+
+std::string HelpFormatter::make_option_opts(const CLI::Option* option) const
+{
+    return option->nonpositional() && takesValue(*option) ? " " + valueOf(*option) : "";
 }
 
 std::string HelpFormatter::make_option_desc(const CLI::Option* option) const
 {
-    return wrapped(option->get_description(), textWidth - optionWidth);
+    return wrapped(aboutOption(*option), textWidth - optionWidth);
 }
 
 std::string wrapped(const std::string& text, std::size_t width)

@@ -79,9 +79,6 @@ ExitStatus workInto(Output& output, const std::vector<std::string>& inputs,
         tell(output.problem());
         return ExitStatus::unwritable;
     }
-    if (status == ExitStatus::nothingFound) {
-        tell("no message found in the input");
-    }
     return status;
 }
 

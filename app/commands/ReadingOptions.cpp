@@ -1,6 +1,8 @@
 #include "commands/ReadingOptions.h"
 
+#include "base/Terminal.h"
 #include "commands/Command.h"
+#include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
 #include "format/FieldPath.h"
 #include "forms/InputForm.h"
@@ -9,54 +11,48 @@
 
 void ReadingOptions::declare(CLI::App& command)
 {
-    command.add_option("input", inputs, "Files to read; - is standard input")
-        ->required()
-        ->type_name("FILE");
-    command.add_option("-o,--output", output, "Write to this file instead of standard output")
-        ->type_name("FILE");
+    declareInputs(command, inputs);
     command
         .add_option(
             "-f,--form", form,
-            "Form of the input: auto, stream (6 bits a byte), packed, hex (a message a line), "
-            "words (a receiver's own recording). auto finds out from the first bytes")
+            "Form of the input: stream (as it is sent: 6 bits a byte), packed (8 bits a byte, "
+            "without parity), hex (packed, a message a line), words (a receiver's own recording), "
+            "or auto, which finds out from the first bytes")
         ->check(CLI::IsMember({"auto", "stream", "packed", "hex", "words"}))
-        ->capture_default_str();
-    command.add_option("--mode", mode, "Mode byte of a receiver's own recording, for --form words")
+        ->capture_default_str()
+        ->group(optionGroup::input);
+    command.add_option("--mode", mode, "Mode byte that the receiver was set to, for --form words")
         ->check(CLI::Range(0, 255))
-        ->capture_default_str();
-    command
-        .add_option("-t,--type", filter.kinds, "Only messages of these types, by number or name")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->type_name("TYPE");
-    command
-        .add_option("--except", filter.excludedKinds,
-                    "No messages of these types, by number or name")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->type_name("TYPE");
-    command.add_option("--station", filter.stations, "Only messages of these stations")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->type_name("NUMBER");
+        ->capture_default_str()
+        ->type_name("NUMBER")
+        ->group(optionGroup::input);
+    declareFilter(command);
+    declareMax(command, session.max);
+    declareOutput(command, output);
+    declareTrouble(command, session,
+                   "What to do about damaged and undecodable messages: report them on standard "
+                   "error, skip them silently, or stop at the first");
+}
+
+void ReadingOptions::declareFilter(CLI::App& command)
+{
+    const auto add = [&command](const std::string& name, std::vector<std::string>& values,
+                                const std::string& about, const std::string& type) {
+        command.add_option(name, values, about + "; several with commas between them")
+            ->delimiter(',')
+            ->allow_extra_args(false)
+            ->type_name(type)
+            ->group(optionGroup::choice);
+    };
+    add("-t,--type", filter.kinds, "Only messages of these types, by number or name", "TYPE");
+    add("--except", filter.excludedKinds, "No messages of these types, by number or name", "TYPE");
+    add("--station", filter.stations, "Only messages of these stations", "NUMBER");
     command
         .add_option(
             "-w,--where", filter.where,
             "Only messages for which the condition holds; 'rtcm2 --help' tells how to write one")
-        ->type_name("EXPRESSION");
-    command.add_option("-n,--max", session.max, "Stop after this many messages")->type_name("N");
-    command
-        .add_option(
-            "--on-error", session.onError,
-            "What to do about damaged and undecodable messages: report them on standard error, "
-            "skip them silently, or stop at the first")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, OnError>{
-                {"report", OnError::report}, {"skip", OnError::skip}, {"stop", OnError::stop}},
-            CLI::ignore_case))
-        ->option_text("report|skip|stop");
-    command.add_flag("-q,--quiet", session.quiet,
-                     "Nothing on standard error but what ends the program");
+        ->type_name("EXPRESSION")
+        ->group(optionGroup::choice);
 }
 
 namespace {
@@ -79,6 +75,14 @@ bool showsProgress(const ReadingOptions& options, const Sink& sink)
            !(resultsOnTerminal && sink.writesAlong());
 }
 
+std::string nothingFound(std::uint64_t messages)
+{
+    return messages == 0 ? "no message found in the input"
+                         : "none of the messages in the input (" + std::to_string(messages) +
+                               ") is among those that --type, --except, --station and --where "
+                               "choose";
+}
+
 }    // namespace
 
 ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFactory& makeSink)
@@ -99,8 +103,13 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
         sessionOptions.showsProgress = showsProgress(options, *sink);
         sessionOptions.showsResults =
             goesToTerminal(options.output) && ::isatty(STDERR_FILENO) == 1;
-        return workInto(output, options.inputs,
-                        [&] { return session.run(options.inputs, sessionOptions, *sink); });
+        const ExitStatus status = workInto(output, options.inputs, [&] {
+            return session.run(options.inputs, sessionOptions, *sink);
+        });
+        if (status == ExitStatus::nothingFound) {
+            tell(nothingFound(session.messages()));
+        }
+        return status;
     } catch (const FilterError& error) {
         throw UsageError{error.text};
     } catch (const FieldPathError& error) {

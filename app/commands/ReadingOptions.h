@@ -15,7 +15,7 @@
 #include <vector>
 
 struct ReadingOptions {
-    std::vector<std::string> inputs;
+    std::vector<std::string> inputs{"-"};
     std::string form = "auto";
     unsigned mode = 0;
     FilterOptions filter;
@@ -23,6 +23,9 @@ struct ReadingOptions {
     std::string output;    // empty for standard output
 
     void declare(CLI::App& command);
+
+private:
+    void declareFilter(CLI::App& command);
 };
 
 // Makes a sink that writes to the output. The filter tells which kinds can occur.

@@ -124,7 +124,9 @@ where::Condition stationCondition(const FieldModel* field,
 }    // namespace
 
 MessageFilter::MessageFilter(const FormatModel& model, const FilterOptions& options)
-    : conditions(static_cast<std::size_t>(RTCM2_last_kind()) + 1, {.constant = false})
+    : restricted(!options.kinds.empty() || !options.excludedKinds.empty() ||
+                 !options.stations.empty() || !options.where.empty()),
+      conditions(static_cast<std::size_t>(RTCM2_last_kind()) + 1, {.constant = false})
 {
     Types types = chosenTypes(model, options);
     passingKinds = std::move(types.kinds);
@@ -136,7 +138,7 @@ MessageFilter::MessageFilter(const FormatModel& model, const FilterOptions& opti
         conditions[kind->number()] = stationCondition(kind->field(RTCM2_MEANS_STATION), stations);
     }
     if (const FieldModel* type = model.unknownKind().field(RTCM2_MEANS_TYPE)) {
-        restrict(model.unknownKind(), where::valueAmong({type}, types.unknown));
+        restrict(model.unknownKind(), where::valueAmong(*type, types.unknown));
     }
     dropKinds();
     if (passingKinds.empty()) {

@@ -26,6 +26,9 @@ public:
     // the unknown kind, unless there is an expression, which never holds for it.
     const std::vector<const KindModel*>& kinds() const { return passingKinds; }
 
+    // Whether the options choose among messages at all.
+    bool isRestricted() const { return restricted; }
+
     bool takesKind(const KindModel& kind) const
     {
         return conditions[kind.number()].constant != false;
@@ -45,6 +48,7 @@ private:
     void restrict(const KindModel& kind, const where::Condition& more);
     void dropKinds();
 
+    bool restricted;
     std::vector<const KindModel*> passingKinds;
     std::vector<where::Condition> conditions;    // by the number of the kind
 };

@@ -1,6 +1,9 @@
 #include "format/FieldPath.h"
 
+#include "base/NearestName.h"
+
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -99,14 +102,61 @@ std::vector<FieldPath> pathsOf(const KindModel& kind, const std::vector<std::str
     return paths;
 }
 
+namespace {
+
+// What may have been meant, also by the last part of a path alone.
+std::vector<std::string> nearestPaths(const std::string& name,
+                                      const std::vector<std::string>& paths)
+{
+    const std::vector<std::string> nearest = nearestNames(name, paths);
+    if (!nearest.empty()) {
+        return nearest;
+    }
+    const auto lastOf = [](const std::string& path) { return path.substr(path.find('.') + 1); };
+    std::vector<std::string> parts;
+    std::transform(paths.begin(), paths.end(), std::back_inserter(parts), lastOf);
+    const std::vector<std::string> likely = nearestNames(name, parts);
+    std::vector<std::string> found;
+    for (const std::string& path : paths) {
+        const bool isLikely = !likely.empty() && lastOf(path) == likely.front();
+        if (isLikely && found.size() < 3) {
+            found.push_back(path);
+        }
+    }
+    return found;
+}
+
+}    // namespace
+
+std::vector<std::string> pathNames(const std::vector<const KindModel*>& kinds)
+{
+    std::vector<std::string> names;
+    const auto add = [&names](const std::string& name) {
+        if (std::find(names.begin(), names.end(), name) == names.end()) {
+            names.push_back(name);
+        }
+    };
+    for (const KindModel* kind : kinds) {
+        kind->eachField([&](const FieldModel& field) {
+            add(field.identifier);
+            if (field.element != nullptr) {
+                field.element->eachField(
+                    [&](const FieldModel& part) { add(field.identifier + "." + part.identifier); });
+            }
+        });
+    }
+    return names;
+}
+
 void checkNames(const std::vector<const KindModel*>& kinds, const std::vector<std::string>& names)
 {
     for (const std::string& name : names) {
         if (std::none_of(kinds.begin(), kinds.end(), [&](const KindModel* kind) {
                 return pathOf(*kind, name).field != nullptr;
             })) {
-            throw FieldPathError{"no chosen kind of message has a field '" + name +
-                                 "' ('rtcm2 describe' lists them)"};
+            const std::string meant = suggestion(nearestPaths(name, pathNames(kinds)));
+            throw FieldPathError{"no chosen kind of message has a field '" + name + "'" +
+                                 (meant.empty() ? " ('rtcm2 describe' lists them)" : "; " + meant)};
         }
     }
 }

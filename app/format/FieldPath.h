@@ -51,6 +51,9 @@ FieldPath pathOf(const KindModel& kind, std::string_view name);
 // Those of the names that the kind has, in their order.
 std::vector<FieldPath> pathsOf(const KindModel& kind, const std::vector<std::string>& names);
 
+// The identifiers of all that pathOf() finds in the kinds, none of them twice.
+std::vector<std::string> pathNames(const std::vector<const KindModel*>& kinds);
+
 // Throws FieldPathError when a name means nothing in any of the kinds.
 void checkNames(const std::vector<const KindModel*>& kinds, const std::vector<std::string>& names);
 

@@ -4,6 +4,7 @@
 
 #include "RTCM2_reader.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
@@ -98,6 +99,13 @@ struct KindModel {
     // The field or quantity of this display name or identifier, regardless of case; null when there
     // is none.
     const FieldModel* field(std::string_view nameOrIdentifier) const;
+    // Calls back with each field and then with each quantity.
+    template <class Function>
+    void eachField(Function function) const
+    {
+        std::for_each(fields.begin(), fields.end(), function);
+        std::for_each(quantities.begin(), quantities.end(), function);
+    }
     // The first field of this meaning; null when there is none.
     const FieldModel* field(RTCM2_meaning_enum meaning) const;
     // The quantity of a field of this kind; null when it has none.

@@ -2,6 +2,7 @@
 
 #include "base/InputFile.h"
 #include "base/Interrupt.h"
+#include "base/Terminal.h"
 #include "filter/MessageFilter.h"
 #include "framing/Header.h"
 
@@ -23,6 +24,9 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
     bool allReadable = true;
     for (const std::string& name : inputs) {
         input = std::make_unique<InputFile>(name);
+        if (!options.quiet && !input->hint().empty()) {
+            ::tell(input->hint());
+        }
         progress = std::make_unique<Progress>(options.showsProgress && !input->isTyped());
         readInput();
         for (const std::string& problem : {input->problem(), problemOfForm()}) {
@@ -51,7 +55,8 @@ ExitStatus Session::statusOfEnd(bool allReadable) const
     if (!allReadable) {
         return ExitStatus::unreadable;
     }
-    return good == 0 ? ExitStatus::nothingFound : ExitStatus::success;
+    const bool noneChosen = counted == 0 && filter.isRestricted();
+    return good == 0 || noneChosen ? ExitStatus::nothingFound : ExitStatus::success;
 }
 
 void Session::readInput()

@@ -45,9 +45,13 @@ public:
 
     // Reads the inputs one after another, "-" being standard input. An input that cannot be read is
     // told on standard error, and the others are read all the same. Asked to end, the session stops
-    // after what was read so far.
+    // after what was read so far. Nothing is found where the filter is restricted and leaves
+    // nothing that counts for the sink.
     ExitStatus run(const std::vector<std::string>& inputs, const SessionOptions& sessionOptions,
                    Sink& target);
+
+    // Messages that were found so far, of any kind, whether they were chosen or not.
+    std::uint64_t messages() const { return good; }
 
 private:
     void readInput();

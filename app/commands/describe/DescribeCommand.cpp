@@ -1,6 +1,7 @@
 #include "commands/describe/DescribeCommand.h"
 
 #include "base/NearestName.h"
+#include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
 #include "commands/describe/DescribeView.h"
 
@@ -30,8 +31,7 @@ void DescribeCommand::declare(CLI::App& program)
         ->type_name("KIND");
     auto* asJson = app->add_flag("--json", json, "For programs; all kinds unless some are named");
     app->add_flag("--markdown", markdown, "As Markdown")->excludes(asJson);
-    app->add_option("-o,--output", outputPath, "Write to this file instead of standard output")
-        ->type_name("FILE");
+    declareOutput(*app, outputPath);
     app->footer("Examples:\n"
                 "  rtcm2 describe                          all kinds, one a line\n"
                 "  rtcm2 describe 18 'RTK 18'              the fields of two kinds\n"

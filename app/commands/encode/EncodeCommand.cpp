@@ -1,5 +1,7 @@
 #include "commands/encode/EncodeCommand.h"
 
+#include "base/Terminal.h"
+#include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
 #include "commands/encode/EncodeSession.h"
 #include "forms/InputForm.h"
@@ -9,27 +11,19 @@
 void EncodeCommand::declare(CLI::App& program)
 {
     app = program.add_subcommand("encode", "Messages in the JSON of export become RTCM 2 again");
-    app->add_option("input", inputs, "JSON files to read; - is standard input, as is no file")
-        ->type_name("FILE");
-    app->add_option("-o,--output", outputName, "Write to this file instead of standard output")
-        ->type_name("FILE");
+    declareInputs(*app, inputs);
     app->add_option("--to", form,
                     "Form of the output: stream (6 bits a byte), packed, hex (a message a line), "
                     "words (a receiver's own recording)")
         ->check(CLI::IsMember({"stream", "packed", "hex", "words"}))
-        ->capture_default_str();
-    app->add_option("-n,--max", options.max, "Stop after this many messages")->type_name("N");
-    app->add_option("--on-error", options.onError,
-                    "What to do about messages that cannot be encoded: report them on standard "
-                    "error, skip them silently, or stop at the first. The exit status is 6 when "
-                    "there were any")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, OnError>{
-                {"report", OnError::report}, {"skip", OnError::skip}, {"stop", OnError::stop}},
-            CLI::ignore_case))
-        ->option_text("report|skip|stop");
-    app->add_flag("-q,--quiet", options.quiet,
-                  "Nothing on standard error but what ends the program");
+        ->capture_default_str()
+        ->group(optionGroup::output);
+    declareOutput(*app, outputName);
+    declareMax(*app, options.max);
+    declareTrouble(*app, options,
+                   "What to do about messages that cannot be encoded: report them on standard "
+                   "error, skip them silently, or stop at the first. The exit status is 6 when "
+                   "there were any");
     app->footer(
         "Reads one JSON object a message: a line each, in an array, or simply in a row, with these "
         "keys:\n"
@@ -58,10 +52,11 @@ ExitStatus EncodeCommand::run(Host&)
     }
     options.showsProgress =
         !options.quiet && !goesToTerminal(outputName) && ::isatty(STDERR_FILENO) == 1;
-    if (inputs.empty()) {
-        inputs = {"-"};
-    }
     const std::unique_ptr<PacketWriter> writer = makeWriter(to);
     EncodeSession session(output, *writer, options);
-    return workInto(output, inputs, [&] { return session.run(inputs); });
+    const ExitStatus status = workInto(output, inputs, [&] { return session.run(inputs); });
+    if (status == ExitStatus::nothingFound) {
+        tell("no message found in the input");
+    }
+    return status;
 }

@@ -12,7 +12,7 @@ public:
     ExitStatus run(Host& host) override;
 
 private:
-    std::vector<std::string> inputs;
+    std::vector<std::string> inputs{"-"};
     std::string form = "stream";
     std::string outputName;    // empty for standard output
     SessionOptions options;

@@ -3,6 +3,7 @@
 #include "base/InputFile.h"
 #include "base/Interrupt.h"
 #include "base/Progress.h"
+#include "base/Terminal.h"
 
 ExitStatus EncodeSession::run(const std::vector<std::string>& inputs)
 {
@@ -27,6 +28,9 @@ ExitStatus EncodeSession::run(const std::vector<std::string>& inputs)
 void EncodeSession::readInput(const std::string& name)
 {
     InputFile file(name);
+    if (!options.quiet && !file.hint().empty()) {
+        tell(file.hint());
+    }
     JsonInput input(file);
     Progress progress(options.showsProgress && !file.isTyped());
     progress.begin(file.name(), file.size());

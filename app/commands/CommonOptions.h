@@ -1,0 +1,29 @@
+// Options that several commands have, alike wherever they occur.
+#pragma once
+
+#include "session/Session.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+// Under which titles --help lists options, beside those of the command alone.
+namespace optionGroup {
+constexpr const char* input = "Input";
+constexpr const char* choice = "Choosing messages";
+constexpr const char* output = "Output";
+constexpr const char* trouble = "Errors";
+}    // namespace optionGroup
+
+// Files to read. What `inputs` holds before is read when none is named.
+void declareInputs(CLI::App& command, std::vector<std::string>& inputs);
+
+// -o
+void declareOutput(CLI::App& command, std::string& name);
+
+// -n, from 1
+void declareMax(CLI::App& command, std::uint64_t& max);
+
+// --on-error, -q
+void declareTrouble(CLI::App& command, SessionOptions& options, const std::string& about);
