@@ -182,7 +182,29 @@ for kilobytes in 4000000 $(seq 40000 100 60000); do
 done | grep -vE '^((0|1|127) |134 GLib)' | sort -u > scarce
 [ ! -s scarce ] || [ "$(cat scarce)" = "7 rtcm2: there is not enough memory" ] || fail "no memory: $(cat scarce)"
 
-"$rtcm2" completion bash | bash -n || fail "the bash completion is no bash"
+# completes WANTED WORDS...: what the last word may become, told by a shell that sourced the completion.
+completes() {
+    got=$(bash -uc 'source <("$1" completion bash); COMP_WORDS=("${@:2}"); COMP_CWORD=$(($# - 2)); _rtcm2
+        printf "%s|" "${COMPREPLY[@]}"' bash "$rtcm2" rtcm2 "${@:2}")
+    [ "$got" = "$1" ] || fail "completes to $got instead of $1: ${*:2}"
+}
+touch "file 1" "file 2"
+completes "list|" lis
+completes "file 1|file 2|" file
+completes "--type|" --ty
+completes "file 1|file 2|" -n 2 "$sample" file
+completes "file 1|file 2|" show -q -o file
+completes "1,3|1,31|1,32|1,38|1,39|" stats --type 1,3
+completes "18|" list --except = 18
+completes "packed|" convert --to p
+completes "ECEF_X,Corrections.PRC|ECEF_X,Corrections.PRC_m|" export --fields ECEF_X,Corrections.PRC
+completes "Corrections|Data|" export --rows ""
+completes ",|;|||tab|" export --separator ""
+completes "1,24|" encode --template 1,24
+completes "DGNSS|" describe DG
+completes "zsh|" completion z
+"$rtcm2" completion zsh > zsh
+! type zsh > /dev/null 2>&1 || zsh -n zsh || fail "the zsh completion is no zsh"
 for option in --where --form --on-error --texts; do
     grep -qF -- "${option//-/\\-}" <("$rtcm2" manual) || fail "the manual lacks $option"
 done

@@ -1,7 +1,10 @@
 // Messages in JSON and what `encode` makes of them, beside what the samples hold.
 #include "base/InputFile.h"
+#include "base/Names.h"
 #include "commands/encode/JsonInput.h"
+#include "commands/encode/MainKind.h"
 #include "commands/encode/MessageEncoder.h"
+#include "commands/encode/Template.h"
 #include "format/PackedText.h"
 
 #include <gtest/gtest.h>
@@ -129,10 +132,15 @@ TEST(Encode, SaysWhatIsWrongWithAMessage)
     check({
         {"1", R"("Station Health":1)", "Station_Health: stands twice"},
         {"1", R"("X":1)", "\"X\": there is no such field"},
-        {"1", R"("Corrections":[{"PRC_m":-4.34}])",
-         "Corrections[0].\"PRC_m\": encode takes numbers as they are in the message, which "
-         "'export' "
-         "writes without --scaled"},
+        {"1", R"("Correction":[])",
+         "\"Correction\": there is no such field; did you mean Corrections?"},
+        {"1", R"("Corrections":[{"PRC_m":0.02}])",
+         "Corrections[0].\"PRC_m\": is no raw value; in its place give PRC, the integer that "
+         "stands in "
+         "the message"},
+        {"1", R"("Corrections":[{"UDRE":"LE 1 m"}])",
+         "Corrections[0].UDRE: no value means \"LE 1 m\"; did you mean \"LT 1 m\"?"},
+        {"3", R"("ECEF_X":"1")", "ECEF_X: has to be an integer"},
         {"1", "", "Corrections: is missing"},
         {"1", one, "Preamble: 5 contradicts 102, which it always is", "", R"("Preamble":5)"},
         {"3", position, "Message_Type: 1 contradicts 3, which it always is", "",
@@ -201,6 +209,31 @@ TEST(Encode, SaysWhatIsWrongWithArraysTextsAndWhatFollows)
         {"23", antenna + R"("Serial_Flag":1,"Antenna_Descriptor":"")",
          "Antenna_Serial_Number: is missing where Serial_Flag is 1"},
     });
+}
+
+TEST(Encode, TakesTextsAndTemplatesOfEveryKindAsTheyAre)
+{
+    check({{"1",
+            R"("Corrections":[{"Scale_Factor":"0.32 m","UDRE":"GT 8 m","Satellite_Id":3,"PRC":-2,)"
+            R"("RRC":-1,"Issue_Of_Data":129}])",
+            "660405000810e3fffeff81aa"}});
+    int kinds = 0;
+    for (int i = 1; i <= RTCM2_last_kind(); ++i) {
+        const RTCM2_kind_s& kind = *RTCM2_kind(i);
+        if (kind.type >= 0) {
+            const std::string text = templateOf(kind);
+            const Items made = encoded(text);
+            EXPECT_NE(made.at(0).find("@1"), std::string::npos) << made.at(0) << text;
+            ++kinds;
+            for (std::uint32_t row = 0; row < kind.member_count; ++row) {
+                EXPECT_TRUE(isImplied(kind, kind.members[row]) ||
+                            text.find("\"" + identifierOf(labelOf(kind.members[row])) + "\"") !=
+                                std::string::npos)
+                    << kind.members[row].name << text;
+            }
+        }
+    }
+    EXPECT_GT(kinds, 20);
 }
 
 const std::string good = R"({"hex":"99"})";

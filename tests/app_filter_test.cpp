@@ -181,7 +181,7 @@ TEST_F(FilterTest, ErrorsPointAtThePlace)
         {"Statoin_Health == 7", 0, "did you mean \"Station Health\"?"},
         {"Ns == 1 or Z_Count == 7", 11, "did you mean \"Modified Z-Count\" or "},
         {"PRC < 0", 0, "did you mean Corrections.PRC?"},
-        {"Corrections.PCR < 0", 12, "expected another name, such as "},
+        {"Corrections.PCR < 0", 12, "did you mean PRC?"},
         {"Corrections[PCR < 0]", 12, "'Corrections' has no part 'PCR'"},
         {"Corrections[PRC < 0", 19, "expected ']'"},
         {"Ns == 5]", 7, "no '[' for this ']'"},

@@ -11,14 +11,19 @@ void CompletionCommand::declare(CLI::App& parent)
     app->add_option("shell", shell, "bash or zsh")
         ->required()
         ->check(CLI::IsMember({"bash", "zsh"}));
-    app->footer("Examples:\n"
-                "  source <(rtcm2 completion bash)\n"
-                "  rtcm2 completion zsh > ~/.zsh/completions/_rtcm2");
+    app->footer(
+        "With it, the Tab key completes commands, options and their values, types, fields and\n"
+        "files. The first example works in the shell that is open, and in every new one when it\n"
+        "stands in ~/.bashrc or, for zsh, behind compinit in ~/.zshrc.\n\n"
+        "Examples:\n"
+        "  source <(rtcm2 completion bash)\n"
+        "  rtcm2 completion zsh > ~/.zsh/completions/_rtcm2");
 }
 
-ExitStatus CompletionCommand::run(Host&)
+ExitStatus CompletionCommand::run(Host& host)
 {
-    return print(shell == "zsh" ? zshCompletion(*program) : bashCompletion(*program));
+    const CompletionWords words = completionWords(host.model);
+    return print(shell == "zsh" ? zshCompletion(*program, words) : bashCompletion(*program, words));
 }
 
 void ManualCommand::declare(CLI::App& parent)

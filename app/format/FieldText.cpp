@@ -117,14 +117,14 @@ const char* meaningOf(const FieldModel& field, std::int64_t value)
     return meansDoNotUse(field, value) ? doNotUse : RTCM2_text_of(field.row, value);
 }
 
-std::vector<RTCM2_text_s> codedTexts(const FieldModel& field)
+std::vector<RTCM2_text_s> codedTexts(const RTCM2_member_s& row)
 {
     std::vector<RTCM2_text_s> texts;
-    if (field.row->has_do_not_use != 0) {
-        texts.push_back({field.row->do_not_use, doNotUse});
+    if (row.has_do_not_use != 0) {
+        texts.push_back({row.do_not_use, doNotUse});
     }
-    for (unsigned i = 0; i < field.row->text_count; ++i) {
-        texts.push_back(field.row->texts[i]);
+    for (unsigned i = 0; i < row.text_count; ++i) {
+        texts.push_back(row.texts[i]);
     }
     return texts;
 }

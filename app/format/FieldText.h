@@ -19,7 +19,11 @@ bool appendQuantity(Text& text, const FieldModel& quantity, const void* record);
 const char* meaningOf(const FieldModel& field, std::int64_t value);
 
 // All texts of the field's values; "DoNotUse" first, whose value may have another text, too.
-std::vector<RTCM2_text_s> codedTexts(const FieldModel& field);
+std::vector<RTCM2_text_s> codedTexts(const RTCM2_member_s& row);
+inline std::vector<RTCM2_text_s> codedTexts(const FieldModel& field)
+{
+    return codedTexts(*field.row);
+}
 
 // All values as they are: numbers separated by blanks, bytes in groups of four, a text up to its
 // first NUL and as printable() gives it, "submsg" for each element; "DoNotUse" for the value that

@@ -4,6 +4,8 @@
 #include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
 #include "commands/encode/EncodeSession.h"
+#include "commands/encode/MainKind.h"
+#include "commands/encode/Template.h"
 #include "forms/InputForm.h"
 
 #include <unistd.h>
@@ -12,6 +14,12 @@ void EncodeCommand::declare(CLI::App& program)
 {
     app = program.add_subcommand("encode", "Messages in the JSON of export become RTCM 2 again");
     declareInputs(*app, inputs);
+    app->add_option("--template", templates,
+                    "Read nothing, but print messages of these types in JSON to start from, by "
+                    "number or name; several with commas between them")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("TYPE");
     app->add_option("--to", form,
                     "Form of the output: stream (6 bits a byte), packed, hex (a message a line), "
                     "words (a receiver's own recording)")
@@ -25,24 +33,28 @@ void EncodeCommand::declare(CLI::App& program)
                    "error, skip them silently, or stop at the first. The exit status is 6 when "
                    "there were any");
     app->footer(
-        "Reads one JSON object a message: a line each, in an array, or simply in a row, with these "
+        "Reads one JSON object a message: a line each, in an array, or simply in a row, with "
+        "these\n"
         "keys:\n"
-        "    kind    name of the message kind, as 'rtcm2 describe' lists them\n"
-        "    fields  the message's fields, as raw values\n"
+        "    kind    name or type number of the message kind, as 'rtcm2 describe' lists them\n"
+        "    fields  the message's fields, as raw values; a coded value also as the text that\n"
+        "            'rtcm2 describe' shows for it\n"
         "    fill    bits behind the last field, as zeros and ones, where they are not 1010...\n"
         "    hex     the packed message, for objects without fields\n"
-        "Other keys are ignored. Preamble, message type, number of data words, counts and lengths "
-        "may be left\n"
-        "out; where they are given they must agree with the rest. What cannot be encoded is left "
-        "out and told on\n"
-        "standard error; the exit status is then 6.\n\n"
+        "Other keys are ignored. Preamble, message type, number of data words, counts and lengths\n"
+        "may be left out; where they are given they must agree with the rest. What cannot be\n"
+        "encoded is left out and told on standard error; the exit status is then 6.\n\n"
         "Examples:\n"
-        "    rtcm2 export capture.rtcm2 | rtcm2 encode --to packed -o capture.packed\n"
-        "    rtcm2 encode station.ndjson --to stream -o station.rtcm2");
+        "    rtcm2 encode --template 3 > station.json     then edit it, and\n"
+        "    rtcm2 encode -o station.rtcm2 station.json\n"
+        "    rtcm2 export capture.rtcm2 | rtcm2 encode --to packed -o capture.packed");
 }
 
 ExitStatus EncodeCommand::run(Host&)
 {
+    if (!templates.empty()) {
+        return printTemplates();
+    }
     const InputForm to = *inputFormOf(form);
     requireNoBinaryOnTerminal(form, outputName);
     requireOtherOutput(inputs, outputName);
@@ -59,4 +71,20 @@ ExitStatus EncodeCommand::run(Host&)
         tell("no message found in the input");
     }
     return status;
+}
+
+ExitStatus EncodeCommand::printTemplates() const
+{
+    if (app->count("input") > 0) {
+        throw UsageError{"--template reads no input, and " + inputs.front() + " is given"};
+    }
+    std::string text;
+    for (const std::string& name : templates) {
+        const RTCM2_kind_s* const kind = findMainKind(name);
+        if (kind == nullptr) {
+            throw UsageError{"--template: " + noMainKind(name)};
+        }
+        text += templateOf(*kind);
+    }
+    return print(text, outputName);
 }

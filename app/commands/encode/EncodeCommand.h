@@ -12,8 +12,11 @@ public:
     ExitStatus run(Host& host) override;
 
 private:
+    ExitStatus printTemplates() const;
+
     std::vector<std::string> inputs{"-"};
     std::string form = "stream";
-    std::string outputName;    // empty for standard output
+    std::string outputName;                // empty for standard output
+    std::vector<std::string> templates;    // kinds of which a message is wanted to start from
     SessionOptions options;
 };

@@ -1,7 +1,10 @@
 #include "commands/encode/GivenRecord.h"
 
 #include "base/Names.h"
+#include "base/NearestName.h"
+#include "commands/encode/CodedValue.h"
 #include "commands/encode/JsonValue.h"
+#include "commands/encode/MainKind.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -99,7 +102,8 @@ Problem readIntegers(const RTCM2_member_s& member, const Value& value,
         return value.IsString() ? readLatin1(textOf(value), integers) : "has to be a text";
     }
     if (member.role != RTCM2_ROLE_RUN) {
-        return addInteger(member, value, integers);
+        return value.IsString() ? readCoded(member, textOf(value), integers)
+                                : addInteger(member, value, integers);
     }
     if (!value.IsArray()) {
         return "has to be an array of integers";
@@ -111,17 +115,26 @@ Problem readIntegers(const RTCM2_member_s& member, const Value& value,
 
 }    // namespace
 
+bool isImplied(const RTCM2_kind_s& kind, const RTCM2_member_s& member)
+{
+    if (member.role != RTCM2_ROLE_WIRE) {
+        return member.length == nullptr;
+    }
+    const std::span rows(kind.members, kind.member_count);
+    const bool isLength = std::any_of(
+        rows.begin(), rows.end(), [&](const RTCM2_member_s& row) { return row.length == &member; });
+    const bool isNumberOfWords =
+        kind.type >= 0 && member.offset == offsetof(RTCM2_header_s, No_Of_Data_Words);
+    return isLength || isNumberOfWords || isFixed(kind, member);
+}
+
 Problem GivenRecord::read(const Value& object)
 {
     std::size_t likeliest = 0;
     for (const auto& [name, value] : object.GetObject()) {
         const std::size_t index = find(textOf(name), likeliest);
         if (index == rows.size()) {
-            return path + quoted(textOf(name)) + ": " +
-                   (isQuantity(textOf(name))
-                        ? "encode takes numbers as they are in the message, which 'export' writes "
-                          "without --scaled"
-                        : "there is no such field");
+            return noSuchField(textOf(name));
         }
         if (entries[index].value != nullptr) {
             return wrong(rows[index], "stands twice");
@@ -146,13 +159,6 @@ Problem GivenRecord::readMember(const RTCM2_member_s& member, Entry& entry)
                   std::to_string(member.limit);
     }
     return problem.empty() ? problem : wrong(member, problem);
-}
-
-bool GivenRecord::isQuantity(std::string_view name) const
-{
-    return std::any_of(rows.begin(), rows.end(), [name](const RTCM2_member_s& member) {
-        return member.quantity != nullptr && sameName(member.quantity->name, name);
-    });
 }
 
 // The member of this identifier or name, by its index; one past the last when there is none.
@@ -182,6 +188,20 @@ Problem GivenRecord::readElements(const RTCM2_member_s& array, const Value& valu
     });
 }
 
+Problem GivenRecord::noSuchField(std::string_view name) const
+{
+    std::vector<std::string> names;
+    for (const RTCM2_member_s& row : rows) {
+        names.push_back(identifierOf(labelOf(row)));
+        if (row.quantity != nullptr && sameName(name, row.quantity->name)) {
+            return path + quoted(name) + ": is no raw value; in its place give " + names.back() +
+                   ", the integer that stands in the message";
+        }
+    }
+    const std::string meant = suggestion(nearestNames(name, names));
+    return path + quoted(name) + ": there is no such field" + (meant.empty() ? "" : "; " + meant);
+}
+
 Problem GivenRecord::wrong(const RTCM2_member_s& member, std::string_view reason) const
 {
     return (path + identifierOf(labelOf(member)) + ": ").append(reason);
@@ -193,19 +213,6 @@ Problem GivenRecord::contradicts(const void* decoded, const RTCM2_member_s& memb
     return wrong(member, given + " contradicts " + became + ", which " +
                              (member.of != nullptr ? "follows" + stateOf(decoded, member.of)
                                                    : "it always is"));
-}
-
-// Whether the value follows from something else, so that it need not be given.
-bool GivenRecord::isImplied(const RTCM2_member_s& member) const
-{
-    if (member.role != RTCM2_ROLE_WIRE) {
-        return member.length == nullptr;
-    }
-    const bool isLength = std::any_of(
-        rows.begin(), rows.end(), [&](const RTCM2_member_s& row) { return row.length == &member; });
-    const bool isNumberOfWords =
-        kind.type >= 0 && member.offset == offsetof(RTCM2_header_s, No_Of_Data_Words);
-    return isLength || isNumberOfWords || isFixed(kind, member) || hasAllSlices(member);
 }
 
 bool GivenRecord::hasAllSlices(const RTCM2_member_s& whole) const
@@ -237,7 +244,7 @@ Problem GivenRecord::writeMember(void* record, const RTCM2_member_s& member) con
 {
     const bool isPresent = RTCM2_is_present(record, &member) != 0;
     if (given(member) == nullptr) {
-        return !isPresent || isImplied(member)
+        return !isPresent || isImplied(kind, member) || hasAllSlices(member)
                    ? Problem()
                    : wrong(member, "is missing" + stateOf(record, member.when));
     }

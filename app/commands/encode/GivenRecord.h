@@ -13,15 +13,11 @@
 #include <utility>
 #include <vector>
 
-// What people call a kind or a member: its name in code where it is not described.
-template <class Row>
-const char* labelOf(const Row& row)
-{
-    return *row.display != '\0' ? row.display : row.name;
-}
-
 // What is wrong, beginning with the member: "Corrections[1].PRC: is missing". Empty: nothing.
 using Problem = std::string;
+
+// Whether the value follows from the rest of a record, so that it need not be given.
+bool isImplied(const RTCM2_kind_s& kind, const RTCM2_member_s& member);
 
 // Writes what is given into a record, and compares it with a record that was decoded from what that
 // one encoded to: whatever follows from other members shows there, and so does what contradicts it.
@@ -63,14 +59,13 @@ private:
         return entries[static_cast<std::size_t>(&member - rows.data())];
     }
     std::size_t find(std::string_view name, std::size_t likeliest) const;
-    bool isQuantity(std::string_view name) const;
     Problem readMember(const RTCM2_member_s& member, Entry& entry);
     Problem readElements(const RTCM2_member_s& array, const Value& value);
+    Problem noSuchField(std::string_view name) const;
     Problem wrong(const RTCM2_member_s& member, std::string_view reason) const;
     Problem contradicts(const void* decoded, const RTCM2_member_s& member, const std::string& given,
                         const std::string& became) const;
 
-    bool isImplied(const RTCM2_member_s& member) const;
     bool hasAllSlices(const RTCM2_member_s& whole) const;
 
     Problem writeMember(void* record, const RTCM2_member_s& member) const;

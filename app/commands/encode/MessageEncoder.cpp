@@ -1,7 +1,7 @@
 #include "commands/encode/MessageEncoder.h"
 
-#include "base/Names.h"
 #include "commands/encode/JsonValue.h"
+#include "commands/encode/MainKind.h"
 
 #include <algorithm>
 
@@ -12,16 +12,6 @@ using rapidjson::Value;
 constexpr unsigned headerBits = 48;
 constexpr unsigned bitsPerWord = 24;
 constexpr unsigned mostWords = 31;
-
-// The main kind of this name or identifier; null when there is none.
-const RTCM2_kind_s* findMainKind(const char* name)
-{
-    const RTCM2_kind_s* kind = RTCM2_find_kind(name);
-    for (int i = 1; kind == nullptr && i <= RTCM2_last_kind(); ++i) {
-        kind = sameName(labelOf(*RTCM2_kind(i)), name) ? RTCM2_kind(i) : nullptr;
-    }
-    return kind != nullptr && kind->type >= 0 ? kind : nullptr;
-}
 
 const RTCM2_member_s& wordsOf(const RTCM2_kind_s& kind)
 {
@@ -59,9 +49,9 @@ Problem MessageEncoder::takeFields(const Value& object, const Value& fields)
     if (name == nullptr || !name->IsString()) {
         return name == nullptr ? "kind: is missing" : "kind: has to be a text";
     }
-    const RTCM2_kind_s* const kind = findMainKind(name->GetString());
+    const RTCM2_kind_s* const kind = findMainKind(textOf(*name));
     if (kind == nullptr) {
-        return "kind: there is no message kind " + quoted(textOf(*name));
+        return "kind: " + noMainKind(textOf(*name));
     }
     fill = find(object, "fill");
     const Problem problem =

@@ -34,7 +34,7 @@ void ExportCommand::declare(CLI::App& program)
                     "CSV: a row for each sub-message in this field, which repeats the fields of "
                     "the message; kinds without the field are left out, and so are sub-messages "
                     "that do not meet the condition of --where by themselves")
-        ->type_name("FIELD");
+        ->type_name("SUBMESSAGES");
     app->add_flag("--mixed", mixed,
                   "CSV: several kinds in one output; where the kind changes, a blank line, a "
                   "comment with its name and its header line");
