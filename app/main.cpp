@@ -7,6 +7,7 @@
 #include "commands/Mistakes.h"
 #include "commands/OutputFile.h"
 #include "commands/SelfCommands.h"
+#include "commands/compare/CompareCommand.h"
 #include "commands/convert/ConvertCommand.h"
 #include "commands/describe/DescribeCommand.h"
 #include "commands/encode/EncodeCommand.h"
@@ -100,6 +101,7 @@ ExitStatus run(int argc, char** argv)
     commands.push_back(std::make_unique<DescribeCommand>());
     commands.push_back(std::make_unique<StatsCommand>());
     commands.push_back(std::make_unique<PositionCommand>());
+    commands.push_back(std::make_unique<CompareCommand>());
     commands.push_back(std::make_unique<ExportCommand>());
     commands.push_back(std::make_unique<ConvertCommand>());
     commands.push_back(std::make_unique<EncodeCommand>());

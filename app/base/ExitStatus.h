@@ -4,6 +4,7 @@
 enum class ExitStatus : int {
     success = 0,
     nothingFound = 1,        // the inputs hold no message, or none that is chosen
+    different = 1,           // compare: the inputs differ, as diff and cmp say it
     usage = 2,               // wrong option, argument or expression
     unreadable = 3,          // an input cannot be read
     unwritable = 4,          // the output cannot be written

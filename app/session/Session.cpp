@@ -72,7 +72,7 @@ void Session::readInput()
         const FrameBatch* batch = &frames.next();
         while (!batch->isEmpty()) {
             takeAll(*batch);
-            if (isDone()) {
+            if (isInputDone()) {
                 break;
             }
             batch = &frames.next();
@@ -135,7 +135,7 @@ void Session::takeAll(const FrameBatch& batch)
 {
     for (const FrameBatch::Entry& entry : batch.entries()) {
         take(batch, entry);
-        if (isDone()) {
+        if (isInputDone()) {
             return;
         }
     }

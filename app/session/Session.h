@@ -71,6 +71,7 @@ private:
     void tellAlong(const std::string& text);
     void tell(const std::string& text);
     ExitStatus statusOfEnd(bool allReadable) const;
+    bool isInputDone() const { return isDone() || sink->hasEnough(); }
     bool isDone() const;
 
     const FormatModel& formatModel;

@@ -27,6 +27,8 @@ public:
     // Between two reads of an input whose bytes arrive slowly.
     virtual void pause() {}
 
+    // Whether no more of this input is wanted.
+    virtual bool hasEnough() const { return false; }
     // Whether there is no point in going on.
     virtual bool isDone() const { return false; }
     // Whether results are written while inputs are read, so that progress must not be shown on the

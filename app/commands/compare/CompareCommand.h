@@ -1,0 +1,14 @@
+#pragma once
+
+#include "commands/Command.h"
+#include "commands/ReadingOptions.h"
+
+class CompareCommand : public Command {
+public:
+    void declare(CLI::App& program) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    ReadingOptions reading;
+    bool asJson = false;
+};
