@@ -42,7 +42,7 @@ waitFor() {
 
 echo old > old
 head -c 20000 /dev/zero | tr '\0' 'x' > letters
-for command in list show stats export "convert --to hex"; do
+for command in list show stats position export "convert --to hex"; do
     expect 0 "" $command "$sample"
     "$rtcm2" $command "$sample" -o new && cmp out new || fail "a file gets something else: $command"
     expect 3 "unsure of its form" $command letters
@@ -95,6 +95,14 @@ done
 ends 2 "leave no kind" "nothing can be chosen"
 
 expect 3 'cannot read \x1B[2J\x0A: ' list $'\e[2J\n'
+expect 1 "3, 22, 24, 32" position --type 1 "$sample"
+expect 0 "" compare "$sample" "$sample"
+"$rtcm2" compare --json - "$all" < "$sample" > out 2> err
+[ $? -eq 1 ] && [ ! -s err ] && grep -q '"same": false' out || fail "inputs that differ are told otherwise"
+expect 2 "only be one" compare - -
+expect 2 "2 required" compare "$sample"
+expect 3 "No such file" compare "$sample" missing
+expect 3 "nothing to compare" compare --station 1 "$sample" "$all"
 expect 0 "at byte" list "$damaged" -o whole
 expect 5 "at byte" list --quiet --on-error stop "$damaged"
 expect 2 "does not go with" convert --to hex --keep-undecodable --station 417 "$sample"

@@ -24,6 +24,8 @@ std::string right(std::uint64_t number, std::size_t columns)
 std::string withDecimals(double number, int decimals)
 {
     char text[400];    // enough for the largest number
-    return {text,
-            std::to_chars(text, std::end(text), number, std::chars_format::fixed, decimals).ptr};
+    const std::string shown(
+        text, std::to_chars(text, std::end(text), number, std::chars_format::fixed, decimals).ptr);
+    const bool isZero = shown.find_first_not_of("-0.") == std::string::npos;
+    return isZero && number < 0 ? shown.substr(1) : shown;
 }

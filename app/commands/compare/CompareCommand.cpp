@@ -28,7 +28,7 @@ void CompareCommand::declare(CLI::App& program)
         "as\n"
         "'common'. docs/json.md describes the JSON.\n"
         "\n"
-        "Both inputs are kept in memory in a compact form, about as large as they are.\n"
+        "Both inputs are read to their end and kept in memory: two of 100 MB take up to 500 MB.\n"
         "\n"
         "Exit status, as of diff and cmp:\n"
         "    0  the messages are the same\n"
