@@ -1,6 +1,7 @@
 #include "base/Terminal.h"
 #include "commands/export/CsvExport.h"
 #include "commands/export/JsonExport.h"
+#include "commands/list/BriefView.h"
 #include "commands/list/ListView.h"
 #include "commands/show/ShowView.h"
 #include "format/PackedText.h"
@@ -195,6 +196,41 @@ TEST_F(ExportTest, ShowTellsFieldsThatArePresentWithUnitsAndMeanings)
           "  \033[36mGNSS Time Of Measurement\033[0m  4660 microsecond\n"}) {
         EXPECT_NE(shown.find(piece), std::string::npos) << piece << "is not in\n" << shown;
     }
+}
+
+TEST_F(ExportTest, LinesForPeopleTellSatellitesPointsAndTexts)
+{
+    const auto brief = [&](const std::vector<Packed>& messages, const BriefOptions& options) {
+        const std::string text = app.run(messages, [&](Output& output) {
+            return std::make_unique<BriefView>(output, options, app.kinds({}));
+        });
+        return text.substr(text.find('\n') + 1);
+    };
+    Packed unwell = twoCorrections();
+    unwell[5] |= 7;
+    const std::pair<Packed, std::string> cases[] = {
+        {twoCorrections(), "1  G03 -6 m, G31 10485.44 m"},
+        {packed(1, 2, {0x23, 0x80, 0, 0, 0, 0}), "1  G03 do not use"},
+        {packed(9, 0), "9  0 x DGNSS"},
+        {packed(15, 2, {0x23, 0, 0, 0, 0, 0}), "15  R03"},
+        {packed(3, 4, {0, 0, 0, 100, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF}),
+         "3  Reference point 1 0 -0.01 m"},
+        {packed(24, 6, {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 3, 0, 4, 0}),
+         "24  Antenna reference point 0 0 0 m, GLONASS, Antenna Height 0.0016 m"},
+        {textMessage("H\xF6he"), "16  \"H\xC3\xB6he\""},
+        {packed(59, 1, {65, 1, 2}), "59  FKP, 3 bytes"},
+        {packed(14, 1, {1, 2, 3}), "14  unknown type 0x010203"},
+        {packed(38, 2, {0, 0, 0, 0, 0, 0}), "38  0 x JPL 48"},
+        {unwell, "1  Not Working: G03 -6 m, G31 10485.44 m"},
+    };
+    for (const auto& [message, line] : cases) {
+        EXPECT_EQ(brief({message}, {}), "      1  45:00.0        5" +
+                                            std::string(7 - line.find(' ') - 1, ' ') + line + "\n");
+    }
+    EXPECT_EQ(brief({textMessage("H\xF6he")}, {.columns = 39}),
+              "      1  45:00.0        5    16  \"H\xC3\xB6...\n");
+    EXPECT_NE(brief({unwell}, {.colour = true}).find("\033[33mNot Working\033[0m: G03"),
+              std::string::npos);
 }
 
 TEST_F(ExportTest, PlacesStandBeforeFieldsAndHexBehind)

@@ -1,6 +1,7 @@
 #include "base/Output.h"
 
 #include "base/Descriptor.h"
+#include "base/Terminal.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -134,6 +135,11 @@ std::string Output::problem() const
 bool Output::wantsColour() const
 {
     return isTerminal && std::getenv("NO_COLOR") == nullptr;
+}
+
+std::size_t Output::columns() const
+{
+    return isTerminal ? columnsOf(descriptor) : 0;
 }
 
 void Output::check(bool succeeded)

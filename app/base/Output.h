@@ -53,6 +53,8 @@ public:
 
     // Whether a person reads along on a terminal and has not asked for plain text by NO_COLOR.
     bool wantsColour() const;
+    // Of the terminal on which a person reads along; 0 where it is none.
+    std::size_t columns() const;
 
 private:
     void replace(const struct stat& old);

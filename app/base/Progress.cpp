@@ -7,7 +7,6 @@
 #include <cmath>
 #include <cstdio>
 
-#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
@@ -43,9 +42,8 @@ std::string durationText(double seconds)
 // Columns of the terminal that a line can use without wrapping.
 std::size_t columns()
 {
-    winsize window = {};
-    const bool known = ::ioctl(STDERR_FILENO, TIOCGWINSZ, &window) == 0 && window.ws_col > 1;
-    return (known ? window.ws_col : 80U) - 1U;
+    const std::size_t known = columnsOf(STDERR_FILENO);
+    return (known > 1 ? known : 80) - 1;
 }
 
 }    // namespace

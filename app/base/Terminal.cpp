@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
@@ -83,6 +84,12 @@ std::string printable(std::string_view utf8)
         utf8.remove_prefix(std::max<std::size_t>(shown, 1));
     }
     return text;
+}
+
+std::size_t columnsOf(int descriptor)
+{
+    winsize window = {};
+    return ::ioctl(descriptor, TIOCGWINSZ, &window) == 0 ? window.ws_col : 0;
 }
 
 void tell(std::string_view text)

@@ -1,6 +1,7 @@
 // What people read, on a terminal or in a log.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -8,6 +9,9 @@
 // it: control characters (line ends and tabs too), characters that are invisible or turn the
 // direction of writing, and bytes that are no valid UTF-8. Everything else stays as it is.
 std::string printable(std::string_view utf8);
+
+// The columns of the terminal that a descriptor is; 0 where that is unknown.
+std::size_t columnsOf(int descriptor);
 
 // A line to standard error, begun with the program's name, in which everything is printable.
 void tell(std::string_view text);

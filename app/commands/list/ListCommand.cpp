@@ -1,29 +1,65 @@
 #include "commands/list/ListCommand.h"
 
+#include "base/Terminal.h"
+
+#include <algorithm>
+
 void ListCommand::declare(CLI::App& program)
 {
     app = program.add_subcommand("list", "One line a message");
     reading.declare(*app);
-    app->add_flag("-i,--interpreted", list.interpreted, "Show what coded values mean");
+    app->add_flag("--all", all, "Also fields that mean nothing with the system of the message");
+    app->add_flag("-l,--line", line, "The lines of the decoder: all fields as raw values");
     app->add_option("--fields", list.fields,
-                    "Only these fields, by name; those of sub-messages after a dot, as in "
-                    "Corrections.PRC")
+                    "Columns of one's own: fields and quantities by name; those of sub-messages "
+                    "after a dot, as in Corrections.PRC_m")
         ->delimiter(',')
         ->allow_extra_args(false)
         ->type_name("FIELD");
-    app->add_option("-s,--separator", list.separator, "Text between two fields")
+    app->add_flag("-i,--interpreted", list.interpreted,
+                  "With --line or --fields: show what coded values mean");
+    app->add_option("-s,--separator", list.separator,
+                    "With --line or --fields: text between two fields")
         ->capture_default_str();
-    app->add_flag("-p,--position", list.position, "Show message number and byte position first");
-    app->footer("Examples:\n"
-                "  rtcm2 list capture.rtcm2\n"
-                "  rtcm2 list -i --fields 'Modified Z-Count,Station Health' capture.rtcm2\n"
-                "  nc caster 2101 | rtcm2 list --type 1,31 --position -");
+    app->add_flag("-p,--position", list.position,
+                  "Also the byte position; with --line or --fields number and position first");
+    app->footer(
+        "A line is cut where a terminal ends; into a file or a pipe it is written whole.\n\n"
+        "Examples:\n"
+        "  rtcm2 list capture.rtcm2\n"
+        "  rtcm2 list --fields Modified_Z_Count_s,Corrections.Satellite,Corrections.PRC_m "
+        "capture.rtcm2\n"
+        "  rtcm2 list --line -i capture.rtcm2\n"
+        "  nc caster 2101 | rtcm2 list --type 1,31 -");
+}
+
+// Names lead where there are several.
+std::size_t ListCommand::inputWidth() const
+{
+    std::size_t width = std::string_view("Input").size();
+    for (const std::string& name : reading.inputs) {
+        width = std::max(width, printable(name).size());
+    }
+    return reading.inputs.size() > 1 ? width : 0;
 }
 
 ExitStatus ListCommand::run(Host& host)
 {
-    return runSession(host, reading, [this](Output& output, const MessageFilter& filter) {
-        checkNames(filter.kinds(), list.fields);
-        return std::make_unique<ListView>(output, list, filter.kinds());
-    });
+    if (!wantsColumns() && (list.interpreted || app->count("--separator") > 0)) {
+        throw UsageError{"--interpreted and --separator are for --line and --fields"};
+    }
+    list.withInput = !list.fields.empty() && reading.inputs.size() > 1;
+    return runSession(host, reading,
+                      [this](Output& output, const MessageFilter& filter) -> std::unique_ptr<Sink> {
+                          checkNames(filter.kinds(), list.fields);
+                          if (wantsColumns()) {
+                              return std::make_unique<ListView>(output, list, filter.kinds());
+                          }
+                          const BriefOptions brief{.inputWidth = inputWidth(),
+                                                   .position = list.position,
+                                                   .all = all,
+                                                   .colour = output.wantsColour(),
+                                                   .columns = output.columns()};
+                          return std::make_unique<BriefView>(output, brief, filter.kinds());
+                      });
 }

@@ -2,6 +2,7 @@
 
 #include "commands/Command.h"
 #include "commands/ReadingOptions.h"
+#include "commands/list/BriefView.h"
 #include "commands/list/ListView.h"
 
 class ListCommand : public Command {
@@ -10,6 +11,11 @@ public:
     ExitStatus run(Host& host) override;
 
 private:
+    bool wantsColumns() const { return line || !list.fields.empty(); }
+    std::size_t inputWidth() const;
+
     ReadingOptions reading;
     ListOptions list;
+    bool line = false;    // as the decoder writes it
+    bool all = false;
 };

@@ -1,5 +1,6 @@
 #include "commands/list/ListView.h"
 
+#include "base/Terminal.h"
 #include "format/FieldText.h"
 #include "format/PackedText.h"
 
@@ -50,11 +51,19 @@ void ListView::writeHeader(const std::vector<const KindModel*>& kinds)
     if (options.position) {
         names.insert(names.begin(), {"No.", "Byte"});
     }
+    if (options.withInput) {
+        names.insert(names.begin(), "Input");
+    }
     std::string header;
     for (const std::string& name : names) {
         header += (header.empty() ? "" : options.separator) + name;
     }
     text.append(header + "\n");
+}
+
+void ListView::beginInput(const std::string& name)
+{
+    input = options.withInput ? printable(name) + options.separator : std::string();
 }
 
 ListView::Columns ListView::columnsOf(const KindModel& kind) const
@@ -74,6 +83,7 @@ ListView::Columns ListView::columnsOf(const KindModel& kind) const
 void ListView::print(const Found& found, Text& target)
 {
     const std::size_t begin = target.size();
+    target.append(input);
     if (options.position) {
         appendUnsigned(target, found.number);
         target.append(options.separator);

@@ -1,4 +1,4 @@
-// One line a message.
+// One line a message, a column a field: as the decoder writes it, or chosen fields.
 #pragma once
 
 #include "format/FieldPath.h"
@@ -9,7 +9,8 @@
 
 struct ListOptions {
     bool interpreted = false;
-    bool position = false;    // message number and byte before the fields
+    bool withInput = false;    // the input's name before everything
+    bool position = false;     // message number and byte before the fields
     std::string separator = ";";
     std::vector<std::string> fields;    // names or identifiers; empty for all of the kind
 };
@@ -20,6 +21,8 @@ public:
     ListView(Output& out, const ListOptions& listOptions,
              const std::vector<const KindModel*>& kinds);
 
+    void beginInput(const std::string& name) override;
+
 private:
     // The fields that make up the line of a kind; without field where the kind lacks a chosen one.
     using Columns = std::vector<FieldPath>;
@@ -29,5 +32,6 @@ private:
     void print(const Found& found, Text& target) override;
 
     ListOptions options;
+    std::string input;               // as the first column
     std::vector<Columns> columns;    // by the number of the kind
 };

@@ -1,0 +1,173 @@
+#include "commands/list/BriefView.h"
+
+#include "base/Terminal.h"
+#include "format/FieldText.h"
+#include "format/PackedText.h"
+#include "framing/Frame.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::size_t numberWidth = 7;
+constexpr std::size_t byteWidth = 10;
+constexpr std::size_t timeWidth = 9;
+constexpr std::size_t stationWidth = 9;
+constexpr std::size_t typeWidth = 6;
+
+// To the right of a column.
+void appendCell(Text& text, std::string_view cell, std::size_t width)
+{
+    constexpr std::string_view blanks = "            ";
+    text.append(blanks.substr(0, width - std::min(width, cell.size())));
+    text.append(cell);
+}
+
+void appendCell(Text& text, std::uint64_t number, std::size_t width)
+{
+    char digits[numberRoom];
+    appendCell(text, {digits, static_cast<std::size_t>(putUnsigned(digits, number) - digits)},
+               width);
+}
+
+void appendCell(Text& text, const FieldModel* field, const void* record, std::size_t width)
+{
+    if (field != nullptr) {
+        appendCell(text,
+                   static_cast<std::uint64_t>(RTCM2_reader_integer(&field->reader, record, 0)),
+                   width);
+    } else {
+        appendCell(text, "-", width);
+    }
+}
+
+// Minutes and seconds of the hour, "30:07.8".
+void appendTime(Text& text, const FieldModel* time, const void* record)
+{
+    RTCM2_decimal_s seconds{};
+    if (time == nullptr ||
+        RTCM2_reader_quantity(&*time->quantity, record, &seconds) != RTCM2_ACCESS_DONE) {
+        return appendCell(text, "-", timeWidth);
+    }
+    std::uint64_t tenths = static_cast<std::uint64_t>(seconds.digits) * 10;
+    for (unsigned left = seconds.decimals; left > 0; --left) {
+        tenths /= 10;
+    }
+    const auto digit = [](std::uint64_t number) { return static_cast<char>('0' + number % 10); };
+    const std::uint64_t minutes = tenths / 600;
+    const char clock[] = {
+        digit(minutes / 10), digit(minutes), ':', digit(tenths / 100 % 6), digit(tenths / 10), '.',
+        digit(tenths)};
+    appendCell(text, {clock, sizeof clock}, timeWidth);
+}
+
+bool beginsCharacter(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+}
+
+// Where in a text so many characters of it end; its size where it has no more.
+std::size_t endOfCharacters(std::string_view utf8, std::size_t count)
+{
+    std::size_t end = 0;
+    while (end < utf8.size() && (count > 0 || !beginsCharacter(utf8[end]))) {
+        count -= beginsCharacter(utf8[end++]) ? 1U : 0U;
+    }
+    return end;
+}
+
+}    // namespace
+
+BriefView::BriefView(Output& out, const BriefOptions& briefOptions,
+                     const std::vector<const KindModel*>& kinds)
+    : PrintingSink(out), options(briefOptions),
+      plans(static_cast<std::size_t>(RTCM2_last_kind()) + 1)
+{
+    for (const KindModel* kind : kinds) {
+        const FieldModel* const time = kind->field(RTCM2_MEANS_TIME);
+        plans[kind->number()] = {.time = time != nullptr ? kind->quantityOf(*time) : nullptr,
+                                 .station = kind->field(RTCM2_MEANS_STATION),
+                                 .type = kind->field(RTCM2_MEANS_TYPE),
+                                 .health = kind->field(RTCM2_MEANS_HEALTH),
+                                 .content = BriefPlan(*kind, options.all)};
+    }
+    beginInput("Input");
+    text.append(input);
+    appendCell(text, "No.", numberWidth);
+    if (options.position) {
+        appendCell(text, "Byte", byteWidth);
+    }
+    appendCell(text, "Time", timeWidth);
+    appendCell(text, "Station", stationWidth);
+    appendCell(text, "Type", typeWidth);
+    text.append("  Content\n");
+}
+
+void BriefView::beginInput(const std::string& name)
+{
+    if (options.inputWidth != 0) {
+        input = printable(name);
+        input.resize(std::max(input.size(), options.inputWidth), ' ');
+    }
+}
+
+void BriefView::print(const Found& found, Text& target)
+{
+    const std::size_t begin = target.size();
+    const KindPlan& plan = plans[found.kind->number()];
+    target.append(input);
+    appendCell(target, found.number, numberWidth);
+    if (options.position) {
+        appendCell(target, found.begin, byteWidth);
+    }
+    appendTime(target, plan.time, found.record);
+    appendCell(target, plan.station, found.record, stationWidth);
+    appendCell(target, plan.type, found.record, typeWidth);
+    target.append("  ");
+    const std::size_t healthBegin = target.size();
+    // The usual health is 0.
+    if (plan.health != nullptr &&
+        RTCM2_reader_integer(&plan.health->reader, found.record, 0) != 0) {
+        appendInterpreted(target, *plan.health, found.record, true);
+    }
+    const std::size_t healthEnd = target.size();
+    target.append(healthEnd != healthBegin ? ": " : "");
+    if (found.kind->isUnknown) {
+        appendUnknown(target, found);
+    } else {
+        plan.content.append(target, found.record);
+    }
+    if (options.columns != 0 || options.colour) {
+        finishLine(target, begin, healthBegin, healthEnd);
+    }
+    target.append('\n');
+}
+
+void BriefView::appendUnknown(Text& target, const Found& found)
+{
+    std::string digits = "unknown type 0x";
+    appendHex(digits, found.bytes.subspan(framing::headerBytes));
+    target.append(std::string_view(digits).substr(
+        0, found.bytes.size() > framing::headerBytes ? digits.npos : digits.rfind(' ')));
+}
+
+// What a terminal shows: no more than a line of it, and a health that people should see.
+void BriefView::finishLine(Text& target, std::size_t begin, std::size_t healthBegin,
+                           std::size_t healthEnd) const
+{
+    constexpr std::string_view dots = "...";
+    std::string line(target.view().substr(begin));
+    if (options.columns != 0 && endOfCharacters(line, options.columns) < line.size()) {
+        line.resize(
+            endOfCharacters(line, options.columns - std::min(options.columns, dots.size())));
+        line += dots;
+    }
+    const std::size_t first = healthBegin - begin;
+    const std::size_t last = std::min(healthEnd - begin, line.size());
+    if (options.colour && first < last) {
+        line.insert(last, "\033[0m");
+        line.insert(first, "\033[33m");
+    }
+    target.cut(begin);
+    target.append(line);
+}

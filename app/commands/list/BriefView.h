@@ -1,0 +1,44 @@
+// One line a message, for people: number, time, station, type, and what is in it.
+#pragma once
+
+#include "commands/list/BriefPlan.h"
+#include "session/Sink.h"
+
+#include <string>
+#include <vector>
+
+struct BriefOptions {
+    std::size_t inputWidth = 0;    // of the column with the input's name; 0 for none
+    bool position = false;         // the byte behind the number
+    bool all = false;              // also fields that mean nothing with the message's system
+    bool colour = false;           // of a health that is not the usual one
+    std::size_t columns = 0;       // that a line may have; 0 for any number
+};
+
+class BriefView : public PrintingSink {
+public:
+    // `kinds` are those that may occur.
+    BriefView(Output& out, const BriefOptions& briefOptions,
+              const std::vector<const KindModel*>& kinds);
+
+    void beginInput(const std::string& name) override;
+
+private:
+    // How the line of a kind begins, and the rest of it.
+    struct KindPlan {
+        const FieldModel* time = nullptr;
+        const FieldModel* station = nullptr;
+        const FieldModel* type = nullptr;
+        const FieldModel* health = nullptr;
+        BriefPlan content{};
+    };
+
+    void print(const Found& found, Text& target) override;
+    static void appendUnknown(Text& target, const Found& found);
+    void finishLine(Text& target, std::size_t begin, std::size_t healthBegin,
+                    std::size_t healthEnd) const;
+
+    BriefOptions options;
+    std::string input;
+    std::vector<KindPlan> plans;    // by the number of the kind
+};
