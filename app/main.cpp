@@ -25,7 +25,12 @@
 namespace {
 
 constexpr const char* programHelp =
-    "'rtcm2 COMMAND --help' tells more about a command.\n\n"
+    "'rtcm2 COMMAND --help' tells more about a command. Without a file, or where it is -,\n"
+    "standard input is read.\n\n"
+    "To begin with:\n"
+    "  rtcm2 stats capture.rtcm2        what is in a file\n"
+    "  rtcm2 show -n 1 capture.rtcm2    its first message in full\n"
+    "  rtcm2 describe                   the types of messages\n\n"
     "Conditions (--where):\n"
     "  FIELD == VALUE    also != < <= > >=, and ~ for a piece of a text\n"
     "  present(FIELD)    and, or, not, parentheses\n"
@@ -39,7 +44,7 @@ constexpr const char* programHelp =
     "  quantity that is not available, meets no comparison, not even !=.\n"
     "    'Corrections[Satellite == G05 and PRC_m < -4.5 and not UDRE == \"GT 8 m\"]'\n"
     "    '\"Station Health\" == \"Not Working\" or Modified_Z_Count_s >= 1800'\n\n"
-    "Exit status:\n"
+    "Exit status, unless a command's own --help tells another one:\n"
     "    0  success\n"
     "    1  no message found, or none that --type, --except, --station and --where choose\n"
     "    2  a wrong option, argument or expression\n"

@@ -66,6 +66,7 @@ expect 2 "no option --tpye; did you mean --type?" list --tpye=1 "$sample"
 expect 2 "--form: 'strem' is none of auto, stream, packed, hex, words; did you mean stream?" --form strem "$sample"
 expect 2 "did you mean Corrections.PRC?" list --fields PRCC "$sample"
 expect 2 "--decimal: 'x' is none of ., ," export --separator , --decimal x "$sample"
+expect 2 "--type needs a value: TYPE" list --type
 for number in 0 -1 +1 1x 18446744073709551616; do
     expect 2 "'$number' is no number of messages" convert --to hex --max $number "$sample"
 done

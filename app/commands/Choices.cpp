@@ -1,5 +1,6 @@
 #include "commands/Choices.h"
 
+#include <cctype>
 #include <sstream>
 
 // The library writes choices into the name of the type: "TEXT:{auto,stream}".
@@ -36,7 +37,11 @@ bool takesFile(const CLI::Option& option)
 
 std::string valueOf(const CLI::Option& option)
 {
-    const std::vector<std::string> choices = choicesOf(option);
+    std::vector<std::string> choices = choicesOf(option);
+    for (std::string& choice : choices) {
+        const bool isSign = std::ispunct(static_cast<unsigned char>(choice.front())) != 0;
+        choice = isSign ? "'" + choice + "'" : choice;
+    }
     const std::string type = option.get_type_name();
     return choices.empty() ? type.substr(0, type.find(':')) : joined(choices, "|");
 }

@@ -23,8 +23,8 @@ void declareInputs(CLI::App& command, std::vector<std::string>& inputs)
 {
     command
         .add_option("input", inputs,
-                    "Files to read, one after another; - is standard input, which is also read "
-                    "when no file is named")
+                    "Files or devices to read, one after another; without any, and for -, "
+                    "standard input")
         ->type_name("FILE");
 }
 

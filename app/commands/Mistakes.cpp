@@ -49,6 +49,16 @@ std::string unknownValue(const CLI::App& command)
     return {};
 }
 
+// An option without the value that it needs, of which the library tells "--max: ..."; empty when
+// that is not what is wrong.
+std::string missingValue(const CLI::App& command, const std::string& told)
+{
+    const std::string name = told.substr(0, told.find(':'));
+    const CLI::Option* const option = command.get_option_no_throw(name);
+    const bool isMissing = option != nullptr && option->results().empty() && takesValue(*option);
+    return isMissing ? name + " needs a value: " + valueOf(*option) : std::string();
+}
+
 }    // namespace
 
 std::string mistakeOf(const CLI::App& program, const CLI::ParseError& reason)
@@ -61,6 +71,8 @@ std::string mistakeOf(const CLI::App& program, const CLI::ParseError& reason)
         text = unknownOption(command);
     } else if (dynamic_cast<const CLI::ValidationError*>(&reason) != nullptr) {
         text = unknownValue(command);
+    } else if (dynamic_cast<const CLI::ArgumentMismatch*>(&reason) != nullptr) {
+        text = missingValue(command, reason.what());
     }
     return name + ": " + (text.empty() ? reason.what() : text) + "\n'" + name +
            " --help' tells more";

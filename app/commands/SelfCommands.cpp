@@ -7,7 +7,7 @@
 void CompletionCommand::declare(CLI::App& parent)
 {
     program = &parent;
-    app = parent.add_subcommand("completion", "The completion script for a shell");
+    app = parent.add_subcommand("completion", "Completion with the Tab key, for bash and zsh");
     app->add_option("shell", shell, "bash or zsh")
         ->required()
         ->check(CLI::IsMember({"bash", "zsh"}));

@@ -12,7 +12,8 @@ class Sink {
 public:
     virtual ~Sink() = default;
 
-    // Whether what was found counts for --max: what the sink shows. It is told nowhere else then.
+    // Whether what was found counts for --max, and as chosen: what the sink shows. It is told
+    // nowhere else then.
     virtual bool counts(const Found& found) const { return found.hasRecord(); }
 
     // What was found, in its order. Messages have passed the filter.

@@ -1,17 +1,20 @@
 #include "commands/convert/ConvertCommand.h"
 
+#include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
 #include "commands/convert/CopySink.h"
 
 void ConvertCommand::declare(CLI::App& program)
 {
-    app = program.add_subcommand("convert", "The messages again, in any of the input forms");
+    app = program.add_subcommand(
+        "convert", "The messages as they are, cut and cleaned, in any of the input forms");
     reading.declare(*app);
     app->add_option("--to", form,
                     "Form of the output: stream (6 bits a byte, with parity), packed, hex (a "
                     "message a line), words (a receiver's own recording, with parity)")
         ->required()
-        ->check(CLI::IsMember({"stream", "packed", "hex", "words"}));
+        ->check(CLI::IsMember({"stream", "packed", "hex", "words"}))
+        ->group(optionGroup::output);
     app->add_flag("--known-only", knownOnly,
                   "Leave out messages of unknown types and of types that the decoder reports to "
                   "nobody");

@@ -12,7 +12,7 @@
 
 void EncodeCommand::declare(CLI::App& program)
 {
-    app = program.add_subcommand("encode", "Messages in the JSON of export become RTCM 2 again");
+    app = program.add_subcommand("encode", "Makes messages from JSON as export writes it");
     declareInputs(*app, inputs);
     app->add_option("--template", templates,
                     "Read nothing, but print messages of these types in JSON to start from, by "

@@ -30,7 +30,7 @@ void ListCommand::declare(CLI::App& program)
         "  rtcm2 list --fields Modified_Z_Count_s,Corrections.Satellite,Corrections.PRC_m "
         "capture.rtcm2\n"
         "  rtcm2 list --line -i capture.rtcm2\n"
-        "  nc caster 2101 | rtcm2 list --type 1,31 -");
+        "  nc caster 2101 | rtcm2 list --type 1,31");
 }
 
 // Names lead where there are several.
