@@ -27,7 +27,7 @@ MessageStore storeOf(const std::string& messages)
     MessageStore store;
     std::istringstream words(messages);
     Found found;
-    found.what = Found::What::unknownType;
+    found.what = Found::What::misfit;
     for (std::string word; words >> word;) {
         unsigned time = 0;
         unsigned sequence = 0;
@@ -116,8 +116,8 @@ protected:
         app.writeFile("a", AppSession::streamOf(a));
         app.writeFile("b", AppSession::streamOf(b));
         const std::string json = app.run(std::vector<std::string>{"a", "b"}, [&](Output& output) {
-            return std::make_unique<CompareSink>(app.host.model, app.host.driver, output,
-                                                 writeCompareJson, max, result);
+            return std::make_unique<CompareSink>(app.host.model, output, writeCompareJson, options,
+                                                 result);
         });
         rapidjson::Document document;
         document.Parse(json.c_str());
@@ -136,7 +136,7 @@ protected:
     }
 
     AppSession app;
-    std::uint64_t max = 0;
+    SessionOptions options;
     CompareSink::Result result = CompareSink::Result::none;
 };
 
@@ -188,7 +188,7 @@ TEST_F(CompareTest, TellsInputsApartThatLackMessages)
     EXPECT_EQ(result, CompareSink::Result::different);
     EXPECT_EQ(at(json, "/only_a/0/time_s"), "60");
     EXPECT_EQ(at(json, "/only_a/0/type"), "16");
-    max = 1;
+    options.max = 1;
     compare(all, {all.front()});
     EXPECT_EQ(result, CompareSink::Result::same);
     app.filterOptions.stations = {"7"};

@@ -49,9 +49,9 @@ ExitStatus CompareCommand::run(Host& host)
     each.session.max = 0;
     CompareSink::Result result = CompareSink::Result::none;
     const ExitStatus status = runSession(host, each, [&](Output& output, const MessageFilter&) {
-        return std::make_unique<CompareSink>(host.model, host.driver, output,
+        return std::make_unique<CompareSink>(host.model, output,
                                              asJson ? writeCompareJson : writeCompareText,
-                                             reading.session.max, result);
+                                             reading.session, result);
     });
     if (status == ExitStatus::nothingFound) {
         return ExitStatus::unreadable;

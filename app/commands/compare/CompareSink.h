@@ -3,7 +3,7 @@
 
 #include "base/Output.h"
 #include "commands/compare/Comparison.h"
-#include "session/Sink.h"
+#include "session/Session.h"
 
 class CompareSink : public Sink {
 public:
@@ -11,29 +11,32 @@ public:
 
     enum class Result { none, same, different };
 
-    // Everything given must outlive the sink. `most`: messages of each input; 0 for all.
-    CompareSink(const FormatModel& model, DecoderDriver& driver, Output& out, Write writeAll,
-                std::uint64_t most, Result& end)
-        : formatModel(model), decoder(driver), output(out), write(writeAll), max(most), result(end)
+    // Everything given must outlive the sink. `sessionOptions.max` is about each of the inputs.
+    CompareSink(const FormatModel& model, Output& out, Write writeAll,
+                const SessionOptions& sessionOptions, Result& end)
+        : formatModel(model), output(out), write(writeAll), options(sessionOptions), result(end)
     {
     }
 
     void beginInput(const std::string& name) override { stores.emplace_back().input = name; }
-    void take(const Found& found) override { stores.back().add(found); }
-    bool hasEnough() const override { return max != 0 && stores.back().size() >= max; }
+    void take(const Found& found) override;
+    bool hasEnough() const override
+    {
+        return options.max != 0 && stores.back().size() >= options.max;
+    }
     void endOfInput(const std::string&, const ReaderCounters&) override { ++ended; }
     void finish() override;
     bool writesAlong() const override { return false; }
 
 private:
     const FormatModel& formatModel;
-    DecoderDriver& decoder;
     Output& output;
     Write write;
-    std::uint64_t max;
+    const SessionOptions& options;
     Result& result;
     std::deque<MessageStore> stores;
     std::size_t ended = 0;    // inputs
+    bool isCut = false;       // stopped at trouble
 };
 
 // For people.

@@ -2,6 +2,7 @@
 
 #include "commands/compare/Alignment.h"
 #include "format/FieldText.h"
+#include "framing/Header.h"
 
 #include <limits>
 #include <set>
@@ -42,9 +43,9 @@ Comparison::FieldKey keyOfRest(unsigned type)
 
 }    // namespace
 
-Comparison::Comparison(const FormatModel& model, DecoderDriver& driver, const MessageStore& first,
+Comparison::Comparison(const FormatModel& model, const MessageStore& first,
                        const MessageStore& second)
-    : formatModel(model), decoder(driver), a(first), b(second), satelliteDifferences(model)
+    : formatModel(model), a(first), b(second), satelliteDifferences(model)
 {
     const Alignment alignment(a, b);
     lonely = {alignment.onlyA(), alignment.onlyB()};
@@ -64,28 +65,39 @@ void Comparison::compare(std::uint32_t inA, std::uint32_t inB, bool isSameMessag
     if (isEqual && !hasSatellites) {
         return;
     }
-    const Outcome decodedA = decoder.decode(a.bytesOf(a[inA]));
-    const Outcome decodedB = decoder.decode(b.bytesOf(b[inB]));
+    const KindModel* const kind = decodeBoth(inA, inB);
     if (isSameMessage && !isEqual) {
-        countFields(inA, inB, decodedA, decodedB);
+        countFields(inA, inB, kind);
     }
-    if (hasSatellites && decodedA.record != nullptr && decodedB.record != nullptr) {
-        satelliteDifferences.add(a[inA], decodedA.record, decodedB.record);
+    if (hasSatellites && kind != nullptr) {
+        satelliteDifferences.add(a[inA], recordA.get(), recordB.get());
     }
 }
 
-void Comparison::countFields(std::uint32_t inA, std::uint32_t inB, const Outcome& decodedA,
-                             const Outcome& decodedB)
+// The kind of both; null where one of them is not what its type says. Of messages of unknown type
+// the headers are decoded.
+const KindModel* Comparison::decodeBoth(std::uint32_t inA, std::uint32_t inB)
+{
+    const KindModel* const known = formatModel.modelOf(RTCM2_kind_of_type(a[inA].group.type));
+    const KindModel& kind = known != nullptr ? *known : formatModel.unknownKind();
+    const auto decode = [&](TableRecord& record, std::span<const std::uint8_t> bytes) {
+        return record.decode(*kind.row,
+                             kind.isUnknown ? bytes.first(framing::headerBytes) : bytes) >= 0 ||
+               kind.isUnknown;
+    };
+    const bool isDecoded = decode(recordA, a.bytesOf(a[inA])) && decode(recordB, b.bytesOf(b[inB]));
+    return isDecoded ? &kind : nullptr;
+}
+
+void Comparison::countFields(std::uint32_t inA, std::uint32_t inB, const KindModel* kind)
 {
     const unsigned type = a[inA].group.type;
     std::set<FieldKey> keys;    // each once a message
-    if (decodedA.record != nullptr && decodedB.record != nullptr) {
-        const KindModel& kind = *formatModel.kindOf(decodedA.record);
-        eachDifference(kind, decodedA.record, decodedB.record,
-                       [&](const FieldDifference& difference) {
-                           keepFirst(inA, inB, &kind, &difference);
-                           keys.insert(keyOf(type, difference.path));
-                       });
+    if (kind != nullptr) {
+        eachDifference(*kind, recordA.get(), recordB.get(), [&](const FieldDifference& difference) {
+            keepFirst(inA, inB, kind, &difference);
+            keys.insert(keyOf(type, difference.path));
+        });
     }
     if (keys.empty()) {
         keepFirst(inA, inB, nullptr, nullptr);
@@ -117,16 +129,14 @@ void Comparison::keepFirst(std::uint32_t inA, std::uint32_t inB, const KindModel
 
 std::string Comparison::secondOf(const MessageStore& of, std::uint32_t index) const
 {
-    const Outcome decoded = decoder.decode(of.bytesOf(of[index]));
-    if (decoded.record == nullptr) {
-        return "";
-    }
-    const KindModel& kind = *formatModel.kindOf(decoded.record);
+    const KindModel& kind = formatModel.unknownKind();
     const FieldModel* const time = kind.field(RTCM2_MEANS_TIME);
     const FieldModel* const second = time != nullptr ? kind.quantityOf(*time) : nullptr;
+    TableRecord header;
+    header.decode(*kind.row, of.bytesOf(of[index]).first(framing::headerBytes));
     Text text;
     if (second != nullptr) {
-        appendQuantity(text, *second, decoded.record);
+        appendQuantity(text, *second, header.get());
     }
     return std::string(text.view());
 }

@@ -4,7 +4,7 @@
 #include "commands/compare/FieldDifferences.h"
 #include "commands/compare/MessageStore.h"
 #include "commands/compare/SatelliteDifferences.h"
-#include "plugin/DecoderDriver.h"
+#include "session/TableRecord.h"
 
 #include <array>
 #include <map>
@@ -32,8 +32,7 @@ public:
     using FieldKey = std::tuple<unsigned, int, int, std::string>;
 
     // Everything given must outlive the comparison.
-    Comparison(const FormatModel& model, DecoderDriver& driver, const MessageStore& first,
-               const MessageStore& second);
+    Comparison(const FormatModel& model, const MessageStore& first, const MessageStore& second);
 
     const MessageStore& store(std::size_t side) const { return side == 0 ? a : b; }
     std::uint64_t equal() const { return equalCount; }
@@ -50,13 +49,12 @@ public:
 
 private:
     void compare(std::uint32_t inA, std::uint32_t inB, bool isSameMessage);
-    void countFields(std::uint32_t inA, std::uint32_t inB, const Outcome& decodedA,
-                     const Outcome& decodedB);
+    const KindModel* decodeBoth(std::uint32_t inA, std::uint32_t inB);
+    void countFields(std::uint32_t inA, std::uint32_t inB, const KindModel* kind);
     void keepFirst(std::uint32_t inA, std::uint32_t inB, const KindModel* kind,
                    const FieldDifference* difference);
 
     const FormatModel& formatModel;
-    DecoderDriver& decoder;
     const MessageStore& a;
     const MessageStore& b;
     std::uint64_t equalCount = 0;
@@ -65,4 +63,6 @@ private:
     std::optional<FirstDifference> firstFound;
     std::map<FieldKey, std::uint64_t> fieldCounts;    // messages that differ in them
     SatelliteDifferences satelliteDifferences;
+    TableRecord recordA;    // in work
+    TableRecord recordB;
 };

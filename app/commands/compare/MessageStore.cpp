@@ -6,29 +6,17 @@
 
 namespace {
 
-std::uint8_t indexOf(const RTCM2_system_s* system)
+std::uint8_t systemOf(const Found& found)
 {
-    std::int32_t index = 0;
-    while (index < RTCM2_system_count() && RTCM2_system(index) != system) {
-        ++index;
-    }
-    return static_cast<std::uint8_t>(index < RTCM2_system_count() ? index + 1 : 0);
-}
-
-// Of what gave no record, what its type says.
-const RTCM2_system_s* systemOf(const Found& found, unsigned type)
-{
-    const RTCM2_kind_s* const kind = RTCM2_kind_of_type(static_cast<std::int32_t>(type));
-    if (found.what == Found::What::message) {
-        return RTCM2_system_of(found.record);
-    }
-    return kind != nullptr ? kind->system : nullptr;
+    const bool isKnown = found.hasRecord() && !found.kind->isUnknown;
+    return static_cast<std::uint8_t>(isKnown ? MessageSystem(*found.kind).of(found.record)
+                                             : static_cast<std::uint32_t>(RTCM2_system_count()));
 }
 
 bool isGood(const Found& found)
 {
     return found.what != Found::What::damaged && found.what != Found::What::truncated &&
-           found.bytes.size() >= framing::headerWords * framing::bytesPerWord;
+           found.bytes.size() >= framing::headerBytes;
 }
 
 }    // namespace
@@ -53,7 +41,7 @@ void MessageStore::add(const Found& found)
                         .size = static_cast<std::uint8_t>(bytes.size()),
                         .sequence = static_cast<std::uint8_t>(header.sequence),
                         .group = {.station = static_cast<std::uint16_t>(header.station),
-                                  .system = indexOf(systemOf(found, header.type)),
+                                  .system = systemOf(found),
                                   .type = static_cast<std::uint8_t>(header.type)},
                         .time = static_cast<std::uint16_t>(header.zCount)});
     used += bytes.size();

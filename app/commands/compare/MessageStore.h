@@ -1,6 +1,7 @@
 // The messages of an input, kept to be compared: their bytes and what they are known by.
 #pragma once
 
+#include "format/MessageTime.h"
 #include "session/Found.h"
 
 #include <array>
@@ -13,11 +14,11 @@
 // Messages that can be told from each other by time and sequence alone.
 struct MessageGroup {
     std::uint16_t station = 0;
-    std::uint8_t system = 0;    // index of the format's system, from 1; 0 where it is unknown
+    std::uint8_t system = 0;    // as an index of MessageSystem
     std::uint8_t type = 0;
 
     auto operator<=>(const MessageGroup&) const = default;
-    const RTCM2_system_s* systemRow() const { return RTCM2_system(system - 1); }
+    const RTCM2_system_s* systemRow() const { return systemAt(system); }
 };
 
 struct StoredMessage {
