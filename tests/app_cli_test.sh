@@ -101,7 +101,7 @@ expect 0 "" compare "$sample" "$sample"
 "$rtcm2" compare --json - "$all" < "$sample" > out 2> err
 [ $? -eq 1 ] && [ ! -s err ] && grep -q '"same": false' out || fail "inputs that differ are told otherwise"
 expect 2 "only be one" compare - -
-expect 2 "2 required" compare "$sample"
+for inputs in "" "$sample" "$sample $all $sample"; do expect 2 "equired" compare $inputs; done
 expect 3 "No such file" compare "$sample" missing
 expect 3 "nothing to compare" compare --station 1 "$sample" "$all"
 expect 0 "at byte" list "$damaged" -o whole

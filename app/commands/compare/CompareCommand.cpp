@@ -7,7 +7,7 @@ void CompareCommand::declare(CLI::App& program)
 {
     app = program.add_subcommand("compare", "How the messages of two inputs differ");
     reading.declare(*app);
-    app->get_option("input")->expected(2)->description(
+    app->get_option("input")->required()->expected(2)->description(
         "A and B, the files to compare; one of them may be -, standard input");
     app->get_option("--max")->description("Only so many messages of each input");
     app->add_flag("-j,--json", asJson, "For programs: as JSON");
