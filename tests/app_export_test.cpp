@@ -189,11 +189,12 @@ TEST_F(ExportTest, ShowTellsFieldsThatArePresentWithUnitsAndMeanings)
     for (const char* const piece :
          {"\033[1mMessage Type 22: Extended Reference Station Parameters\033[0m\033[2m  #1, bytes "
           "0 "
-          "to 14\033[0m\n  \033[36mPreamble            \033[0m  66\n",
-          "  \033[36mL1 ECEF Delta-Z     \033[0m  0\n\n\033[1mMessage Type 1: ",
+          "to 14\033[0m\n  \033[36mPreamble            \033[0m  0x66\n",
+          "  \033[36mL1 ECEF Delta-Z     \033[0m  0  = 0 m\n\n\033[1mMessage Type 1: ",
+          "  -300  = -6 m\n", "  error\033[2m (-128)",
           "  \033[36mCorrections 2 of 2\033[0m\n    \033[36mScale Factor \033[0m  0.32 m\033[2m "
-          "(01)",
-          "  \033[36mGNSS Time Of Measurement\033[0m  4660 microsecond\n"}) {
+          "(0x01)",
+          "  \033[36mGNSS Time Of Measurement\033[0m  4660 microsecond  = 0.00466 s\n"}) {
         EXPECT_NE(shown.find(piece), std::string::npos) << piece << "is not in\n" << shown;
     }
 }
@@ -227,7 +228,7 @@ TEST_F(ExportTest, LinesForPeopleTellSatellitesPointsAndTexts)
         EXPECT_EQ(brief({message}, {}), "      1  45:00.0        5" +
                                             std::string(7 - line.find(' ') - 1, ' ') + line + "\n");
     }
-    EXPECT_EQ(brief({textMessage("H\xF6he")}, {.columns = 39}),
+    EXPECT_EQ(brief({textMessage("H\xF6her")}, {.columns = 39}),
               "      1  45:00.0        5    16  \"H\xC3\xB6...\n");
     EXPECT_NE(brief({unwell}, {.colour = true}).find("\033[33mNot Working\033[0m: G03"),
               std::string::npos);

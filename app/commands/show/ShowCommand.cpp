@@ -6,6 +6,7 @@ void ShowCommand::declare(CLI::App& program)
 {
     app = program.add_subcommand("show", "Every field of every message with its meaning");
     reading.declare(*app);
+    app->add_flag("--all", all, "Also fields that mean nothing with the system of the message");
     app->footer("Examples:\n"
                 "  rtcm2 show --max 1 capture.rtcm2\n"
                 "  rtcm2 show --type 16 --station 268 capture.rtcm2\n"
@@ -14,7 +15,7 @@ void ShowCommand::declare(CLI::App& program)
 
 ExitStatus ShowCommand::run(Host& host)
 {
-    return runSession(host, reading, [](Output& output, const MessageFilter&) {
-        return std::make_unique<ShowView>(output, output.wantsColour());
+    return runSession(host, reading, [this](Output& output, const MessageFilter&) {
+        return std::make_unique<ShowView>(output, output.wantsColour(), all);
     });
 }

@@ -10,4 +10,5 @@ public:
 
 private:
     ReadingOptions reading;
+    bool all = false;
 };

@@ -26,6 +26,20 @@ std::size_t longestName(const KindModel& kind)
     return longest;
 }
 
+bool isBytes(const FieldModel& field)
+{
+    return field.isRepeated() && field.row->type == RTCM2_TYPE_BYTE;
+}
+
+// A value as people read it without its meaning.
+std::string plain(const FieldModel& field, std::int64_t value)
+{
+    Text text;
+    text.append(field.row->type == RTCM2_TYPE_BYTE ? "0x" : "");
+    appendPlain(text, field, value);
+    return std::string(text.view());
+}
+
 }    // namespace
 
 void ShowView::print(const Found& found, Text& target)
@@ -53,31 +67,81 @@ void ShowView::printFields(const KindModel& kind, const void* record, const std:
                            Text& target) const
 {
     const std::size_t width = longestName(kind);
+    const RTCM2_system_s* const system = RTCM2_system_of(record);
     for (const FieldModel& field : kind.fields) {
+        if (!field.isPresent(record) || !(showsAll || field.concerns(system))) {
+            continue;
+        }
         if (field.element != nullptr) {
             printElements(field, record, indent, target);
-        } else if (field.isPresent(record)) {
+        } else {
             target.append(indent);
             paint(cyan, padded(field.name, width), target);
             target.append("  ");
-            printField(field, record, target);
+            printField(kind, field, record, target);
             target.append('\n');
+            if (isBytes(field)) {
+                printBytes(field, record, indent + "  ", target);
+            }
         }
     }
 }
 
-// The meaning of a coded value is followed by the value.
-void ShowView::printField(const FieldModel& field, const void* record, Text& target) const
+void ShowView::printField(const KindModel& kind, const FieldModel& field, const void* record,
+                          Text& target) const
 {
-    appendInterpreted(target, field, record, true);
-    if (!field.hasTexts() || field.isRepeated()) {
+    printValue(field, record, target);
+    if (const FieldModel* const quantity = kind.quantityOf(field)) {
+        printQuantity(*quantity, record, target);
+    }
+}
+
+// The meaning of a coded value is followed by the value; bytes are counted.
+void ShowView::printValue(const FieldModel& field, const void* record, Text& target) const
+{
+    if (isBytes(field)) {
+        const unsigned count = field.count(record);
+        appendUnsigned(target, count);
+        target.append(count == 1 ? " byte" : " bytes");
+        return;
+    }
+    if (field.isRepeated() || field.isReal()) {
+        appendInterpreted(target, field, record, true);
         return;
     }
     const std::int64_t value = RTCM2_reader_integer(&field.reader, record, 0);
-    if (meaningOf(field, value) != nullptr) {
-        Text raw;
-        appendPlain(raw, field, value);
-        paint(dim, " (" + std::string(raw.view()) + ")", target);
+    if (const char* const meaning = meaningOf(field, value)) {
+        target.append(meaning);
+        paint(dim, " (" + plain(field, value) + ")", target);
+        return;
+    }
+    target.append(plain(field, value));
+    target.append(field.unit.empty() ? "" : " " + field.unit);
+}
+
+void ShowView::printQuantity(const FieldModel& quantity, const void* record, Text& target) const
+{
+    const std::size_t begin = target.size();
+    target.append("  = ");
+    if (!appendQuantity(target, quantity, record)) {
+        target.cut(begin);
+    } else if (!quantity.unit.empty()) {
+        target.append(" " + quantity.unit);
+    }
+}
+
+// And those of the coded values that are among them.
+void ShowView::printBytes(const FieldModel& field, const void* record, const std::string& indent,
+                          Text& target) const
+{
+    const auto* const first =
+        reinterpret_cast<const std::uint8_t*>(RTCM2_reader_place(&field.reader, record));
+    const std::span bytes(first, field.count(record));
+    appendByteLines(target, bytes, indent);
+    for (const RTCM2_text_s& coded : codedTexts(field)) {
+        if (std::find(bytes.begin(), bytes.end(), coded.value) != bytes.end()) {
+            target.append(indent + plain(field, coded.value) + ": " + coded.text + "\n");
+        }
     }
 }
 
