@@ -48,7 +48,7 @@ Condition anyValue(const FieldModel& integers, Test test)
 template <class Test>
 Condition integerCondition(const KindModel& kind, const FieldModel& field, Test test)
 {
-    const bool isKind = kind.isMain && field.row->offset == offsetof(RTCM2_header_s, Message_Type);
+    const bool isKind = field.row->meaning == RTCM2_MEANS_TYPE && !field.isQuantity();
     return isKind ? Condition{.constant = test(kind.typeNumber)} : anyValue(field, std::move(test));
 }
 

@@ -17,10 +17,9 @@ using rapidjson::Value;
 constexpr unsigned roomForElements = 31 * 24;    // bits of all data words
 
 // Whether every message of the kind has the same value there.
-bool isFixed(const RTCM2_kind_s& kind, const RTCM2_member_s& member)
+bool isFixed(const RTCM2_member_s& member)
 {
-    return kind.type >= 0 && (member.offset == offsetof(RTCM2_header_s, Preamble) ||
-                              member.offset == offsetof(RTCM2_header_s, Message_Type));
+    return member.meaning == RTCM2_MEANS_PREAMBLE || member.meaning == RTCM2_MEANS_TYPE;
 }
 
 // What is wrong with the first of the items with which something is wrong.
@@ -123,9 +122,7 @@ bool isImplied(const RTCM2_kind_s& kind, const RTCM2_member_s& member)
     const std::span rows(kind.members, kind.member_count);
     const bool isLength = std::any_of(
         rows.begin(), rows.end(), [&](const RTCM2_member_s& row) { return row.length == &member; });
-    const bool isNumberOfWords =
-        kind.type >= 0 && member.offset == offsetof(RTCM2_header_s, No_Of_Data_Words);
-    return isLength || isNumberOfWords || isFixed(kind, member);
+    return isLength || member.meaning == RTCM2_MEANS_WORDS || isFixed(member);
 }
 
 Problem GivenRecord::read(const Value& object)
@@ -267,8 +264,7 @@ Problem GivenRecord::writeMember(void* record, const RTCM2_member_s& member) con
     }
     // What follows from something else cannot be written, and a part of a whole that is given need
     // not be; whether they agree shows in comparison.
-    if (!isFixed(kind, member) &&
-        (member.role != RTCM2_ROLE_SLICE || given(*member.of) == nullptr)) {
+    if (!isFixed(member) && (member.role != RTCM2_ROLE_SLICE || given(*member.of) == nullptr)) {
         for (std::uint32_t i = 0; i < integers.size(); ++i) {
             RTCM2_write_integer(record, &member, i, integers[i]);
         }

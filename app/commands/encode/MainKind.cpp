@@ -4,6 +4,7 @@
 #include "base/NearestName.h"
 #include "commands/encode/JsonValue.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -20,6 +21,12 @@ std::vector<const RTCM2_kind_s*> mainKinds()
 }
 
 }    // namespace
+
+const RTCM2_member_s& wordsOf(const RTCM2_kind_s& kind)
+{
+    return *std::find_if(kind.members, kind.members + kind.member_count,
+                         [](const auto& row) { return row.meaning == RTCM2_MEANS_WORDS; });
+}
 
 const RTCM2_kind_s* findMainKind(std::string_view nameOrNumber)
 {

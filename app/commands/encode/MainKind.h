@@ -13,6 +13,9 @@ const char* labelOf(const Row& row)
     return *row.display != '\0' ? row.display : row.name;
 }
 
+// The member with the number of data words of a main kind's messages.
+const RTCM2_member_s& wordsOf(const RTCM2_kind_s& kind);
+
 // The main kind of this name, identifier or type number; null when there is none.
 const RTCM2_kind_s* findMainKind(std::string_view nameOrNumber);
 

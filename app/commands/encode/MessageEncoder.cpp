@@ -1,5 +1,6 @@
 #include "commands/encode/MessageEncoder.h"
 
+#include "base/Names.h"
 #include "commands/encode/JsonValue.h"
 #include "commands/encode/MainKind.h"
 
@@ -13,9 +14,17 @@ constexpr unsigned headerBits = 48;
 constexpr unsigned bitsPerWord = 24;
 constexpr unsigned mostWords = 31;
 
-const RTCM2_member_s& wordsOf(const RTCM2_kind_s& kind)
+std::int64_t wordsIn(const void* record)
 {
-    return *RTCM2_find_member(&kind, "No_Of_Data_Words");
+    std::int64_t words = 0;
+    RTCM2_read_integer(record, &wordsOf(*RTCM2_kind_of(record)), 0, &words);
+    return words;
+}
+
+// "No_Of_Data_Words: ", before what is wrong with it.
+std::string nameOfWords(const void* record)
+{
+    return identifierOf(labelOf(wordsOf(*RTCM2_kind_of(record)))) + ": ";
 }
 
 }    // namespace
@@ -108,10 +117,10 @@ Problem MessageEncoder::pack()
     bytes.assign(RTCM2_PACKED_ROOM, 0);
     const std::int32_t result =
         RTCM2_encode_record(record.get(), bytes.data(), RTCM2_PACKED_ROOM, &contentBits);
-    const unsigned words = record->header.No_Of_Data_Words;
+    const auto words = static_cast<unsigned>(wordsIn(record.get()));
     const unsigned room = words * bitsPerWord;
     if (result < 0 || contentBits > headerBits + room) {
-        return "No_Of_Data_Words: " + std::to_string(words) + " data words hold " +
+        return nameOfWords(record.get()) + std::to_string(words) + " data words hold " +
                std::to_string(room) + " bits, not the " + (result < 0 ? "more than " : "") +
                std::to_string(contentBits - headerBits) + " bits of what is given";
     }
@@ -127,7 +136,7 @@ Problem MessageEncoder::finish(const GivenRecord& given)
     const std::int32_t result = RTCM2_decode_record(
         record->kind, bytes.data(), static_cast<std::uint16_t>(bytes.size()), &end, decoded.get());
     if (result < 0) {
-        return "No_Of_Data_Words: with " + std::to_string(record->header.No_Of_Data_Words) +
+        return nameOfWords(record.get()) + "with " + std::to_string(wordsIn(record.get())) +
                " nobody could decode the message (" + RTCM2_error_to_string(result) + ")";
     }
     Problem problem = given.compare(decoded.get());

@@ -106,7 +106,7 @@ std::string messageWith(const RTCM2_kind_s& kind, unsigned elements)
     const std::unique_ptr<RTCM2_message_s, decltype(release)> record(new RTCM2_message_s(),
                                                                      release);
     RTCM2_init_record(kind.kind, record.get());
-    record->header.No_Of_Data_Words = wordsOfTheLargest;
+    RTCM2_write_integer(record.get(), &wordsOf(kind), 0, wordsOfTheLargest);
     JsonWriter json;
     json.beginObject();
     json.member("kind", std::string(labelOf(kind)));
