@@ -74,7 +74,8 @@ void CsvTable::addColumn(const FieldModel& field, bool ofElement)
 {
     const bool isPlainNumber = !field.isQuantity() && !field.isRepeated() && !field.isOptional() &&
                                !field.isReal() && field.reader.stored != RTCM2_STORED_U64;
-    columns.push_back({&field, ofElement, isPlainNumber});
+    const bool isPlainQuantity = field.isQuantity() && !field.isOptional();
+    columns.push_back({&field, ofElement, isPlainNumber, isPlainQuantity});
 }
 
 void CsvTable::addAll(const KindModel& of, bool ofElement)
@@ -162,6 +163,12 @@ void CsvTable::appendRow(Text& text, const std::string& input, const Found& foun
             text.end(putSigned(out + 1, RTCM2_reader_integer(&column.field->reader, record, 0)));
             continue;
         }
+        if (column.isPlainQuantity) {
+            char* const out = text.room(RTCM2_QUANTITY_ROOM + 1);
+            *out = options.separator;
+            text.end(putQuantityCell(out + 1, *column.field, record));
+            continue;
+        }
         text.append(options.separator);
         appendCell(text, *column.field, record);
         if (options.withTexts && column.field->hasTexts()) {
@@ -181,7 +188,9 @@ void CsvTable::appendRow(Text& text, const std::string& input, const Found& foun
 void CsvTable::appendCell(Text& text, const FieldModel& field, const void* record) const
 {
     if (field.isQuantity()) {
-        appendQuantityCell(text, field, record);
+        if (field.isPresent(record)) {
+            text.end(putQuantityCell(text.room(RTCM2_QUANTITY_ROOM), field, record));
+        }
     } else if (field.element != nullptr) {
         appendUnsigned(text, field.count(record));
     } else if (field.isText()) {
@@ -216,14 +225,14 @@ void CsvTable::appendRealCell(Text& text, double value) const
     text.end(end);
 }
 
-void CsvTable::appendQuantityCell(Text& text, const FieldModel& field, const void* record) const
+// Of a record that has the field.
+char* CsvTable::putQuantityCell(char* out, const FieldModel& field, const void* record) const
 {
-    if (field.isPresent(record)) {
-        char* const out = text.room(RTCM2_QUANTITY_ROOM);
-        char* const end = putQuantity(out, field, record);
+    char* const end = putQuantity(out, field, record);
+    if (options.decimal != '.') {
         std::replace(out, end, '.', options.decimal);
-        text.end(end);
     }
+    return end;
 }
 
 void CsvTable::appendMeanings(Text& text, const FieldModel& field, const void* record) const

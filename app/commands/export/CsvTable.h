@@ -38,8 +38,9 @@ private:
     struct Column {
         const FieldModel* field;
         bool ofElement;    // a field of the elements that are rows
-        // The common one is a number that every record has.
+        // The common ones are a number and a quantity of a number that every record has.
         bool isPlainNumber;
+        bool isPlainQuantity;
     };
 
     void addColumn(const FieldModel& field, bool ofElement);
@@ -50,7 +51,7 @@ private:
     void appendCell(Text& text, const FieldModel& field, const void* record) const;
     void appendMeanings(Text& text, const FieldModel& field, const void* record) const;
     void appendNumbers(Text& text, const FieldModel& field, const void* record) const;
-    void appendQuantityCell(Text& text, const FieldModel& field, const void* record) const;
+    char* putQuantityCell(char* out, const FieldModel& field, const void* record) const;
     void appendRealCell(Text& text, double value) const;
     void appendTextCell(Text& text, std::string_view cell) const;
 
