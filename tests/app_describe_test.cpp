@@ -28,7 +28,15 @@ TEST_F(DescribeTest, JsonTellsWhatDescriptorsTell)
     const char* const parts[] = {
         R"({"format":"RTCM2","kinds":[{"name":"Message Type 1",)",
         R"({"name":"Type 15","identifier":"Type_15","text":"","main":false,"discriminants":[],)"
-        R"("carriers":[{"kind":"Message_Type_15","field":"Corrections"}],"fields":[{"index":0,)",
+        R"("carriers":[{"kind":"Message_Type_15","field":"Corrections"}],"systemField":"G","points":[],)"
+        R"("unsettled":true,"fields":[{"index":0,)",
+        R"("points":[{"name":"L1 phase centre","fields":["L1_ECEF_Delta_X","L1_ECEF_Delta_Y",)"
+        R"("L1_ECEF_Delta_Z"],"from":"Reference point"},)",
+        R"("meaning":"correction","quantity":{"name":"PRC_m","unit":"m","by":"Scale_Factor",)"
+        R"("factors":[{"value":0,"factor":0.02},{"value":1,"factor":0.32}],"none":[-32768]})",
+        R"("quantity":{"name":"Satellite","unit":"","satelliteOfZero":32,"none":[]})",
+        R"("system":"GLONASS","quantity":{"name":"Time_Of_Day_s","unit":"s",)"
+        R"("factors":[{"factor":30}],"none":[],"highest":119})",
         R"({"index":4,"name":"Rate Of Change","identifier":"Rate_Of_Change","type":"signed",)"
         R"("width":14,"unit":"","optional":false,"repeated":false,"virtual":false,"parts":[],)"
         R"("texts":[{"value":-8192,"text":"Do not use"}],"doNotUse":-8192})",
@@ -40,7 +48,7 @@ TEST_F(DescribeTest, JsonTellsWhatDescriptorsTell)
         R"("optional":false,"repeated":false,"virtual":true,)",
         R"("identifier":"Antenna_Serial_Number","type":"character","width":8,"unit":"",)"
         R"("optional":true,"repeated":true,)",
-        R"("parts":["Change_Bit","Time_Of_Day"],"texts":[]})",
+        R"("parts":["Change_Bit","Time_Of_Day"],"texts":[],"meaning":"issue"})",
     };
     for (const char* const part : parts) {
         EXPECT_NE(std::string_view(text.GetString()).find(part), std::string_view::npos) << part;
@@ -50,13 +58,13 @@ TEST_F(DescribeTest, JsonTellsWhatDescriptorsTell)
 constexpr const char* dgnssText = R"(DGNSS
   Part of Message Type 1 (Corrections), Message Type 9 (Corrections), Message Type 31 (Corrections)
 
-  No.  Field          Identifier     Type
+  No.  Field          Identifier     Type        Flags, meaning
     0  Scale Factor   Scale_Factor   byte
-    1  UDRE           UDRE           byte
-    2  Satellite Id   Satellite_Id   unsigned 5
-    3  PRC            PRC            signed 16
-    4  RRC            RRC            signed 8
-    5  Issue Of Data  Issue_Of_Data  byte
+    1  UDRE           UDRE           byte        accuracy
+    2  Satellite Id   Satellite_Id   unsigned 5  satellite
+    3  PRC            PRC            signed 16   correction
+    4  RRC            RRC            signed 8    rate
+    5  Issue Of Data  Issue_Of_Data  byte        issue
     6  Change Bit     Change_Bit     unsigned 1
     7  Time Of Day    Time_Of_Day    unsigned 7
 
@@ -70,14 +78,29 @@ constexpr const char* dgnssText = R"(DGNSS
     0x02  GT 4 m and LE 8 m
     0x03  GT 8 m
 
+  Satellite Id
+    Satellite: a satellite of the system; 0 is satellite 32
+
   PRC
     -32768  error
+    PRC_m: the number times 0.02 where Scale Factor is 0x00, 0.32 where it is 0x01, in m
+    no PRC_m when -32768
 
   RRC
     -128  error
+    RRC_m_per_s: the number times 0.002 where Scale Factor is 0x00, 0.032 where it is 0x01, in m/s
+    no RRC_m_per_s when -128
 
   Issue Of Data
     parts of it are shown as Change Bit, Time Of Day
+
+  Change Bit
+    means something with GLONASS only
+
+  Time Of Day
+    means something with GLONASS only
+    Time_Of_Day_s: the number times 30, in s
+    no Time_Of_Day_s above 119
 )";
 
 constexpr const char* ionosphereMarkdown = R"(# RTCM2
@@ -86,13 +109,17 @@ constexpr const char* ionosphereMarkdown = R"(# RTCM2
 
 Part of Message Type 15 (Corrections).
 
-| No. | Field | Identifier | Type | Unit | Flags | Values |
-| --- | --- | --- | --- | --- | --- | --- |
-| 0 | R | `R` | byte | | | |
-| 1 | G | `G` | byte | | | 0x00: GPS<br>0x01: GLONASS |
-| 2 | Satellite Id | `Satellite_Id` | unsigned 5 | | | |
-| 3 | Delay | `Delay` | unsigned 14 | | | |
-| 4 | Rate Of Change | `Rate_Of_Change` | signed 14 | | | -8192: Do not use<br>not to be used when -8192 |
+Belongs to the system that G tells.
+
+The units of its numbers are not settled: they stay raw where they have no quantity.
+
+| No. | Field | Identifier | Type | Unit | Flags | Meaning | Values |
+| --- | --- | --- | --- | --- | --- | --- | --- |
+| 0 | R | `R` | byte | | | | |
+| 1 | G | `G` | byte | | | system | 0x00: GPS<br>0x01: GLONASS |
+| 2 | Satellite Id | `Satellite_Id` | unsigned 5 | | | satellite | Satellite: a satellite of the system; 0 is satellite 32 |
+| 3 | Delay | `Delay` | unsigned 14 | | | | |
+| 4 | Rate Of Change | `Rate_Of_Change` | signed 14 | | | | -8192: Do not use<br>not to be used when -8192 |
 )";
 
 TEST_F(DescribeTest, TextAndMarkdownOfOneKind)

@@ -28,6 +28,9 @@ struct Discriminant {
 };
 std::vector<Discriminant> discriminantsOf(const KindModel& kind);
 
+// The name of a member of the kind or of its elements.
+std::string displayName(const KindModel& kind, const RTCM2_member_s* row);
+
 // "byte", "character", "unsigned", "signed", "float" or "messages".
 const char* typeName(const FieldModel& field);
 
@@ -43,6 +46,15 @@ std::string flagsText(const FieldModel& field);
 // Coded values of the field and what they mean.
 std::span<const RTCM2_text_s> codedValues(const FieldModel& field);
 
+// What the field is to programs: "correction"; empty where they ask for nothing of it.
+std::string meaningName(const FieldModel& field);
+
+// A factor as an exact decimal number.
+std::string factorText(const RTCM2_factor_s& factor);
+
+// For people: what the number means as a quantity, where it means none, and with which system.
+std::vector<std::string> quantityTexts(const KindModel& kind, const FieldModel& field);
+
 // A value as views show it raw; bytes in hexadecimal after 0x.
 std::string valueText(const FieldModel& field, std::int64_t value);
 
@@ -55,7 +67,8 @@ std::string joined(const std::vector<std::string>& texts, const char* separator 
 // "Message Type 1 (Corrections), ..."; empty for main kinds.
 std::string carriersText(const FormatModel& format, const KindModel& kind);
 
-// What tells messages of the kind, and where it is a part: "Identified by Message Type = 1".
+// What tells messages of the kind, where it is a part, which system it belongs to and which points
+// it tells: "Identified by Message Type = 1".
 std::vector<std::string> statements(const FormatModel& format, const KindModel& kind);
 
 }    // namespace describe

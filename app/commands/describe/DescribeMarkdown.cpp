@@ -46,6 +46,9 @@ std::string notes(const KindModel& kind, const FieldModel& field)
     if (!parts.empty()) {
         notes.push_back("parts: " + plain(joined(parts)));
     }
+    for (const std::string& text : quantityTexts(kind, field)) {
+        notes.push_back(plain(text));
+    }
     return joined(notes, "<br>");
 }
 
@@ -58,11 +61,11 @@ std::string section(const FormatModel& format, const KindModel& kind)
     for (const std::string& statement : statements(format, kind)) {
         result += plain(statement) + ".\n\n";
     }
-    result += head({"No.", "Field", "Identifier", "Type", "Unit", "Flags", "Values"});
+    result += head({"No.", "Field", "Identifier", "Type", "Unit", "Flags", "Meaning", "Values"});
     for (const FieldModel& field : kind.fields) {
-        result +=
-            line({std::to_string(field.index), plain(field.name), "`" + field.identifier + "`",
-                  plain(typeText(field)), plain(field.unit), flagsText(field), notes(kind, field)});
+        result += line({std::to_string(field.index), plain(field.name),
+                        "`" + field.identifier + "`", plain(typeText(field)), plain(field.unit),
+                        flagsText(field), meaningName(field), notes(kind, field)});
     }
     return result;
 }

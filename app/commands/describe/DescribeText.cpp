@@ -38,15 +38,15 @@ std::string table(const Row& heads, const std::vector<Row>& rows)
 }
 
 // Broken at blanks; every line after the first is indented further.
-std::string paragraph(const std::string& text)
+std::string paragraph(const std::string& text, std::size_t indent = 2)
 {
     std::string result;
-    std::string line = " ";
+    std::string line(indent - 1, ' ');
     std::istringstream words(text);
     for (std::string word; words >> word;) {
         if (line.size() + 1 + word.size() > lineWidth) {
             result += line + "\n";
-            line = "   ";
+            line.assign(indent + 1, ' ');
         }
         line += " " + word;
     }
@@ -57,10 +57,13 @@ std::string fieldTable(const KindModel& kind)
 {
     std::vector<Row> rows;
     for (const FieldModel& field : kind.fields) {
+        const std::string flags = flagsText(field);
+        const std::string meaning = meaningName(field);
         rows.push_back({std::to_string(field.index), field.name, field.identifier, typeText(field),
-                        field.unit, flagsText(field)});
+                        field.unit,
+                        flags + (flags.empty() || meaning.empty() ? "" : ", ") + meaning});
     }
-    return table({"No.", "Field", "Identifier", "Type", "Unit", "Flags"}, rows);
+    return table({"No.", "Field", "Identifier", "Type", "Unit", "Flags, meaning"}, rows);
 }
 
 // What a line of the table has no room for.
@@ -82,6 +85,9 @@ std::string remarks(const KindModel& kind, const FieldModel& field)
     const auto parts = partNames(kind, field);
     if (!parts.empty()) {
         result += "    parts of it are shown as " + joined(parts) + "\n";
+    }
+    for (const std::string& text : quantityTexts(kind, field)) {
+        result += paragraph(text, 4);
     }
     return result.empty() ? result : "\n  " + field.name + "\n" + result;
 }

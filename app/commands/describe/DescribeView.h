@@ -23,6 +23,11 @@ std::string markdown(const FormatModel& format, const Kinds& kinds);
 //   "number"               type number; main kinds that have one
 //   "discriminants"        [{"field": identifier, "value": number}, ...]: what tells the kind
 //   "carriers"             [{"kind": identifier, "field": identifier}, ...]: where it is a part
+//   "systemField"          identifier of the field that tells the system of its messages, if any
+//   "system"               that system where no field tells it; kinds that have one
+//   "points"               [{"name": text, "fields": [X, Y, Z], "from": name of another point}],
+//                          the last only of distances
+//   "unsettled"            whether the units of numbers without a quantity are not settled
 //   "fields"               [field, ...] in the order of their indices
 // field:
 //   "index"                number, from 0
@@ -35,6 +40,12 @@ std::string markdown(const FormatModel& format, const Kinds& kinds);
 //   "parts"                [identifier, ...]: fields that show parts of the value
 //   "texts"                [{"value": number, "text": text}, ...]: what coded values mean
 //   "doNotUse"             the value that means so; fields that have one
+//   "meaning"              what programs look for: "correction"; fields that have one
+//   "system"               the only one with which the field means something; likewise
+//   "quantity"             likewise: {"name", "unit", "factors": [{"factor"}], "none": [number,
+//   ...],
+//                          "highest"}; with "by": identifier, each factor has the "value" of that
+//                          field; of a satellite "satelliteOfZero" in the place of the factors
 std::string json(const FormatModel& format, const Kinds& kinds);
 
 }    // namespace describe
