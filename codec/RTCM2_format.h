@@ -55,6 +55,18 @@ typedef struct RTCM2_text_s {
     const char* text; /* UTF-8, never empty */
 } RTCM2_text_s;
 
+/* How much a value matters to those who rely on the messages. */
+typedef enum RTCM2_alarm_enum {
+    RTCM2_ALARM_WARNING = 1, /* use them with care */
+    RTCM2_ALARM_FAILURE = 2  /* do not use them */
+} RTCM2_alarm_enum;
+
+/* A value that is no normal one. */
+typedef struct RTCM2_alarm_s {
+    int64_t value;
+    RTCM2_alarm_enum alarm;
+} RTCM2_alarm_s;
+
 /* A number chosen by the value of another member. */
 typedef struct RTCM2_choice_s {
     int64_t value;
@@ -77,7 +89,7 @@ typedef enum RTCM2_meaning_enum {
     RTCM2_MEANS_CORRECTION = 10, /* of a range or phase */
     RTCM2_MEANS_RATE = 11,       /* at which a correction changes */
     RTCM2_MEANS_ISSUE = 12,      /* of the satellite's data to which a correction belongs */
-    RTCM2_MEANS_ACCURACY = 13,   /* in classes with texts */
+    RTCM2_MEANS_ACCURACY = 13,   /* in classes with texts, the best first */
     RTCM2_MEANS_HEIGHT = 14,     /* of the antenna */
     RTCM2_MEANS_TEXT = 15        /* for people */
 } RTCM2_meaning_enum;
@@ -166,6 +178,10 @@ typedef struct RTCM2_member_s {
     /* Coded values in the order of the format. */
     const RTCM2_text_s* texts;
     uint32_t text_count;
+
+    /* Values that are a reason to worry. */
+    const RTCM2_alarm_s* alarms;
+    uint32_t alarm_count;
 
     uint8_t has_do_not_use; /* 1: the value do_not_use says that there is none */
     uint8_t has_initial;    /* 1: a constructed record holds `initial`, else it is left as it was */

@@ -91,6 +91,7 @@ class Member:
     initial: int | None = None
     when: tuple | None = None  # (member name, tuple of values)
     texts: dict = field(default_factory=dict)
+    alarms: dict = field(default_factory=dict)
     unit: str = ""
     do_not_use: int | None = None
     length: str = ""

@@ -66,6 +66,7 @@ def constants(fmt, kind_of_list):
             values = {"texts": m.texts.items(), "choices": m.values.items(),
                       "presence": m.when[1] if m.when else (),
                       "factors": m.quantity.factors if m.quantity else (),
+                      "alarms": m.alarms.items(),
                       "none": m.quantity.none if m.quantity else ()}[kind_of_list]
             if values:
                 names.setdefault(tuple(values), f"{kind_of_list}_{kind.name}_{m.name}")

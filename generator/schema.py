@@ -16,7 +16,7 @@ FORMS = {
     "family": TEXT, "kinds": MAPPING, "shared": MAPPING, "nested_length": BEFORE_ARRAY,
     "member": IDENTIFIER, "name": TEXT, "text": TEXT, "unit": TEXT, "type": IDENTIFIER,
     "bits": POSITIVE, "width": POSITIVE, "initial": INTEGER, "do_not_use": INTEGER,
-    "texts": MAPPING, "when": CONDITION, "members": LIST,
+    "texts": MAPPING, "alarms": MAPPING, "when": CONDITION, "members": LIST,
     "slice": MAPPING, "count": MAPPING, "lookup": MAPPING, "values": MAPPING,
     "of": IDENTIFIER, "low": NATURAL, "times": POSITIVE, "minus": NATURAL, "over": POSITIVE,
     "elements": IDENTIFIER, "length": IDENTIFIER, "limit": POSITIVE,
@@ -27,7 +27,7 @@ KIND_FORMS = FORMS | {"type": NATURAL, "system": quantities.PATH}
 MEANING_KEYS = {"means", "quantity", "system"}
 # Of each role: the keys that it needs, and those that it may have.
 MEMBER_KEYS = {
-    "wire": ({"type", "bits"}, {"initial", "when", "texts", "unit", "do_not_use"} | MEANING_KEYS),
+    "wire": ({"type", "bits"}, {"initial", "when", "texts", "alarms", "unit", "do_not_use"} | MEANING_KEYS),
     "slice": ({"type", "slice"}, {"texts"} | MEANING_KEYS),
     "count": ({"type", "count"}, {"texts"}),
     "lookup": ({"type", "lookup"}, set()),
@@ -50,7 +50,6 @@ RECORD_HEAD = {"kind", "bit_count", "parent"}
 # What the codec relies on: two header words that start so, and room for the flags of the kinds.
 HEADER_BITS = 48
 HEADER_START = [("Preamble", 8), ("Message_Type", 6)]
-HEADER_MEANINGS = {"preamble": (0, 8), "type": (8, 6), "words": (40, 5)}  # place and width
 MOST_KINDS = 46
 # What a row of the table has room for.
 LONGEST_TEXT = 255
@@ -146,13 +145,16 @@ def _check_values(member, fail):
     if member.role in ("lookup", "records"):
         return
     facts = [v for v in (member.do_not_use, member.initial) if v is not None]
-    for value in [*member.texts, *facts]:
+    for value in [*member.texts, *member.alarms, *facts]:
         _check_fits(value, member, fail)
     for value, text in member.texts.items():
         if not is_text(text):
             fail(f"the text of {value} is {text!r}, not a text of one line; put it in quotes")
         if len(text.encode()) > LONGEST_TEXT:
             fail(f"the text of {value} has more than {LONGEST_TEXT} bytes")
+    for value, level in member.alarms.items():
+        if level not in ("warning", "failure"):
+            fail(f"the alarm of {value} is {level!r}, neither warning nor failure")
     if member.texts and member.type == "ch":
         fail("characters have no texts")
     if member.do_not_use is not None and (member.type == "byte" or member.when):
@@ -284,11 +286,6 @@ def _header(head):
             fail(f"{member.name} needs a name")
     if sum(m.bits for m in members) != HEADER_BITS:
         fail(f"has {sum(m.bits for m in members)} bits, not {HEADER_BITS}")
-    starts = [sum(m.bits for m in members[:n]) for n in range(len(members))]
-    meant = {m.meaning: (start, m.bits) for start, m in zip(starts, members)}
-    for meaning, (start, bits) in HEADER_MEANINGS.items():
-        if meant.get(meaning) != (start, bits):
-            fail(f"needs a member that means '{meaning}' at bit {start}, {bits} bits wide")
     _check_fits(head["preamble"], members[0], _complaint(head.at("preamble"), "format"))
     return members
 
