@@ -31,8 +31,8 @@ bool isLiveInput(const std::string& name)
     return known && comesSlowly(status);
 }
 
-InputFile::InputFile(std::string name)
-    : displayName(name == "-" ? "standard input" : name), buffer(chunkSize)
+InputFile::InputFile(std::string name, bool isFollowed)
+    : displayName(name == "-" ? "standard input" : name), followed(isFollowed), buffer(chunkSize)
 {
     open(name);
 }
@@ -54,7 +54,8 @@ void InputFile::open(const std::string& name)
         fail();
         return;
     }
-    live = comesSlowly(status);
+    followed = followed && S_ISREG(status.st_mode);
+    live = followed || comesSlowly(status);
     typed = live && ::isatty(descriptor) == 1;
     hintText = typed ? terminalHint(descriptor) : std::string();
     fileSize = !S_ISREG(status.st_mode) ? 0 : static_cast<std::uint64_t>(status.st_size);
@@ -64,7 +65,14 @@ std::span<const std::uint8_t> InputFile::read()
 {
     while (problemText.empty() && waitForBytes()) {
         const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
+        if (count == 0 && followed) {
+            if (!waitAtEnd()) {
+                return {};
+            }
+            continue;
+        }
         if (count >= 0) {
+            position += static_cast<std::uint64_t>(count);
             return std::span(buffer).first(static_cast<std::size_t>(count));
         }
         if (errno != EINTR && errno != EAGAIN) {
@@ -83,8 +91,26 @@ bool InputFile::waitForBytes() const
         if (!live || ::poll(&waited, 1, longestWait) != 0) {
             return !interrupt::requested();
         }
+        idle();
     }
     return false;
+}
+
+// A file can be read at any time, so this sleeps. False when it will not grow any more.
+bool InputFile::waitAtEnd()
+{
+    struct stat status = {};
+    if (::fstat(descriptor, &status) != 0) {
+        fail();
+        return false;
+    }
+    if (static_cast<std::uint64_t>(status.st_size) < position) {
+        problemText = "cannot follow " + displayName + ": it became shorter";
+        return false;
+    }
+    ::poll(nullptr, 0, longestWait);
+    idle();
+    return !interrupt::requested();
 }
 
 void InputFile::fail()

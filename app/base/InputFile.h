@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -12,8 +13,9 @@ bool isLiveInput(const std::string& name);
 
 class InputFile {
 public:
-    // "-" is standard input. Whether it could be opened is seen by the first read.
-    explicit InputFile(std::string name);
+    // "-" is standard input. Whether it could be opened is seen by the first read. A file that is
+    // followed has no end: there its reader waits for what is written to it.
+    explicit InputFile(std::string name, bool isFollowed = false);
     ~InputFile();
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
@@ -22,13 +24,17 @@ public:
     // program is asked to end. Valid until the next call.
     std::span<const std::uint8_t> read();
 
+    // Called a few times a second while a live input is waited for.
+    void setIdle(std::function<void()> function) { idle = std::move(function); }
+
     // What went wrong, for people; empty when nothing did.
     const std::string& problem() const { return problemText; }
 
     // Name for messages.
     const std::string& name() const { return displayName; }
 
-    // Whether bytes may arrive slowly (isLiveInput), so that results should be shown at once.
+    // Whether bytes may arrive slowly (isLiveInput, or it is followed), so that results should be
+    // shown at once.
     bool isLive() const { return live; }
 
     // Whether somebody types the bytes on a terminal.
@@ -43,6 +49,7 @@ public:
 private:
     void open(const std::string& name);
     bool waitForBytes() const;
+    bool waitAtEnd();
     void fail();
 
     std::string displayName;
@@ -50,6 +57,9 @@ private:
     std::string hintText;
     int descriptor = -1;
     bool live = false;
+    bool followed;
+    std::uint64_t position = 0;    // in a file that is followed
+    std::function<void()> idle = [] {};
     bool typed = false;
     std::uint64_t fileSize = 0;
     std::vector<std::uint8_t> buffer;

@@ -23,7 +23,8 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
     sink = &target;
     bool allReadable = true;
     for (const std::string& name : inputs) {
-        input = std::make_unique<InputFile>(name);
+        input = std::make_unique<InputFile>(name, options.follows);
+        input->setIdle([this] { sink->idle(); });
         if (!options.quiet && !input->hint().empty()) {
             ::tell(input->hint());
         }

@@ -27,6 +27,8 @@ public:
     virtual void finish() {}
     // Between two reads of an input whose bytes arrive slowly.
     virtual void pause() {}
+    // Now and then while such an input is waited for.
+    virtual void idle() {}
 
     // Whether no more of this input is wanted.
     virtual bool hasEnough() const { return false; }
