@@ -7,6 +7,7 @@
 #include "commands/Mistakes.h"
 #include "commands/OutputFile.h"
 #include "commands/SelfCommands.h"
+#include "commands/check/CheckCommand.h"
 #include "commands/compare/CompareCommand.h"
 #include "commands/convert/ConvertCommand.h"
 #include "commands/describe/DescribeCommand.h"
@@ -54,7 +55,8 @@ constexpr const char* programHelp =
     "    6  something in the input could not be encoded\n"
     "    7  there is not enough memory\n"
     "    8  a mistake in the program itself\n"
-    "  130  interrupted by Ctrl-C; 143 by SIGTERM, 129 by SIGHUP\n\n"
+    "  130  interrupted by Ctrl-C; 143 by SIGTERM, 129 by SIGHUP\n"
+    "'rtcm2 check' has others: 0 good, 1 warning, 2 critical, 3 not checked.\n\n"
     "A file that is named with --output takes its place when it is complete. It stays what it was "
     "when\n"
     "the exit status is 2 to 4 or more than 6, unless the input is a pipe or a device: what came "
@@ -92,7 +94,18 @@ ExitStatus answer(const CLI::App& app, const CLI::ParseError& reason)
     return print(asked.str());
 }
 
-ExitStatus run(int argc, char** argv)
+// Signals end every command alike: as shells name what they ended.
+int exitStatusOf(const Commands& commands, ExitStatus end)
+{
+    const auto chosen = std::find_if(commands.begin(), commands.end(),
+                                     [](const auto& command) { return command->isChosen(); });
+    if (end == ExitStatus::interrupted) {
+        return 128 + interrupt::number();
+    }
+    return chosen != commands.end() ? (*chosen)->exitStatus(end) : static_cast<int>(end);
+}
+
+int run(int argc, char** argv)
 {
     CLI::App app{"Decodes, filters, exports and converts RTCM 2.x differential GNSS messages.",
                  "rtcm2"};
@@ -105,6 +118,7 @@ ExitStatus run(int argc, char** argv)
     commands.push_back(std::make_unique<ShowCommand>());
     commands.push_back(std::make_unique<DescribeCommand>());
     commands.push_back(std::make_unique<StatsCommand>());
+    commands.push_back(std::make_unique<CheckCommand>());
     commands.push_back(std::make_unique<PositionCommand>());
     commands.push_back(std::make_unique<CompareCommand>());
     commands.push_back(std::make_unique<ExportCommand>());
@@ -124,12 +138,12 @@ ExitStatus run(int argc, char** argv)
         std::reverse(arguments.begin(), arguments.end());    // as the library takes them
         app.parse(std::move(arguments));
     } catch (const CLI::ParseError& reason) {
-        return answer(app, reason);
+        return exitStatusOf(commands, answer(app, reason));
     } catch (const UsageError& error) {
         tell(error.text);
-        return ExitStatus::usage;
+        return exitStatusOf(commands, ExitStatus::usage);
     }
-    return runChosen(commands);
+    return exitStatusOf(commands, runChosen(commands));
 }
 
 }    // namespace
@@ -139,14 +153,11 @@ int main(int argc, char** argv)
     occupyStandardDescriptors();
     lastWords::install();
     interrupt::install();
-    ExitStatus status{};
     try {
         // Numbers look the same everywhere.
         QLocale::setDefault(QLocale::c());
-        status = run(argc, argv);
+        return run(argc, argv);
     } catch (...) {
-        status = lastWords::tellException();
+        return static_cast<int>(lastWords::tellException());
     }
-    // As shells name what a signal ended.
-    return status == ExitStatus::interrupted ? 128 + interrupt::number() : static_cast<int>(status);
 }

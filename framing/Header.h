@@ -8,6 +8,9 @@
 
 namespace framing {
 
+// Sequence numbers go round through so many.
+inline constexpr unsigned sequenceNumbers = 8;
+
 struct Header {
     unsigned type = 0;         // 6 bits
     unsigned station = 0;      // 10 bits
@@ -54,7 +57,7 @@ constexpr bool follows(const Header& later, const Header& earlier)
     constexpr unsigned longestWait = 50;
     constexpr unsigned numbers = 4;
     const unsigned wait = waitBetween(earlier, later);
-    const unsigned step = (later.sequence - earlier.sequence) % 8;
+    const unsigned step = (later.sequence - earlier.sequence) % sequenceNumbers;
     return later.station == earlier.station && wait < longestWait && step >= 1 && step <= numbers;
 }
 

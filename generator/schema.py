@@ -50,6 +50,7 @@ RECORD_HEAD = {"kind", "bit_count", "parent"}
 # What the codec relies on: two header words that start so, and room for the flags of the kinds.
 HEADER_BITS = 48
 HEADER_START = [("Preamble", 8), ("Message_Type", 6)]
+HEADER_MEANINGS = {"preamble": (0, 8), "type": (8, 6), "words": (40, 5)}  # place and width
 MOST_KINDS = 46
 # What a row of the table has room for.
 LONGEST_TEXT = 255
@@ -286,6 +287,11 @@ def _header(head):
             fail(f"{member.name} needs a name")
     if sum(m.bits for m in members) != HEADER_BITS:
         fail(f"has {sum(m.bits for m in members)} bits, not {HEADER_BITS}")
+    starts = [sum(m.bits for m in members[:n]) for n in range(len(members))]
+    meant = {m.meaning: (start, m.bits) for start, m in zip(starts, members)}
+    for meaning, (start, bits) in HEADER_MEANINGS.items():
+        if meant.get(meaning) != (start, bits):
+            fail(f"needs a member that means '{meaning}' at bit {start}, {bits} bits wide")
     _check_fits(head["preamble"], members[0], _complaint(head.at("preamble"), "format"))
     return members
 

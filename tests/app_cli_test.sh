@@ -101,6 +101,20 @@ expect 0 "" compare "$sample" "$sample"
 "$rtcm2" compare --json - "$all" < "$sample" > out 2> err
 [ $? -eq 1 ] && [ ! -s err ] && grep -q '"same": false' out || fail "inputs that differ are told otherwise"
 expect 2 "only be one" compare - -
+# What check ends with is its own.
+expect 0 "" check "$sample"
+for status in "1 --expect 1:2s $sample" "2 $damaged"; do
+    "$rtcm2" check ${status#* } > out 2> err
+    [ $? -eq "${status%% *}" ] && [ ! -s err ] || fail "another verdict: $status"
+done
+expect 3 "no type of message" check --expect x:1s "$sample"
+expect 3 "--nosuch" check --nosuch "$sample"
+expect 3 "No such file" check missing "$sample"
+expect 3 "no message" check /dev/null
+head -c 3000 "$sample" > growing
+timeout --preserve-status -s INT 3 "$rtcm2" check --follow growing > out 2> err & (sleep 1; tail -c +3001 "$sample" >> growing)
+wait $! || fail "a watch ends otherwise"
+grep -q "^OK: station 417, 105 messages" out || fail "does not follow a file"
 for inputs in "" "$sample" "$sample $all $sample"; do expect 2 "equired" compare $inputs; done
 expect 3 "No such file" compare "$sample" missing
 expect 3 "none of the messages in the input (134) is among" compare --station 1 "$sample" "$all"

@@ -20,6 +20,10 @@ public:
     // Throws UsageError for arguments that are wrong together or in the light of the format.
     virtual ExitStatus run(Host& host) = 0;
 
+    // The exit status for an end like this; some commands have numbers of their own. Not asked
+    // where a signal ended the program.
+    virtual int exitStatus(ExitStatus end) const { return static_cast<int>(end); }
+
 protected:
     CLI::App* app = nullptr;    // set by declare(); owned by the program
 };

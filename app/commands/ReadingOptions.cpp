@@ -9,7 +9,7 @@
 
 #include <unistd.h>
 
-void ReadingOptions::declare(CLI::App& command)
+void ReadingOptions::declareInput(CLI::App& command)
 {
     declareInputs(command, inputs);
     command
@@ -26,6 +26,11 @@ void ReadingOptions::declare(CLI::App& command)
         ->capture_default_str()
         ->type_name("NUMBER")
         ->group(optionGroup::input);
+}
+
+void ReadingOptions::declare(CLI::App& command)
+{
+    declareInput(command);
     declareFilter(command);
     declareMax(command, session.max);
     declareOutput(command, output);

@@ -23,6 +23,8 @@ struct ReadingOptions {
     std::string output;    // empty for standard output
 
     void declare(CLI::App& command);
+    // Those that say what is read.
+    void declareInput(CLI::App& command);
 
 private:
     void declareFilter(CLI::App& command);

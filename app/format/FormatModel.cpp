@@ -20,10 +20,10 @@ std::string wordsOf(const char* name)
 
 bool standsInHeader(const FieldModel& field)
 {
-    constexpr int headerBits = static_cast<int>(framing::headerBytes) * 8;
+    constexpr int bitsOfHeader = static_cast<int>(framing::headerBytes) * 8;
     const RTCM2_member_s& row = *field.row;
     return row.role == RTCM2_ROLE_WIRE && row.first_bit >= 0 &&
-           row.first_bit + row.bits <= headerBits;
+           row.first_bit + row.bits <= bitsOfHeader;
 }
 
 }    // namespace

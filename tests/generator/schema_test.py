@@ -103,7 +103,7 @@ WRONG = [
     (FORMAT, ", Tide]", ", Tide, Ebb]", "@order: names 'Ebb', which is no kind"),
     (FORMAT, "[Buoy, Harbour, Tide]", "[Harbour, Buoy, Tide]", "@order: sub-records stand before main kinds"),
     (HARBOURS, "    members:\n      - *levels", "    members: [" + ", ".join(
-        f"{{member: M{n}, type: i, bits: 33}}" for n in range(29)) + "]",
+        f"{{member: M{n}, type: i, bits: 33}}" for n in range(30)) + "]",
      "harbours.yaml:43: kind Tide: its record has 264 bytes, and RTCM2_message_s has 256"),
     (FORMAT, "[Buoy, Harbour, Tide]", "[Harbour, Tide]\n  later: [Buoy]", "Harbour.Buoys: its elements Buoy have to be listed before Harbour"),
     # what numbers mean
@@ -123,10 +123,11 @@ WRONG = [
     (HARBOURS, "    members:\n      - {member: Look", "    points: [{name: Top, of: [Height, Height, Height], from: Quay}]\n    members:\n      - {member: Look", "@no kind tells the coordinates of the point 'Quay'"),
     (FORMAT, "value: 1}]", "value: 1}, {name: South, letter: N, time: UTC, frame: Local, value: 0}]", "@two systems have the same letter"),
     # the header
-    (FORMAT, "bits: 24", "bits: 25", "header: has 49 bits, not 48"),
-    (FORMAT, "bits: 24", "bits: 24, when: {Message_Type: [5]}", "header: Station_ is not always on the wire"),
+    (FORMAT, "bits: 16", "bits: 17", "header: has 49 bits, not 48"),
+    (FORMAT, "bits: 16", "bits: 16, when: {Message_Type: [5]}", "header: Station_ is not always on the wire"),
     (FORMAT, "Message_Type", "Type", "header: starts with Preamble of 8 bits and Message_Type of 6 bits"),
     (FORMAT, "name: Station, ", "", "header: Station_ needs a name"),
+    (FORMAT, ", means: words", "", "header: needs a member that means 'words' at bit 40, 5 bits wide"),
 ]
 
 
@@ -179,7 +180,7 @@ class Schema(unittest.TestCase):
         names = [f"K{n}" for n in range(44)]
         rows = "".join(f"  {n}: {{type: {i + 10}, members: []}}\n" for i, n in enumerate(names))
         (self.folder / "many.yaml").write_text("family: Many\nkinds:\n" + rows)
-        for row, place in (f", Tide, {', '.join(names)}]", "10: order"), (f", Tide]\n  later: {names}", "11: later"):
+        for row, place in (f", Tide, {', '.join(names)}]", "12: order"), (f", Tide]\n  later: {names}", "13: later"):
             good = (self.folder / FORMAT).read_bytes()
             self.replace(FORMAT, ", Tide]", row)
             self.assertEqual(self.complaint(), f"format.yaml:{place}: there are 47 kinds, and flags for 46")

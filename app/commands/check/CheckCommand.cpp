@@ -1,0 +1,121 @@
+#include "commands/check/CheckCommand.h"
+
+#include "base/InputFile.h"
+#include "commands/CommonOptions.h"
+#include "commands/check/CheckSink.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace {
+
+constexpr const char* checkHelp =
+    "A verdict comes first, then problems with their place, then tables. Lost messages are found\n"
+    "by the sequence numbers and the time; where a gap is longer than a round of the numbers, "
+    "what\n"
+    "is told is the least that the time allows. While an input is waited for, each problem is a\n"
+    "line as soon as it is seen, and so is a silence of 3 times the shortest time expected, or, "
+    "if\n"
+    "no type is, of 10 times the mean and at least 5 s. docs/json.md describes the JSON.\n\n"
+    "Exit status:\n"
+    "    0  good\n"
+    "    1  warning: messages lost, damaged, out of place or with content that does not fit; a "
+    "type\n"
+    "       that comes at another rate than before, no more, or more than 1.5 times as seldom as\n"
+    "       expected; a position that moved; a station that says to use it with care\n"
+    "    2  critical: 5 % or more of the messages lost or damaged; an expected type that is "
+    "missing\n"
+    "       or comes more than 3 times as seldom; a point away from --position; a station that\n"
+    "       says that it does not work\n"
+    "    3  not checked: a wrong option, an input that cannot be read, no message\n\n"
+    "Examples:\n"
+    "    rtcm2 check capture.rtcm2\n"
+    "    rtcm2 check --expect 1:1s,3:1min --position 3705294.33,513572.04,5148765.99 a.rtcm2\n"
+    "    rtcm2 check --follow --expect 9:5s /dev/ttyS0";
+
+std::vector<unsigned> stationsOf(const std::vector<std::string>& texts)
+{
+    std::vector<unsigned> stations;
+    for (const std::string& text : texts) {
+        const char* const end = text.data() + text.size();
+        const auto result = std::from_chars(text.data(), end, stations.emplace_back());
+        if (result.ec != std::errc() || result.ptr != end) {
+            throw UsageError{"station '" + text + "' is not a number"};
+        }
+    }
+    return stations;
+}
+
+}    // namespace
+
+void CheckCommand::declare(CLI::App& program)
+{
+    app = program.add_subcommand("check", "Whether streams are what they should be");
+    reading.declareInput(*app);
+    app->add_option("--station", reading.filter.stations, "Look at these stations only")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("NUMBER");
+    app->add_option("--expect", expected,
+                    "Types that have to come, and how often: 1:0.5s,3:1min. Types by number or "
+                    "name, times in s or min")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("TYPE:TIME");
+    app->add_option("--position", position,
+                    "Where the points of the stations have to be: X,Y,Z in metres, earth-centred "
+                    "and earth-fixed")
+        ->type_name("X,Y,Z");
+    app->add_option("--tolerance", tolerance, "Metres that a point may be away from --position")
+        ->check(CLI::Range(0.0, 1e7))
+        ->type_name("METRES")
+        ->capture_default_str();
+    app->add_flag("--follow", reading.session.follows,
+                  "Wait at the end of the file for what is written to it, until interrupted");
+    declareOutput(*app, reading.output);
+    app->add_flag("-j,--json", asJson, "For programs: as JSON");
+    app->add_flag("-q,--quiet", reading.session.quiet,
+                  "Nothing on standard error but what ends the program");
+    app->footer(checkHelp);
+}
+
+ExitStatus CheckCommand::run(Host& host)
+{
+    Wanted wanted{.tolerance = tolerance, .stations = stationsOf(reading.filter.stations)};
+    try {
+        for (const std::string& text : expected) {
+            wanted.types.push_back(expectedType(host.model, text));
+        }
+        if (!position.empty()) {
+            wanted.position = positionOf(position);
+        }
+    } catch (const WantedError& error) {
+        throw UsageError{error.text};
+    }
+    if (reading.session.follows && reading.inputs.size() > 1) {
+        throw UsageError{"only one input can be followed"};
+    }
+    // Numbers of messages follow each other: all messages are looked at.
+    ReadingOptions options = reading;
+    options.filter = {};
+    options.session.onError = OnError::skip;
+    const bool isWatch = reading.session.follows ||
+                         std::any_of(options.inputs.begin(), options.inputs.end(), isLiveInput);
+    CheckReport report{.isJson = asJson, .isWatch = isWatch};
+    const ExitStatus end = runSession(host, options, [&](Output& output, const MessageFilter&) {
+        return std::make_unique<CheckSink>(output, host.model, wanted, report);
+    });
+    verdict = report.verdict;
+    // Somebody ended the watch: that is how it ends.
+    const bool isEnded = end == ExitStatus::interrupted && isWatch && report.messages > 0;
+    const bool isChecked = end == ExitStatus::success && report.messages > 0;
+    return isEnded || isChecked         ? ExitStatus::success
+           : end == ExitStatus::success ? ExitStatus::nothingFound
+                                        : end;
+}
+
+int CheckCommand::exitStatus(ExitStatus end) const
+{
+    constexpr int notChecked = 3;
+    return end == ExitStatus::success ? static_cast<int>(verdict) : notChecked;
+}

@@ -1,0 +1,37 @@
+// What the stream should be, as the options of a check say it.
+#pragma once
+
+#include "format/FormatModel.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+// A type that has to come.
+struct ExpectedType {
+    unsigned type = 0;
+    std::string name;      // "type 1"
+    double seconds = 0;    // from one message to the next
+};
+
+struct Wanted {
+    std::vector<ExpectedType> types{};
+    std::optional<std::array<double, 3>> position{};    // metres, earth-centred and earth-fixed
+    double tolerance = 1;                               // metres
+    std::vector<unsigned> stations{};                   // the only ones that are looked at
+};
+
+// Wrong texts; `text` is for people.
+struct WantedError {
+    std::string text;
+};
+
+// "1:0.5s" or "3:1min": a type by number, or a kind by name, and a time. Throws WantedError.
+ExpectedType expectedType(const FormatModel& model, const std::string& text);
+
+// "x,y,z" in metres. Throws WantedError.
+std::array<double, 3> positionOf(const std::string& text);
+
+// Metres between two points.
+double distance(const std::array<double, 3>& a, const std::array<double, 3>& b);
