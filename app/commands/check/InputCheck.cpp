@@ -162,7 +162,9 @@ void InputCheck::takeMessage(const Message& message)
         review();
     }
     if (isMisfit) {
-        report(Severity::warning, "content does not fit its type: " + message.found.text,
+        report(Severity::warning,
+               "station " + std::to_string(message.header.station) +
+                   ": the content does not fit type " + std::to_string(message.header.type),
                message.place);
     }
     const auto entry = stations.try_emplace(
