@@ -268,7 +268,8 @@ TEST_F(FilterTest, KindsThatCannotPassAreLeftOut)
     EXPECT_EQ(kindsOf({.kinds = {"14", "63", "9"}, .stations = {"1"}}), (Numbers{9, -1}));
     EXPECT_EQ(kindsOf({.kinds = {"14", "9"}, .excludedKinds = {"14"}}), Numbers{9});
     EXPECT_EQ(kindsOf({.where = "Corrections.PRC < 0"}), (Numbers{1, 9, 31}));
-    EXPECT_EQ(kindsOf({.where = "Message_Type == 9 or Message_Type > 50"}), (Numbers{9, 51, 52, 59}));
+    EXPECT_EQ(kindsOf({.where = "Message_Type == 9 or Message_Type > 50"}),
+              (Numbers{9, 51, 52, 59}));
     EXPECT_EQ(kindsOf({.where = "not Message_Type == 9"}).size(), all - 1);
     EXPECT_EQ(kindsOf({.where = "not present(Corrections)"}).size(), all);
     EXPECT_EQ(kindsOf({.kinds = {"1"}, .where = "Message_Type == 9"}), Numbers{});

@@ -44,7 +44,6 @@ void writeLosses(JsonWriter& json, const Losses& losses)
         json.member("missing", loss.least);
         json.member("is_exact", loss.isExact);
         json.member("damaged", loss.damaged);
-        json.member("is_jump", loss.isJump);
         json.member("seconds", loss.seconds);
         writePlace(json, loss.place);
     });

@@ -10,6 +10,7 @@ using framing::sequenceNumbers;
 
 constexpr std::uint64_t stepsToKnow = 4;    // before time says how many messages to expect
 constexpr double fewSteps = 4;
+constexpr double pauseSteps = 32;    // that say nothing of how often messages come
 
 unsigned stepOf(const Heard& from, const Heard& to)
 {
@@ -68,10 +69,10 @@ void CounterTrack::accept(const Heard& heard)
     if (late == heard.sequence) {
         late.reset();
     }
-    if (timedSteps < stepsToKnow || steps >= fewSteps) {
+    if (timedSteps < stepsToKnow || steps >= sequenceNumbers) {
         keep({*last, heard, 0, steps});
     }
-    if (steps < fewSteps) {
+    if (steps < pauseSteps) {
         ++timedSteps;
         timedUnits += time;
     }
@@ -89,9 +90,8 @@ void CounterTrack::settle()
     const bool isLate = late && (*late - last->sequence) % sequenceNumbers < step;
     same += step == 0 ? 1 : 0;
     missing -= isLate && missing > 0 ? 1 : 0;
-    const bool isJump = timedSteps >= stepsToKnow && missing > 3 + 3 * std::max(0.0, steps);
     if (missing > 0 || step == 0) {
-        keep({*last, *doubtful, missing, steps, isJump});
+        keep({*last, *doubtful, missing, steps});
     }
     late.reset();
     last = doubtful;
@@ -103,7 +103,7 @@ void CounterTrack::keep(const Gap& gap)
     if (found.size() < room) {
         found.push_back(gap);
     } else {
-        beyond += gap.isJump ? 0 : gap.missing;
+        beyond += gap.missing;
     }
 }
 

@@ -21,7 +21,6 @@ struct Gap {
     Heard to;
     unsigned missing = 0;        // modulo the numbers there are
     double expectedSteps = 0;    // by the time between the two; 0 when that is not known
-    bool isJump = false;         // there was no time for so many messages
 };
 
 // A number that does not follow is judged when the next one is known: where that goes on from the

@@ -36,7 +36,6 @@ struct Loss {
     std::uint64_t least = 0;
     bool isExact = true;          // else more may be missing
     std::uint64_t damaged = 0;    // of those, messages that came damaged
-    bool isJump = false;          // the numbers jump, and nothing is missing
     std::optional<unsigned> station{};
     Place place{};
     double seconds = 0;    // between the messages before and after

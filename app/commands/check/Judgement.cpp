@@ -18,34 +18,32 @@ constexpr std::uint64_t messagesToTell = 16;    // before it is clear who shares
 
 }    // namespace
 
-// How many of the counter's messages are missing at the least: of each type that comes regularly
-// before and after the gap, those that the time would have brought. Times are rounded, so that each
-// type may count one too many.
+// How many of the counter's messages are missing by the time: of each type that comes regularly,
+// those that its own pause around the gap has room for.
 double InputCheck::expectedIn(const Gap& gap, const Counters::Counted& counted) const
 {
     double sum = 0;
-    double doubt = 0;
     for (const auto& [key, rate] : rates) {
-        const bool isCounted = (!counted.station || *counted.station == key.station) &&
-                               (!counted.system || *counted.system == key.system) &&
-                               rate.firstTime() <= gap.from.time && rate.lastTime() >= gap.to.time;
-        const double missing = isCounted ? rate.expectedIn(gap.to.time - gap.from.time) : 0;
-        sum += missing;
-        doubt += missing > 0 ? 1 : 0;
+        if ((!counted.station || *counted.station == key.station) &&
+            (!counted.system || *counted.system == key.system)) {
+            sum += rate.missingAround(gap.from.place.number, gap.to.place.number,
+                                      gap.to.time - gap.from.time);
+        }
     }
-    return sum - std::max(2.0, doubt);
+    return sum;
 }
 
-// The numbers tell how many are missing but for whole rounds; of these the time tells.
+// The numbers tell how many are missing but for whole rounds; of these the time tells. Times are
+// rounded and types change, so it takes the lower one of two that are about as likely.
 Loss InputCheck::lossOf(const Gap& gap, const Counters::Counted& counted) const
 {
     constexpr double round = framing::sequenceNumbers;
-    Loss loss{.least = gap.missing, .isJump = gap.isJump, .station = counted.station};
+    constexpr double doubt = 3;
+    Loss loss{.least = gap.missing, .station = counted.station};
     const double more = expectedIn(gap, counted) - static_cast<double>(gap.missing);
-    const double rounds = std::max(0.0, std::ceil(more / round));
+    const double rounds = std::max(0.0, std::floor((more + doubt) / round));
     loss.least += static_cast<std::uint64_t>(rounds * round);
     loss.isExact = rounds == 0;
-    loss.isJump = loss.isJump && loss.isExact;
     loss.place = gap.to.place;
     loss.seconds = secondsOf(gap.to.time - gap.from.time);
     loss.damaged = gap.to.damaged - gap.from.damaged;
@@ -100,9 +98,6 @@ void InputCheck::shareDamage(Losses& found) const
 {
     std::uint64_t shared = 0;
     for (Loss& loss : found.all) {
-        if (loss.isJump) {
-            continue;
-        }
         loss.damaged = std::min({loss.damaged, loss.least, damaged - std::min(damaged, shared)});
         shared += loss.damaged;
         found.damaged += loss.damaged;
@@ -114,10 +109,6 @@ void InputCheck::shareDamage(Losses& found) const
 std::string InputCheck::textOf(const Loss& loss) const
 {
     std::string text = loss.station ? "station " + std::to_string(*loss.station) + ": " : "";
-    if (loss.isJump) {
-        return text + "the numbers jump by " + std::to_string(loss.least + 1) +
-               " with no time for messages between: the station began anew, or they are lost";
-    }
     text += (loss.isExact ? "" : "at least ") + countText(loss.least, "message") + " missing in " +
             withDecimals(loss.seconds, 1) + " s";
     return loss.damaged == 0 ? text : text + ", " + std::to_string(loss.damaged) + " came damaged";

@@ -118,3 +118,14 @@ double TypeRate::expectedIn(std::int64_t units) const
                ? std::max(0.0, std::floor(static_cast<double>(units) / *period() + rounding) - 1)
                : 0;
 }
+
+double TypeRate::missingAround(std::uint64_t from, std::uint64_t to, std::int64_t units) const
+{
+    const auto gap = std::find_if(longest.begin(), longest.end(), [&](const Longest& candidate) {
+        return candidate.from.number <= from && candidate.to.number >= to &&
+               candidate.units <= 2 * units;
+    });
+    return gap != longest.end() && isRegular()
+               ? std::max(0.0, std::round(static_cast<double>(gap->units) / *period()) - 1)
+               : 0;
+}

@@ -41,6 +41,9 @@ public:
     bool isRegular() const;
     // So many messages had to come in a time without any; 0 where that is not regular.
     double expectedIn(std::int64_t units) const;
+    // So many would have come in one of the longest gaps, if that is around these numbers of the
+    // input and mostly the time between them; else 0.
+    double missingAround(std::uint64_t from, std::uint64_t to, std::int64_t units) const;
     const std::vector<Longest>& longestGaps() const { return longest; }
 
 private:
