@@ -127,6 +127,7 @@ TEST_F(CheckTest, LossesAreFoundAndNoneIsInvented)
         {"no numbers, by the time", without(uncounted, 20, 10), 10, false},
         {"two systems, one counter", mixed, 0},
         {"of these", without(without(mixed, 50, 1), 20, 3), 4},
+        {"more than two rounds of these", without(mixed, 20, 18), 18, false},
         {"two systems, two counters", twoCounters, 0},
         {"of these", without(without(twoCounters, 50, 1), 20, 3), 4},
         {"two stations", stations, 0},
