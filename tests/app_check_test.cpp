@@ -162,10 +162,10 @@ TEST_F(CheckTest, DamageExplainsAGapOnce)
     EXPECT_STREQ(result["verdict"].GetString(), "WARNING");
 }
 
-// 1.28 m, 0 and 0, or somewhere else.
+// On the equator, 6378136.32 m from the centre of the earth with 128 of these, or near it.
 Packed point(std::uint8_t centimetres)
 {
-    return {0, 0, 0, centimetres, 0, 0, 0, 0, 0, 0, 0, 0};
+    return {0x26, 0x04, 0x43, centimetres, 0, 0, 0, 0, 0, 0, 0, 0};
 }
 
 TEST_F(CheckTest, WhatAStreamSaysAndHowOften)
@@ -198,9 +198,9 @@ TEST_F(CheckTest, WhatAStreamSaysAndHowOften)
         {broken, {}, "CRITICAL", "critical: station 5: Not Working\n"},
         {slower, {}, "WARNING", "type 1 now comes every 4.8 s instead of 1.2 s\n"},
         {moved, {}, "WARNING", "Reference point of Message Type 3 moved by 0.020 m\n"},
-        {moved, {.position = positionOf("1.28,0,0")}, "WARNING", "moved by 0.020 m\n"},
-        {still, {.position = positionOf("1.28,0,1.01")}, "CRITICAL", "is 1.010 m from the"},
-        {still, {.position = positionOf("1.28,0,1.01"), .tolerance = 2}, "OK", ""},
+        {moved, {.position = positionOf("0,0,-0.68")}, "WARNING", "moved by 0.020 m\n"},
+        {still, {.position = positionOf("6378136.32,0,1.01")}, "CRITICAL", "is 1.010 m from the"},
+        {still, {.position = positionOf("6378136.32,0,1.01"), .tolerance = 2}, "OK", ""},
         {one, expect("1:0.9s"), "OK", ""},
         {one, expect("1:0.7s"), "WARNING", "type 1 comes every 1.2 s instead of every 0.7 s\n"},
         {one, expect("1:0.3s"), "CRITICAL", "type 1 comes every 1.2 s"},

@@ -64,8 +64,8 @@ void CheckCommand::declare(CLI::App& program)
         ->type_name("TYPE:TIME");
     app->add_option("--position", position,
                     "Where the points of the stations have to be: X,Y,Z in metres, earth-centred "
-                    "and earth-fixed")
-        ->type_name("X,Y,Z");
+                    "and earth-fixed, or latitude,longitude,height in degrees and metres")
+        ->type_name("POINT");
     app->add_option("--tolerance", tolerance, "Metres that a point may be away from --position")
         ->check(CLI::Range(0.0, 1e7))
         ->type_name("METRES")

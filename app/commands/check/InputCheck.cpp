@@ -285,7 +285,8 @@ void InputCheck::takePoints(const Message& message, StationState& station)
             report(Severity::warning,
                    of + point + " moved by " + withDecimals(move.metres, 3) + " m", message.place);
         }
-        const double away = wanted.position ? distance(*wanted.position, move.point->metres) : 0;
+        const double away =
+            wanted.position ? distanceBetween(*wanted.position, move.point->metres) : 0;
         if (away > wanted.tolerance) {
             report(Severity::critical,
                    of + point + " is " + withDecimals(away, 3) + " m from the position given",

@@ -153,7 +153,7 @@ std::vector<StationState::Move> StationState::addPoints(const KindModel& kind, c
         const bool isThere =
             std::equal(now.exact.begin(), now.exact.end(), known.exact.begin(), isSame);
         if (isFirst || !isThere) {
-            const double metres = distance(now.metres, known.metres);
+            const double metres = distanceBetween(now.metres, known.metres);
             now.moves = known.moves + (isFirst ? 0 : 1);
             known = now;
             moves.push_back({&known, isFirst, metres});

@@ -1,6 +1,7 @@
 // What a station says of itself and of the satellites that it sees.
 #pragma once
 
+#include "base/Geodesy.h"
 #include "commands/check/Finding.h"
 #include "format/MessageTime.h"
 
@@ -40,7 +41,7 @@ struct HealthState {
 struct PointState {
     const RTCM2_point_s* point = nullptr;
     std::array<RTCM2_decimal_s, 3> exact{};
-    std::array<double, 3> metres{};
+    Cartesian metres{};
     std::uint64_t moves = 0;
     Place since{};
 };

@@ -43,6 +43,16 @@ std::optional<unsigned> typeOf(const FormatModel& model, const std::string& text
     return isType ? std::optional(static_cast<unsigned>(*number)) : std::nullopt;
 }
 
+// So near the centre of the earth there is no station, so these are degrees.
+bool isGeodetic(const Cartesian& given)
+{
+    constexpr double northPole = 90;
+    constexpr double wholeCircle = 360;
+    constexpr double highest = 1e6;    // metres
+    return std::abs(given[0]) <= northPole && std::abs(given[1]) <= wholeCircle &&
+           std::abs(given[2]) <= highest;
+}
+
 }    // namespace
 
 ExpectedType expectedType(const FormatModel& model, const std::string& text)
@@ -64,7 +74,7 @@ ExpectedType expectedType(const FormatModel& model, const std::string& text)
     return {*type, "type " + std::to_string(*type), *seconds};
 }
 
-std::array<double, 3> positionOf(const std::string& text)
+Cartesian positionOf(const std::string& text)
 {
     std::vector<std::optional<double>> numbers;
     for (std::size_t begin = 0; begin <= text.size();) {
@@ -73,12 +83,10 @@ std::array<double, 3> positionOf(const std::string& text)
         begin = end + 1;
     }
     if (numbers.size() != 3 || !numbers[0] || !numbers[1] || !numbers[2]) {
-        throw WantedError{"'" + text + "' in --position is no point; write it as X,Y,Z in metres"};
+        throw WantedError{"'" + text +
+                          "' in --position is no point; write it as X,Y,Z in metres or as "
+                          "latitude,longitude,height in degrees and metres"};
     }
-    return {*numbers[0], *numbers[1], *numbers[2]};
-}
-
-double distance(const std::array<double, 3>& a, const std::array<double, 3>& b)
-{
-    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
+    const Cartesian given = {*numbers[0], *numbers[1], *numbers[2]};
+    return isGeodetic(given) ? cartesianOf({given[0], given[1], given[2]}) : given;
 }

@@ -1,6 +1,7 @@
 // What the stream should be, as the options of a check say it.
 #pragma once
 
+#include "base/Geodesy.h"
 #include "format/FormatModel.h"
 
 #include <array>
@@ -17,9 +18,9 @@ struct ExpectedType {
 
 struct Wanted {
     std::vector<ExpectedType> types{};
-    std::optional<std::array<double, 3>> position{};    // metres, earth-centred and earth-fixed
-    double tolerance = 1;                               // metres
-    std::vector<unsigned> stations{};                   // the only ones that are looked at
+    std::optional<Cartesian> position{};
+    double tolerance = 1;                // metres
+    std::vector<unsigned> stations{};    // the only ones that are looked at
 };
 
 // Wrong texts; `text` is for people.
@@ -30,8 +31,5 @@ struct WantedError {
 // "1:0.5s" or "3:1min": a type by number, or a kind by name, and a time. Throws WantedError.
 ExpectedType expectedType(const FormatModel& model, const std::string& text);
 
-// "x,y,z" in metres. Throws WantedError.
-std::array<double, 3> positionOf(const std::string& text);
-
-// Metres between two points.
-double distance(const std::array<double, 3>& a, const std::array<double, 3>& b);
+// "x,y,z" in metres, or "latitude,longitude,height" in degrees and metres. Throws WantedError.
+Cartesian positionOf(const std::string& text);
