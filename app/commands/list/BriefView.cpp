@@ -92,15 +92,17 @@ BriefView::BriefView(Output& out, const BriefOptions& briefOptions,
                                  .content = BriefPlan(*kind, options.all)};
     }
     beginInput("Input");
-    text.append(input);
-    appendCell(text, "No.", numberWidth);
+    Text names;
+    names.append(input);
+    appendCell(names, "No.", numberWidth);
     if (options.position) {
-        appendCell(text, "Byte", byteWidth);
+        appendCell(names, "Byte", byteWidth);
     }
-    appendCell(text, "Time", timeWidth);
-    appendCell(text, "Station", stationWidth);
-    appendCell(text, "Type", typeWidth);
-    text.append("  Content\n");
+    appendCell(names, "Time", timeWidth);
+    appendCell(names, "Station", stationWidth);
+    appendCell(names, "Type", typeWidth);
+    names.append("  Content\n");
+    heading = names.view();
 }
 
 void BriefView::beginInput(const std::string& name)

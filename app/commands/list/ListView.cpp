@@ -42,10 +42,10 @@ ListView::ListView(Output& out, const ListOptions& listOptions,
     for (const KindModel* kind : kinds) {
         columns[kind->number()] = columnsOf(*kind);
     }
-    writeHeader(kinds);
+    makeHeading(kinds);
 }
 
-void ListView::writeHeader(const std::vector<const KindModel*>& kinds)
+void ListView::makeHeading(const std::vector<const KindModel*>& kinds)
 {
     std::vector<std::string> names = options.fields.empty() ? sharedColumns(kinds) : options.fields;
     if (options.position) {
@@ -54,11 +54,10 @@ void ListView::writeHeader(const std::vector<const KindModel*>& kinds)
     if (options.withInput) {
         names.insert(names.begin(), "Input");
     }
-    std::string header;
     for (const std::string& name : names) {
-        header += (header.empty() ? "" : options.separator) + name;
+        heading += (heading.empty() ? "" : options.separator) + name;
     }
-    text.append(header + "\n");
+    heading += '\n';
 }
 
 void ListView::beginInput(const std::string& name)

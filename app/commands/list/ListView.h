@@ -27,7 +27,7 @@ private:
     // The fields that make up the line of a kind; without field where the kind lacks a chosen one.
     using Columns = std::vector<FieldPath>;
 
-    void writeHeader(const std::vector<const KindModel*>& kinds);
+    void makeHeading(const std::vector<const KindModel*>& kinds);
     Columns columnsOf(const KindModel& kind) const;
     void print(const Found& found, Text& target) override;
 
