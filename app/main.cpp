@@ -3,20 +3,10 @@
 #include "base/LastWords.h"
 #include "base/Terminal.h"
 #include "commands/Arguments.h"
+#include "commands/Commands.h"
 #include "commands/HelpFormatter.h"
 #include "commands/Mistakes.h"
 #include "commands/OutputFile.h"
-#include "commands/SelfCommands.h"
-#include "commands/check/CheckCommand.h"
-#include "commands/compare/CompareCommand.h"
-#include "commands/convert/ConvertCommand.h"
-#include "commands/describe/DescribeCommand.h"
-#include "commands/encode/EncodeCommand.h"
-#include "commands/export/ExportCommand.h"
-#include "commands/list/ListCommand.h"
-#include "commands/position/PositionCommand.h"
-#include "commands/show/ShowCommand.h"
-#include "commands/stats/StatsCommand.h"
 
 #include <QLocale>
 
@@ -114,18 +104,18 @@ int run(int argc, char** argv)
     app.footer(programHelp);
     app.set_version_flag("--version", "rtcm2 " RTCM2_VERSION);
     Commands commands;
-    commands.push_back(std::make_unique<ListCommand>());
-    commands.push_back(std::make_unique<ShowCommand>());
-    commands.push_back(std::make_unique<DescribeCommand>());
-    commands.push_back(std::make_unique<StatsCommand>());
-    commands.push_back(std::make_unique<CheckCommand>());
-    commands.push_back(std::make_unique<PositionCommand>());
-    commands.push_back(std::make_unique<CompareCommand>());
-    commands.push_back(std::make_unique<ExportCommand>());
-    commands.push_back(std::make_unique<ConvertCommand>());
-    commands.push_back(std::make_unique<EncodeCommand>());
-    commands.push_back(std::make_unique<CompletionCommand>());
-    commands.push_back(std::make_unique<ManualCommand>());
+    commands.push_back(listCommand());
+    commands.push_back(showCommand());
+    commands.push_back(describeCommand());
+    commands.push_back(statsCommand());
+    commands.push_back(checkCommand());
+    commands.push_back(positionCommand());
+    commands.push_back(compareCommand());
+    commands.push_back(exportCommand());
+    commands.push_back(convertCommand());
+    commands.push_back(encodeCommand());
+    commands.push_back(completionCommand());
+    commands.push_back(manualCommand());
     for (const auto& command : commands) {
         command->declare(app);
     }

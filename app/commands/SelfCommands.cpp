@@ -1,8 +1,33 @@
-#include "commands/SelfCommands.h"
+#include "commands/Commands.h"
 
 #include "commands/Completion.h"
 #include "commands/Manual.h"
 #include "commands/OutputFile.h"
+
+namespace {
+
+// Prints the completion script for a shell.
+class CompletionCommand : public Command {
+public:
+    void declare(CLI::App& parent) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    const CLI::App* program = nullptr;
+    std::string shell;
+};
+
+// Prints the manual page; used by the installation.
+class ManualCommand : public Command {
+public:
+    void declare(CLI::App& parent) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    const CLI::App* program = nullptr;
+};
+
+}    // namespace
 
 void CompletionCommand::declare(CLI::App& parent)
 {
@@ -36,4 +61,14 @@ void ManualCommand::declare(CLI::App& parent)
 ExitStatus ManualCommand::run(Host&)
 {
     return print(manualPage(*program, RTCM2_VERSION));
+}
+
+std::unique_ptr<Command> completionCommand()
+{
+    return std::make_unique<CompletionCommand>();
+}
+
+std::unique_ptr<Command> manualCommand()
+{
+    return std::make_unique<ManualCommand>();
 }

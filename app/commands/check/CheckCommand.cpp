@@ -1,8 +1,10 @@
-#include "commands/check/CheckCommand.h"
+#include "commands/Commands.h"
 
 #include "base/InputFile.h"
 #include "commands/CommonOptions.h"
+#include "commands/ReadingOptions.h"
 #include "commands/check/CheckSink.h"
+#include "commands/check/Finding.h"
 
 #include <algorithm>
 #include <charconv>
@@ -45,6 +47,22 @@ std::vector<unsigned> stationsOf(const std::vector<std::string>& texts)
     }
     return stations;
 }
+
+class CheckCommand : public Command {
+public:
+    void declare(CLI::App& program) override;
+    ExitStatus run(Host& host) override;
+    // As programs that watch others understand it.
+    int exitStatus(ExitStatus end) const override;
+
+private:
+    ReadingOptions reading;
+    std::vector<std::string> expected;
+    std::string position;
+    double tolerance = 1;
+    bool asJson = false;
+    Severity verdict = Severity::good;
+};
 
 }    // namespace
 
@@ -118,4 +136,9 @@ int CheckCommand::exitStatus(ExitStatus end) const
 {
     constexpr int notChecked = 3;
     return end == ExitStatus::success ? static_cast<int>(verdict) : notChecked;
+}
+
+std::unique_ptr<Command> checkCommand()
+{
+    return std::make_unique<CheckCommand>();
 }

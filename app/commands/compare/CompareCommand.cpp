@@ -1,7 +1,22 @@
-#include "commands/compare/CompareCommand.h"
+#include "commands/Commands.h"
 
 #include "base/Terminal.h"
+#include "commands/ReadingOptions.h"
 #include "commands/compare/CompareSink.h"
+
+namespace {
+
+class CompareCommand : public Command {
+public:
+    void declare(CLI::App& program) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    ReadingOptions reading;
+    bool asJson = false;
+};
+
+}    // namespace
 
 void CompareCommand::declare(CLI::App& program)
 {
@@ -64,4 +79,9 @@ ExitStatus CompareCommand::run(Host& host)
         return ExitStatus::unreadable;
     }
     return result == CompareSink::Result::same ? ExitStatus::success : ExitStatus::different;
+}
+
+std::unique_ptr<Command> compareCommand()
+{
+    return std::make_unique<CompareCommand>();
 }

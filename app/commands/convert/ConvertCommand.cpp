@@ -1,8 +1,27 @@
-#include "commands/convert/ConvertCommand.h"
+#include "commands/Commands.h"
 
 #include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
+#include "commands/ReadingOptions.h"
 #include "commands/convert/CopySink.h"
+
+#include <string>
+
+namespace {
+
+class ConvertCommand : public Command {
+public:
+    void declare(CLI::App& program) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    ReadingOptions reading;
+    std::string form;
+    bool knownOnly = false;
+    bool keepsUndecodable = false;
+};
+
+}    // namespace
 
 void ConvertCommand::declare(CLI::App& program)
 {
@@ -45,4 +64,9 @@ ExitStatus ConvertCommand::run(Host& host)
     return runSession(host, reading, [&](Output& output, const MessageFilter&) {
         return std::make_unique<CopySink>(output, options);
     });
+}
+
+std::unique_ptr<Command> convertCommand()
+{
+    return std::make_unique<ConvertCommand>();
 }

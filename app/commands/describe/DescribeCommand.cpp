@@ -1,11 +1,14 @@
-#include "commands/describe/DescribeCommand.h"
+#include "commands/Commands.h"
 
 #include "base/NearestName.h"
 #include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
+#include "commands/describe/DescribeFacts.h"
 #include "commands/describe/DescribeView.h"
 
 #include <algorithm>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -19,6 +22,22 @@ std::string unknownKind(const FormatModel& format, const std::string& name)
     return "no kind of message is called '" + name + "'" +
            (meant.empty() ? " ('rtcm2 describe' lists them)" : ": " + meant);
 }
+
+// Needs no input: what it tells comes from the format's descriptors.
+class DescribeCommand : public Command {
+public:
+    void declare(CLI::App& program) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    describe::Kinds chosenKinds(const FormatModel& format) const;
+    std::string description(const FormatModel& format) const;
+
+    std::vector<std::string> names;
+    bool json = false;
+    bool markdown = false;
+    std::string outputPath;    // empty for standard output
+};
 
 }    // namespace
 
@@ -71,4 +90,9 @@ std::string DescribeCommand::description(const FormatModel& format) const
         return markdown ? describe::markdownOverview(format) : describe::textOverview(format);
     }
     return markdown ? describe::markdown(format, kinds) : describe::text(format, kinds);
+}
+
+std::unique_ptr<Command> describeCommand()
+{
+    return std::make_unique<DescribeCommand>();
 }

@@ -1,4 +1,4 @@
-#include "commands/encode/EncodeCommand.h"
+#include "commands/Commands.h"
 
 #include "base/Terminal.h"
 #include "commands/CommonOptions.h"
@@ -7,8 +7,30 @@
 #include "commands/encode/MainKind.h"
 #include "commands/encode/Template.h"
 #include "forms/InputForm.h"
+#include "session/Session.h"
 
+#include <string>
 #include <unistd.h>
+#include <vector>
+
+namespace {
+
+class EncodeCommand : public Command {
+public:
+    void declare(CLI::App& program) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    ExitStatus printTemplates() const;
+
+    std::vector<std::string> inputs{"-"};
+    std::string form = "stream";
+    std::string outputName;                // empty for standard output
+    std::vector<std::string> templates;    // kinds of which a message is wanted to start from
+    SessionOptions options;
+};
+
+}    // namespace
 
 void EncodeCommand::declare(CLI::App& program)
 {
@@ -87,4 +109,9 @@ ExitStatus EncodeCommand::printTemplates() const
         text += templateOf(*kind);
     }
     return print(text, outputName);
+}
+
+std::unique_ptr<Command> encodeCommand()
+{
+    return std::make_unique<EncodeCommand>();
 }

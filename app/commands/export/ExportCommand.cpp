@@ -1,10 +1,44 @@
-#include "commands/export/ExportCommand.h"
+#include "commands/Commands.h"
 
 #include "base/Terminal.h"
 #include "commands/OutputFile.h"
+#include "commands/ReadingOptions.h"
+#include "commands/export/CsvExport.h"
 #include "commands/export/JsonExport.h"
 
 #include <filesystem>
+
+namespace {
+
+class ExportCommand : public Command {
+public:
+    void declare(CLI::App& program) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    void takeKindsWithRows(std::vector<const KindModel*>& kinds);
+    void requireOneTable(const std::vector<const KindModel*>& kinds) const;
+    ExitStatus writeJson(Host& host, const std::vector<const KindModel*>& kinds);
+    ExitStatus writeCsv(Host& host, const MessageFilter& filter);
+    ExitStatus writeCsvFiles(Host& host, CsvTables& tables);
+    CsvOptions csvOptions() const;
+    bool wantsFiles() const;
+    Values values() const;
+
+    ReadingOptions reading;
+    std::string format = "ndjson";
+    bool wantsScaled = false;
+    bool wantsRaw = false;
+    bool withTexts = false;
+    bool withHex = false;
+    bool mixed = false;
+    std::vector<std::string> fields;
+    std::string rows;
+    std::string separator = ",";
+    std::string decimal = ".";
+};
+
+}    // namespace
 
 void ExportCommand::declare(CLI::App& program)
 {
@@ -184,4 +218,9 @@ bool ExportCommand::wantsFiles() const
     std::error_code unreadable;    // then it is no directory that could be written to
     return reading.output.ends_with('/') ||
            std::filesystem::is_directory(reading.output, unreadable);
+}
+
+std::unique_ptr<Command> exportCommand()
+{
+    return std::make_unique<ExportCommand>();
 }

@@ -1,8 +1,30 @@
-#include "commands/list/ListCommand.h"
+#include "commands/Commands.h"
 
 #include "base/Terminal.h"
+#include "commands/ReadingOptions.h"
+#include "commands/list/BriefView.h"
+#include "commands/list/ListView.h"
 
 #include <algorithm>
+
+namespace {
+
+class ListCommand : public Command {
+public:
+    void declare(CLI::App& program) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    bool wantsColumns() const { return line || !list.fields.empty(); }
+    std::size_t inputWidth() const;
+
+    ReadingOptions reading;
+    ListOptions list;
+    bool line = false;    // as the decoder writes it
+    bool all = false;
+};
+
+}    // namespace
 
 void ListCommand::declare(CLI::App& program)
 {
@@ -62,4 +84,9 @@ ExitStatus ListCommand::run(Host& host)
                                                    .columns = output.columns()};
                           return std::make_unique<BriefView>(output, brief, filter.kinds());
                       });
+}
+
+std::unique_ptr<Command> listCommand()
+{
+    return std::make_unique<ListCommand>();
 }

@@ -1,6 +1,7 @@
-#include "commands/position/PositionCommand.h"
+#include "commands/Commands.h"
 
 #include "base/Terminal.h"
+#include "commands/ReadingOptions.h"
 #include "commands/position/PositionSink.h"
 
 namespace {
@@ -30,6 +31,16 @@ std::string typesWithPoints(const FormatModel& model)
     }
     return types;
 }
+
+class PositionCommand : public Command {
+public:
+    void declare(CLI::App& program) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    ReadingOptions reading;
+    bool asJson = false;
+};
 
 }    // namespace
 
@@ -64,4 +75,9 @@ ExitStatus PositionCommand::run(Host& host)
     tell("no position in the input; messages of these types tell one: " +
          typesWithPoints(host.model));
     return ExitStatus::nothingFound;
+}
+
+std::unique_ptr<Command> positionCommand()
+{
+    return std::make_unique<PositionCommand>();
 }

@@ -1,6 +1,21 @@
-#include "commands/show/ShowCommand.h"
+#include "commands/Commands.h"
 
+#include "commands/ReadingOptions.h"
 #include "commands/show/ShowView.h"
+
+namespace {
+
+class ShowCommand : public Command {
+public:
+    void declare(CLI::App& program) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    ReadingOptions reading;
+    bool all = false;
+};
+
+}    // namespace
 
 void ShowCommand::declare(CLI::App& program)
 {
@@ -18,4 +33,9 @@ ExitStatus ShowCommand::run(Host& host)
     return runSession(host, reading, [this](Output& output, const MessageFilter&) {
         return std::make_unique<ShowView>(output, output.wantsColour(), all);
     });
+}
+
+std::unique_ptr<Command> showCommand()
+{
+    return std::make_unique<ShowCommand>();
 }

@@ -1,7 +1,22 @@
-#include "commands/stats/StatsCommand.h"
+#include "commands/Commands.h"
 
+#include "commands/ReadingOptions.h"
 #include "commands/stats/StatsJson.h"
 #include "commands/stats/StatsTable.h"
+
+namespace {
+
+class StatsCommand : public Command {
+public:
+    void declare(CLI::App& program) override;
+    ExitStatus run(Host& host) override;
+
+private:
+    ReadingOptions reading;
+    bool asJson = false;
+};
+
+}    // namespace
 
 void StatsCommand::declare(CLI::App& program)
 {
@@ -24,4 +39,9 @@ ExitStatus StatsCommand::run(Host& host)
                           }
                           return std::make_unique<StatsTable>(output, filter.kinds());
                       });
+}
+
+std::unique_ptr<Command> statsCommand()
+{
+    return std::make_unique<StatsCommand>();
 }
