@@ -220,7 +220,7 @@ bool GivenRecord::hasAllSlices(const RTCM2_member_s& whole) const
             bits |= lowBits(slice.bits) << slice.low;
         }
     }
-    return bits == lowBits(whole.bits);
+    return bits != 0 && bits == lowBits(whole.bits);
 }
 
 bool GivenRecord::hasPlaceFor(const void* record, const RTCM2_member_s& condition) const

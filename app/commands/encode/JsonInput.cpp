@@ -10,8 +10,9 @@
 
 namespace {
 
-constexpr unsigned parseFlags =
-    rapidjson::kParseValidateEncodingFlag | rapidjson::kParseFullPrecisionFlag;
+// Not in full precision, which goes wrong in the library where the digits of a long number, rounded
+// up, become 2 to the 64th. The numbers that are no integers have few digits.
+constexpr unsigned parseFlags = rapidjson::kParseValidateEncodingFlag;
 constexpr std::uint64_t anywhere = std::numeric_limits<std::uint64_t>::max();
 
 bool isBlank(char character)
