@@ -27,7 +27,7 @@ CHECKS = [
     ("stats", "framing", "at most", 2),
     ("print", "framing", "at most", 6),
     ("print", "json_writer", "faster", 2),
-    ("scaled", "raw", "at most", 1.75),
+    ("scaled", "raw", "at most", 2),
 ]
 
 

@@ -141,8 +141,10 @@ static inline uint32_t RTCM2_reader_count(const RTCM2_reader_s* reader, const vo
 static inline int64_t RTCM2_reader_integer(const RTCM2_reader_s* reader, const void* record,
                                            uint32_t index)
 {
-    return RTCM2_stored_integer(RTCM2_reader_place(reader, record) + index * reader->stride,
-                                reader->stored);
+    const char* const place = RTCM2_reader_place(reader, record) + index * reader->stride;
+    /* Most members are that small, and a compiler sees to it that this takes no call. */
+    return reader->stored == RTCM2_STORED_U8 ? (uint8_t)*place
+                                             : RTCM2_stored_integer(place, reader->stored);
 }
 
 /* The value of a real number. */
