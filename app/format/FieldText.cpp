@@ -74,6 +74,16 @@ void appendAll(Text& text, const FieldPath& path, const void* record, Append app
     });
 }
 
+bool isShownAsHex(const FieldModel& field, const void* record, bool isInterpreted)
+{
+    if (field.row->type != RTCM2_TYPE_BYTE || field.isQuantity() || field.count(record) == 0) {
+        return false;
+    }
+    const std::int64_t value = RTCM2_reader_integer(&field.reader, record, 0);
+    return meaningOf(field, value) == nullptr ||
+           !(isInterpreted || (meansDoNotUse(field, value) && !field.isRepeated()));
+}
+
 }    // namespace
 
 void appendPlain(Text& text, const FieldModel& field, std::int64_t value)
@@ -159,12 +169,6 @@ void appendRaw(Text& text, const FieldModel& field, const void* record)
     }
 }
 
-void appendRaw(Text& text, const FieldPath& path, const void* record)
-{
-    appendAll(text, path, record,
-              [&](const FieldModel& field, const void* holder) { appendRaw(text, field, holder); });
-}
-
 void appendInterpreted(Text& text, const FieldModel& field, const void* record, bool withUnit)
 {
     const unsigned count = field.count(record);
@@ -194,9 +198,13 @@ void appendInterpreted(Text& text, const FieldModel& field, const void* record, 
     }
 }
 
-void appendInterpreted(Text& text, const FieldPath& path, const void* record, bool withUnit)
+void appendColumn(Text& text, const FieldPath& path, const void* record, bool isInterpreted)
 {
     appendAll(text, path, record, [&](const FieldModel& field, const void* holder) {
-        appendInterpreted(text, field, holder, withUnit);
+        if (isShownAsHex(field, holder, isInterpreted)) {
+            text.append("0x");
+        }
+        isInterpreted ? appendInterpreted(text, field, holder, false)
+                      : appendRaw(text, field, holder);
     });
 }

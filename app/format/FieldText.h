@@ -29,12 +29,13 @@ inline std::vector<RTCM2_text_s> codedTexts(const FieldModel& field)
 // first NUL and as printable() gives it, "submsg" for each element; "DoNotUse" for the value that
 // says so. Nothing for an absent field or quantity.
 void appendRaw(Text& text, const FieldModel& field, const void* record);
-// Of a part of the elements: those of all elements, separated by blanks.
-void appendRaw(Text& text, const FieldPath& path, const void* record);
 
 // As appendRaw, but with the meaning of coded values, and units if asked for; elements are counted.
 void appendInterpreted(Text& text, const FieldModel& field, const void* record, bool withUnit);
-void appendInterpreted(Text& text, const FieldPath& path, const void* record, bool withUnit);
+
+// As one of the two, for columns that people choose: hexadecimal digits have 0x before them, and a
+// part of the elements has the values of all elements, separated by blanks.
+void appendColumn(Text& text, const FieldPath& path, const void* record, bool isInterpreted);
 
 // A real number with six decimals.
 void appendReal(Text& text, double value);

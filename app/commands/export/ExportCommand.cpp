@@ -1,5 +1,6 @@
 #include "commands/Commands.h"
 
+#include "base/NearestName.h"
 #include "base/Terminal.h"
 #include "commands/OutputFile.h"
 #include "commands/ReadingOptions.h"
@@ -186,12 +187,20 @@ ExitStatus ExportCommand::writeCsvFiles(Host& host, CsvTables& tables)
 
 void ExportCommand::takeKindsWithRows(std::vector<const KindModel*>& kinds)
 {
-    std::erase_if(kinds, [this](const KindModel* kind) {
+    std::vector<std::string> names;
+    std::erase_if(kinds, [&](const KindModel* kind) {
+        for (const FieldModel& field : kind->fields) {
+            if (field.element != nullptr) {
+                names.push_back(field.name);
+            }
+        }
         const FieldModel* field = kind->field(rows);
         return field == nullptr || field->element == nullptr;
     });
     if (kinds.empty()) {
-        throw UsageError{"no chosen kind of message has sub-messages in a field '" + rows + "'"};
+        const std::string meant = suggestion(nearestNames(rows, names));
+        throw UsageError{"no chosen kind of message has sub-messages in a field '" + rows + "'" +
+                         (meant.empty() ? "" : "; " + meant)};
     }
     reading.filter.kinds.clear();
     for (const KindModel* kind : kinds) {

@@ -79,6 +79,18 @@ ListView::Columns ListView::columnsOf(const KindModel& kind) const
     return all;
 }
 
+// The decoder's own lines have hexadecimal digits as they are.
+void ListView::appendValues(const FieldPath& path, const void* record, Text& target) const
+{
+    if (!options.fields.empty()) {
+        appendColumn(target, path, record, options.interpreted);
+    } else if (options.interpreted) {
+        appendInterpreted(target, *path.field, record, false);
+    } else {
+        appendRaw(target, *path.field, record);
+    }
+}
+
 void ListView::print(const Found& found, Text& target)
 {
     const std::size_t begin = target.size();
@@ -91,8 +103,7 @@ void ListView::print(const Found& found, Text& target)
     }
     for (const FieldPath& path : columns[found.kind->number()]) {
         if (path.field != nullptr) {
-            options.interpreted ? appendInterpreted(target, path, found.record, false)
-                                : appendRaw(target, path, found.record);
+            appendValues(path, found.record, target);
         }
         target.append(options.separator);
     }

@@ -29,6 +29,7 @@ private:
 
     void makeHeading(const std::vector<const KindModel*>& kinds);
     Columns columnsOf(const KindModel& kind) const;
+    void appendValues(const FieldPath& path, const void* record, Text& target) const;
     void print(const Found& found, Text& target) override;
 
     ListOptions options;
