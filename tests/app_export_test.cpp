@@ -177,8 +177,9 @@ TEST_F(ExportTest, ListsOfChosenFieldsHaveTheSameColumnsForAllKinds)
               "No.;Byte;Corrections.UDRE;ns;Station Health\n"
               "1;0;GT 1 m and LE 4 m GT 8 m;2;UDRE Scale Factor = 1\n"
               "2;30;;;UDRE Scale Factor = 1\n");
-    EXPECT_EQ(list({noRate(), scaled()}, {.fields = {"Corrections.Rate Of Change", "Data.PSF"}}),
-              "Corrections.Rate Of Change;Data.PSF\n0 DoNotUse;\n;0.320000\n");
+    EXPECT_EQ(list({noRate(), scaled()},
+                   {.fields = {"Corrections.Rate Of Change", "Preamble", "Data.PSF"}}),
+              "Corrections.Rate Of Change;Preamble;Data.PSF\n0 DoNotUse;0x66;\n;0x66;0.320000\n");
 }
 
 TEST_F(ExportTest, ShowTellsFieldsThatArePresentWithUnitsAndMeanings)
