@@ -14,7 +14,8 @@ inline constexpr std::uint8_t preamble = 0x66;
 inline constexpr std::size_t bytesPerWord = 3;
 inline constexpr std::size_t headerWords = 2;
 inline constexpr std::size_t headerBytes = headerWords * bytesPerWord;
-inline constexpr std::size_t maxWords = 33;    // two header words and up to 31 data words
+inline constexpr std::size_t maxDataWords = 31;
+inline constexpr std::size_t maxWords = headerWords + maxDataWords;
 inline constexpr std::size_t maxMessageBytes = maxWords * bytesPerWord;
 
 struct Frame {

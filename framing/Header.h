@@ -8,7 +8,8 @@
 
 namespace framing {
 
-// Sequence numbers go round through so many.
+// So many are there, from 0; sequence numbers go round through theirs.
+inline constexpr unsigned messageTypes = 64;
 inline constexpr unsigned sequenceNumbers = 8;
 
 struct Header {

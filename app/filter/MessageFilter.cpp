@@ -3,6 +3,7 @@
 #include "base/NearestName.h"
 #include "filter/Expression.h"
 #include "filter/FieldCondition.h"
+#include "framing/Header.h"
 
 #include <algorithm>
 #include <charconv>
@@ -10,7 +11,7 @@
 
 namespace {
 
-constexpr int typeCount = 64;    // of messages, known or not
+constexpr int typeCount = framing::messageTypes;    // of messages, known or not
 
 std::vector<std::int64_t> stationNumbers(const std::vector<std::string>& stations)
 {

@@ -70,7 +70,7 @@ void CounterTrack::accept(const Heard& heard)
         late.reset();
     }
     if (timedSteps < stepsToKnow || steps >= sequenceNumbers) {
-        keep({*last, heard, 0, steps});
+        keep({*last, heard, 0});
     }
     if (steps < pauseSteps) {
         ++timedSteps;
@@ -86,12 +86,11 @@ void CounterTrack::settle()
     }
     const unsigned step = stepOf(*last, *doubtful);
     unsigned missing = (step + sequenceNumbers - 1) % sequenceNumbers;
-    const double steps = stepsIn(doubtful->time - last->time);
     const bool isLate = late && (*late - last->sequence) % sequenceNumbers < step;
     same += step == 0 ? 1 : 0;
     missing -= isLate && missing > 0 ? 1 : 0;
     if (missing > 0 || step == 0) {
-        keep({*last, *doubtful, missing, steps});
+        keep({*last, *doubtful, missing});
     }
     late.reset();
     last = doubtful;

@@ -19,8 +19,7 @@ struct Heard {
 struct Gap {
     Heard from;
     Heard to;
-    unsigned missing = 0;        // modulo the numbers there are
-    double expectedSteps = 0;    // by the time between the two; 0 when that is not known
+    unsigned missing = 0;    // modulo the numbers there are
 };
 
 // A number that does not follow is judged when the next one is known: where that goes on from the

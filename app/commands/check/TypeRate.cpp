@@ -13,7 +13,7 @@ constexpr double mostChange = 1.5;    // of the period, before it is told
 
 std::optional<TypeRate::Change> TypeRate::add(std::int64_t time, const Place& place)
 {
-    earliest = ++count == 1 ? time : earliest;
+    ++count;
     std::optional<Change> change;
     const std::int64_t units = last ? time - *last : 0;
     if (units > 0) {

@@ -29,7 +29,6 @@ public:
     void restart() { last.reset(); }
 
     std::uint64_t messages() const { return count; }
-    std::int64_t firstTime() const { return earliest; }
     std::int64_t lastTime() const { return latest; }
     const Place& lastPlace() const { return latestPlace; }
     // From a message to the next one, mostly: the middle step, made exact by those that differ from
@@ -58,7 +57,6 @@ private:
 
     std::uint64_t count = 0;
     std::optional<std::int64_t> last;
-    std::int64_t earliest = 0;
     std::int64_t latest = 0;
     Place latestPlace{};
     std::map<std::int64_t, std::uint64_t> steps;    // how often each was seen

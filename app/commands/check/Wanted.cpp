@@ -1,11 +1,10 @@
 #include "commands/check/Wanted.h"
+#include "framing/Header.h"
 
 #include <charconv>
 #include <cmath>
 
 namespace {
-
-constexpr unsigned mostTypes = 64;    // that a header has room for
 
 std::optional<double> realOf(std::string_view text)
 {
@@ -39,7 +38,7 @@ std::optional<unsigned> typeOf(const FormatModel& model, const std::string& text
     }
     const auto number = realOf(text);
     const bool isType =
-        number && *number >= 0 && *number < mostTypes && *number == std::floor(*number);
+        number && *number >= 0 && *number < framing::messageTypes && *number == std::floor(*number);
     return isType ? std::optional(static_cast<unsigned>(*number)) : std::nullopt;
 }
 

@@ -5,6 +5,7 @@
 #include "commands/encode/CodedValue.h"
 #include "commands/encode/JsonValue.h"
 #include "commands/encode/MainKind.h"
+#include "framing/Frame.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -14,7 +15,7 @@ namespace {
 
 using rapidjson::Value;
 
-constexpr unsigned roomForElements = 31 * 24;    // bits of all data words
+constexpr unsigned roomForElements = framing::maxDataWords * framing::bytesPerWord * 8;    // bits
 
 // Whether every message of the kind has the same value there.
 bool isFixed(const RTCM2_member_s& member)

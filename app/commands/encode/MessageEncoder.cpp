@@ -3,6 +3,7 @@
 #include "base/Names.h"
 #include "commands/encode/JsonValue.h"
 #include "commands/encode/MainKind.h"
+#include "framing/Frame.h"
 
 #include <algorithm>
 
@@ -10,9 +11,9 @@ namespace {
 
 using rapidjson::Value;
 
-constexpr unsigned headerBits = 48;
-constexpr unsigned bitsPerWord = 24;
-constexpr unsigned mostWords = 31;
+constexpr unsigned headerBits = framing::headerBytes * 8;
+constexpr unsigned bitsPerWord = framing::bytesPerWord * 8;    // that are not parity
+constexpr unsigned mostWords = framing::maxDataWords;
 
 std::int64_t wordsIn(const void* record)
 {

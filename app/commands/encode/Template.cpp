@@ -6,6 +6,7 @@
 #include "commands/encode/GivenRecord.h"
 #include "commands/encode/MainKind.h"
 #include "commands/encode/MessageEncoder.h"
+#include "framing/Frame.h"
 
 #include <cstdint>
 #include <memory>
@@ -13,8 +14,6 @@
 #include <vector>
 
 namespace {
-
-constexpr std::int64_t wordsOfTheLargest = 31;
 
 std::span<const RTCM2_member_s> rowsOf(const void* record)
 {
@@ -106,7 +105,7 @@ std::string messageWith(const RTCM2_kind_s& kind, unsigned elements)
     const std::unique_ptr<RTCM2_message_s, decltype(release)> record(new RTCM2_message_s(),
                                                                      release);
     RTCM2_init_record(kind.kind, record.get());
-    RTCM2_write_integer(record.get(), &wordsOf(kind), 0, wordsOfTheLargest);
+    RTCM2_write_integer(record.get(), &wordsOf(kind), 0, framing::maxDataWords);
     JsonWriter json;
     json.beginObject();
     json.member("kind", std::string(labelOf(kind)));
