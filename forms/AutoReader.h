@@ -18,6 +18,7 @@ public:
     const framing::Frame* next() override;
     std::string damage() const override { return chosen ? chosen->damage() : std::string(); }
     std::span<const std::uint8_t> recorded() const override;
+    const Envelope* envelope() const override { return chosen ? chosen->envelope() : nullptr; }
     ReaderCounters counters() const override;
     std::string problem() const override { return problemText; }
 

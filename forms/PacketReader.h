@@ -1,6 +1,7 @@
 // One form of input: turns bytes into packed messages.
 #pragma once
 
+#include "forms/Envelope.h"
 #include "framing/Frame.h"
 
 #include <cstdint>
@@ -44,6 +45,10 @@ public:
     // The current frame's message as a receiver recorded it, one unit of four bytes a word; empty
     // for inputs of other forms. Valid as long as the frame.
     virtual std::span<const std::uint8_t> recorded() const { return {}; }
+
+    // What came with the current frame; null for inputs of forms that have nothing but messages.
+    // Valid as long as the frame.
+    virtual const Envelope* envelope() const { return nullptr; }
 
     virtual ReaderCounters counters() const = 0;
 

@@ -1,6 +1,8 @@
 // One form of output: turns packed messages into bytes.
 #pragma once
 
+#include "forms/Envelope.h"
+
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -14,4 +16,8 @@ public:
     // declares: no reader would find it again.
     [[nodiscard]] virtual bool append(std::span<const std::uint8_t> packed,
                                       std::vector<std::uint8_t>& out) = 0;
+
+    // What comes with the messages that are appended from now on, for forms that have a place for
+    // it.
+    virtual void setEnvelope(const Envelope&) {}
 };

@@ -56,7 +56,7 @@ std::optional<std::vector<bool>> answers(const std::string& text)
         const MessageFilter filter(host.model, {.where = text});
         std::vector<bool> result;
         for (const Outcome& message : filtered().messages) {
-            result.push_back(filter.takes(message.record, *host.model.kindOf(message.record)));
+            result.push_back(filter.takes({message.record}, *host.model.kindOf(message.record)));
         }
         return result;
     } catch (const FilterError& error) {
@@ -75,9 +75,9 @@ try {
         for (const FieldModel& field : kind.fields) {
             const bool anyElement =
                 field.element != nullptr && field.anyElement(message.record, [&](const void* one) {
-                    return filter.takesElement(one, message.record, kind);
+                    return filter.takes({message.record, one}, kind);
                 });
-            promise(4, field.element == nullptr || anyElement == filter.takes(message.record, kind),
+            promise(4, field.element == nullptr || anyElement == filter.takes({message.record}, kind),
                     "elements answer otherwise than their message");
         }
     }

@@ -1,7 +1,7 @@
 // JSON as `encode` reads it.
 #include "fuzz.h"
 
-#include "base/InputFile.h"
+#include "sources/FileSource.h"
 #include "commands/encode/JsonInput.h"
 #include "commands/encode/MessageEncoder.h"
 #include "framing/Frame.h"
@@ -46,7 +46,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static MemoryFile memory;
     static MessageEncoder encoder;
-    InputFile file(memory.hold({data, size}));
+    FileSource file(memory.hold({data, size}));
     JsonInput input(file);
     const auto lines = 1 + static_cast<std::uint64_t>(std::count(data, data + size, '\n'));
     std::uint64_t found = 0;

@@ -1,5 +1,5 @@
 // Messages in JSON and what `encode` makes of them, beside what the samples hold.
-#include "base/InputFile.h"
+#include "sources/FileSource.h"
 #include "base/Names.h"
 #include "commands/encode/JsonInput.h"
 #include "commands/encode/MainKind.h"
@@ -26,7 +26,7 @@ Items encoded(const std::string& text)
 {
     const std::string name = testing::TempDir() + "json" + std::to_string(::getpid());
     std::ofstream(name, std::ios::binary) << text;
-    InputFile file(name);
+    FileSource file(name);
     JsonInput input(file);
     MessageEncoder encoder;
     Items items;

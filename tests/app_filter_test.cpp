@@ -34,7 +34,7 @@ protected:
     bool takes(const FilterOptions& options, const Bytes& bytes)
     {
         const Outcome outcome = host.driver.decode(bytes);
-        return filterOf(options).takes(outcome.record, *host.model.kindOf(outcome.record));
+        return filterOf(options).takes({outcome.record}, *host.model.kindOf(outcome.record));
     }
 
     bool holds(const std::string& expression, const Bytes& bytes)

@@ -1,10 +1,10 @@
 #include "commands/OutputFile.h"
 
-#include "base/InputFile.h"
 #include "base/LastWords.h"
 #include "base/Terminal.h"
 #include "commands/Command.h"
 #include "forms/InputForm.h"
+#include "sources/Sources.h"
 
 #include <algorithm>
 #include <filesystem>

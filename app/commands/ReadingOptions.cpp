@@ -52,6 +52,7 @@ void ReadingOptions::declareFilter(CLI::App& command)
     add("-t,--type", filter.kinds, "Only messages of these types, by number or name", "TYPE");
     add("--except", filter.excludedKinds, "No messages of these types, by number or name", "TYPE");
     add("--station", filter.stations, "Only messages of these stations", "NUMBER");
+    add("--mmsi", filter.senders, "Only messages that these AIS stations sent", "NUMBER");
     command
         .add_option(
             "-w,--where", filter.where,

@@ -21,9 +21,9 @@ Condition chain(std::vector<Condition> parts, bool decisive)
     if (parts.size() == 1) {
         return std::move(parts.front());
     }
-    return {.test = [parts = std::move(parts), decisive](const void* record, const void* element) {
+    return {.test = [parts = std::move(parts), decisive](const Subject& subject) {
         const bool decided = std::any_of(parts.begin(), parts.end(), [&](const Condition& part) {
-            return part.test(record, element) == decisive;
+            return part.test(subject) == decisive;
         });
         return decided == decisive;
     }};
@@ -36,9 +36,8 @@ Condition negationOf(Condition part)
     if (part.constant) {
         return {.constant = !*part.constant};
     }
-    return {.test = [test = std::move(part.test)](const void* record, const void* element) {
-        return !test(record, element);
-    }};
+    return {
+        .test = [test = std::move(part.test)](const Subject& subject) { return !test(subject); }};
 }
 
 Condition allOf(std::vector<Condition> parts)

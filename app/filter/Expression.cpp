@@ -1,6 +1,7 @@
 #include "filter/Expression.h"
 
 #include "base/NearestName.h"
+#include "filter/EnvelopeCondition.h"
 #include "filter/ExpressionError.h"
 #include "filter/FieldCondition.h"
 #include "filter/OneElement.h"
@@ -128,6 +129,11 @@ Condition conditionOn(const KindModel& kind, const FieldPath& path, const Syntax
 // Kinds that do not have the field, or not so, never fulfil the condition.
 Conditions fieldConditions(const SyntaxNode& node, const Scope& scope)
 {
+    if (scope.array.empty()) {
+        if (const std::optional<Condition> same = envelopeCondition(node)) {
+            return Conditions(scope.kinds.size(), *same);
+        }
+    }
     const std::vector<FieldLookup> lookups = lookUps(node.path, scope);
     Conditions conditions(lookups.size(), {.constant = false});
     std::optional<Problem> firstProblem;

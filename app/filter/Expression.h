@@ -7,6 +7,9 @@
 //   word of letters, digits and "_" stands in quotes, double or single ones; a backslash takes the
 //   next character as it is. Parts of sub-messages follow behind a dot. A comparison holds when it
 //   does for any element, and for any value of a repeated field.
+// - MMSI, Sender_Longitude and Sender_Latitude (degrees) are those of the AIS station from which
+// the
+//   message came; of another message none of them is present.
 // - FIELD[CONDITION] holds when any one element of a field of sub-messages meets the whole
 //   condition, in which names are those of its parts. Corrections.PRC < 0 is short for
 //   Corrections[PRC < 0]. Where it makes a difference whether one element has to meet two

@@ -24,8 +24,8 @@ bool isAmong(const std::vector<std::int64_t>& values, std::int64_t value)
 template <class Test>
 Condition ofField(const FieldModel& field, Test test)
 {
-    return {.test = [&field, test = std::move(test)](const void* record, const void*) {
-        return test(field, record);
+    return {.test = [&field, test = std::move(test)](const Subject& subject) {
+        return test(field, subject.record);
     }};
 }
 
@@ -171,12 +171,11 @@ Condition elementCondition(const FieldModel& array, Condition ofElement)
     if (ofElement.constant == false) {
         return ofElement;
     }
-    return {.test = [&array, ofElement = std::move(ofElement)](const void* record,
-                                                               const void* element) {
-        return element != nullptr ? ofElement.holds(element)
-                                  : array.anyElement(record, [&](const void* each) {
-                                        return ofElement.holds(each);
-                                    });
+    return {.test = [&array, ofElement = std::move(ofElement)](const Subject& subject) {
+        return subject.element != nullptr ? ofElement.holds({.record = subject.element})
+                                          : array.anyElement(subject.record, [&](const void* each) {
+                                                return ofElement.holds({.record = each});
+                                            });
     }};
 }
 

@@ -13,15 +13,15 @@ namespace {
 
 constexpr int typeCount = framing::messageTypes;    // of messages, known or not
 
-std::vector<std::int64_t> stationNumbers(const std::vector<std::string>& stations)
+std::vector<std::int64_t> numbersOf(const std::vector<std::string>& texts, const char* what)
 {
     std::vector<std::int64_t> numbers;
-    for (const std::string& text : stations) {
+    for (const std::string& text : texts) {
         std::uint64_t number = 0;
         const char* const end = text.data() + text.size();
         const auto result = std::from_chars(text.data(), end, number);
         if (result.ec != std::errc() || result.ptr != end) {
-            throw FilterError{"station '" + text + "' is not a number"};
+            throw FilterError{what + (" '" + text) + "' is not a number"};
         }
         numbers.push_back(static_cast<std::int64_t>(number));
     }
@@ -122,11 +122,22 @@ where::Condition stationCondition(const FieldModel* field,
                             : where::Condition{.constant = false};
 }
 
+where::Condition senderCondition(const std::vector<std::int64_t>& senders)
+{
+    if (senders.empty()) {
+        return {.constant = true};
+    }
+    return {.test = [senders](const where::Subject& subject) {
+        const auto& sender = subject.envelope->sender;
+        return sender && std::find(senders.begin(), senders.end(), sender->mmsi) != senders.end();
+    }};
+}
+
 }    // namespace
 
 MessageFilter::MessageFilter(const FormatModel& model, const FilterOptions& options)
     : restricted(!options.kinds.empty() || !options.excludedKinds.empty() ||
-                 !options.stations.empty() || !options.where.empty()),
+                 !options.stations.empty() || !options.senders.empty() || !options.where.empty()),
       conditions(static_cast<std::size_t>(RTCM2_last_kind()) + 1, {.constant = false})
 {
     Types types = chosenTypes(model, options);
@@ -134,9 +145,11 @@ MessageFilter::MessageFilter(const FormatModel& model, const FilterOptions& opti
     if (options.where.empty() && !types.unknown.empty()) {
         passingKinds.push_back(&model.unknownKind());
     }
-    const std::vector<std::int64_t> stations = stationNumbers(options.stations);
+    const std::vector<std::int64_t> stations = numbersOf(options.stations, "station");
+    const where::Condition ofSender = senderCondition(numbersOf(options.senders, "MMSI"));
     for (const KindModel* kind : passingKinds) {
-        conditions[kind->number()] = stationCondition(kind->field(RTCM2_MEANS_STATION), stations);
+        conditions[kind->number()] =
+            where::allOf({stationCondition(kind->field(RTCM2_MEANS_STATION), stations), ofSender});
     }
     if (const FieldModel* type = model.unknownKind().field(RTCM2_MEANS_TYPE)) {
         restrict(model.unknownKind(), where::valueAmong(*type, types.unknown));

@@ -12,6 +12,7 @@ struct FilterOptions {
     // Names, identifiers or type numbers, also such as no kind has; empty for all.
     std::vector<std::string> kinds{};
     std::vector<std::string> stations{};         // numbers; empty for all
+    std::vector<std::string> senders{};          // numbers (MMSI) of AIS stations; empty for all
     std::string where{};                         // expression over fields; empty for none
     std::vector<std::string> excludedKinds{};    // as kinds; taken away from these
 };
@@ -33,15 +34,11 @@ public:
     {
         return conditions[kind.number()].constant != false;
     }
-    // `record` is that of a message of the kind.
-    bool takes(const void* record, const KindModel& kind) const
+    // `record` is that of a message of the kind; of an element of it, if there is one, alone is
+    // asked what the condition says of elements.
+    bool takes(const where::Subject& subject, const KindModel& kind) const
     {
-        return conditions[kind.number()].holds(record);
-    }
-    // Whether the whole condition holds when what it says of elements is asked of this one alone.
-    bool takesElement(const void* element, const void* record, const KindModel& kind) const
-    {
-        return conditions[kind.number()].holds(record, element);
+        return conditions[kind.number()].holds(subject);
     }
 
 private:

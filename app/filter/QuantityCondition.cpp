@@ -42,8 +42,8 @@ Condition scaledCondition(const FieldModel& quantity, const SyntaxNode& syntax)
     requireSignForNumbers(syntax);
     return {.test = [&quantity, comparison = syntax.sign.comparison,
                      numbers = numbersFor(*quantity.row->quantity, syntax.value.text)](
-                        const void* record, const void*) {
-        const std::optional<RTCM2_decimal_s> value = valueOf(quantity, record);
+                        const Subject& subject) {
+        const std::optional<RTCM2_decimal_s> value = valueOf(quantity, subject.record);
         return value && satisfies(comparison, numbers[value->decimals].orderOf(value->digits));
     }};
 }
@@ -87,7 +87,8 @@ Condition satelliteCondition(const FieldModel& satellites, const SyntaxNode& syn
         throw Problem{syntax.value.place, "'" + syntax.value.text + "' is no name of a satellite",
                       "expected one like " + nameOf(satellites, RTCM2_system(0), 5)};
     }
-    return {.test = [&satellites, comparison, meant](const void* record, const void*) {
+    return {.test = [&satellites, comparison, meant](const Subject& subject) {
+        const void* const record = subject.record;
         char room[RTCM2_QUANTITY_ROOM];
         const char* const end =
             satellites.isPresent(record) ? putQuantity(room, satellites, record) : room;
@@ -103,8 +104,8 @@ Condition satelliteCondition(const FieldModel& satellites, const SyntaxNode& syn
 Condition quantityCondition(const FieldModel& quantity, const SyntaxNode& syntax)
 {
     if (syntax.kind == SyntaxNode::Kind::presence) {
-        return {.test = [&quantity](const void* record, const void*) {
-            return valueOf(quantity, record).has_value();
+        return {.test = [&quantity](const Subject& subject) {
+            return valueOf(quantity, subject.record).has_value();
         }};
     }
     return quantity.isScaled() ? scaledCondition(quantity, syntax)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "format/FormatModel.h"
+#include "forms/Envelope.h"
 #include "plugin/MessageReference.h"
 
 #include <cstdint>
@@ -32,6 +33,11 @@ struct Found {
 
     std::int32_t result = 0;    // the decoder's
     std::string text;           // what is wrong, as it is known inside; empty for messages
+    // Fewer words came than the message declares: it has the elements that came as a whole, and
+    // `bytes` the words, with a header that declares them.
+    bool isShort = false;
+
+    const Envelope* envelope = nullptr;    // what came with it; never null while a sink takes it
 
     // The packed message as it was decoded, or would have been; valid while a sink takes it.
     std::span<const std::uint8_t> bytes;

@@ -7,6 +7,7 @@ void FrameBatch::clear()
     count = 0;
     used = 0;
     problems.clear();
+    envelopes.resize(1);
 }
 
 void FrameBatch::add(const framing::Frame& frame, std::span<const std::uint8_t> recorded,
@@ -20,10 +21,17 @@ void FrameBatch::add(const framing::Frame& frame, std::span<const std::uint8_t> 
                        .number = frame.number,
                        .begin = frame.beginOffset,
                        .end = frame.endOffset,
-                       .problem = static_cast<std::uint32_t>(problems.size())};
+                       .problem = static_cast<std::uint32_t>(problems.size()),
+                       .envelope = 0};
     std::copy(kept.begin(), kept.end(), bytes.begin() + static_cast<std::ptrdiff_t>(used));
     used += kept.size();
     if (frame.kind != framing::Frame::Kind::message) {
         problems.push_back(std::move(problem));
     }
+}
+
+void FrameBatch::setEnvelope(const Envelope& envelope)
+{
+    frames[count - 1].envelope = static_cast<std::uint32_t>(envelopes.size());
+    envelopes.push_back(envelope);
 }

@@ -2,6 +2,7 @@
 // another one at little cost.
 #pragma once
 
+#include "forms/Envelope.h"
 #include "framing/Frame.h"
 
 #include <array>
@@ -21,7 +22,8 @@ public:
         std::uint64_t number;    // and the others as in framing::Frame
         std::uint64_t begin;
         std::uint64_t end;
-        std::uint32_t problem;    // index of its text
+        std::uint32_t problem;     // index of its text
+        std::uint32_t envelope;    // index of what came with it
     };
 
     static constexpr std::size_t room = 64;    // frames
@@ -33,6 +35,8 @@ public:
     // or nothing; `problem` is what is wrong with a frame that is no message.
     void add(const framing::Frame& frame, std::span<const std::uint8_t> recorded,
              std::string problem);
+    // What came with the frame that was added last.
+    void setEnvelope(const Envelope& envelope);
 
     std::span<const Entry> entries() const { return std::span(frames).first(count); }
     std::span<const std::uint8_t> bytesOf(const Entry& entry) const
@@ -40,6 +44,7 @@ public:
         return std::span(bytes).subspan(entry.offset, entry.size);
     }
     const std::string& problemOf(const Entry& entry) const { return problems[entry.problem]; }
+    const Envelope& envelopeOf(const Entry& entry) const { return envelopes[entry.envelope]; }
 
 private:
     static constexpr std::size_t mostBytes = framing::maxWords * 4;    // of a recorded message
@@ -49,4 +54,5 @@ private:
     std::array<Entry, room> frames;
     std::array<std::uint8_t, room * mostBytes> bytes;
     std::vector<std::string> problems;
+    std::vector<Envelope> envelopes{Envelope{}};    // the first one is that of most frames
 };

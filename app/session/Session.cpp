@@ -1,10 +1,16 @@
 #include "session/Session.h"
 
-#include "base/InputFile.h"
 #include "base/Interrupt.h"
 #include "base/Terminal.h"
 #include "filter/MessageFilter.h"
 #include "framing/Header.h"
+#include "sources/Sources.h"
+
+namespace {
+
+constexpr std::size_t bitsPerWord = framing::bytesPerWord * 8;
+
+}    // namespace
 
 Session::Session(const FormatModel& model, DecoderDriver& driver,
                  const MessageFilter& messageFilter, ReaderFactory makeReader)
@@ -23,7 +29,8 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
     sink = &target;
     bool allReadable = true;
     for (const std::string& name : inputs) {
-        input = std::make_unique<InputFile>(name, options.follows);
+        input = openSource(name, {.follows = options.follows});
+        input->setTell([this](const std::string& line) { tellAlong(line); });
         input->setIdle([this] { sink->idle(); });
         if (!options.quiet && !input->hint().empty()) {
             ::tell(input->hint());
@@ -102,10 +109,25 @@ void Session::fill(FrameBatch& batch)
         if (const framing::Frame* frame = reader->next()) {
             const bool isDamaged = frame->kind == framing::Frame::Kind::damaged;
             batch.add(*frame, reader->recorded(), isDamaged ? reader->damage() : std::string());
+            addEnvelope(batch);
         } else if ((!batch.isEmpty() && input->isLive()) || !readOn()) {
             break;
         }
     }
+}
+
+// What the form tells of its own counts more than when the bytes came.
+void Session::addEnvelope(FrameBatch& batch) const
+{
+    const Envelope* const told = reader->envelope();
+    if (told == nullptr && !input->received()) {
+        return;
+    }
+    Envelope envelope = told != nullptr ? *told : Envelope{};
+    if (!envelope.received) {
+        envelope.received = input->received();
+    }
+    batch.setEnvelope(envelope);
 }
 
 // Gives the reader more bytes, or the end of the input; false when it has had that or wants no
@@ -150,7 +172,9 @@ void Session::take(const FrameBatch& batch, const FrameBatch::Entry& entry)
     found.number = entry.number;
     found.begin = entry.begin;
     found.end = entry.end;
+    found.envelope = &batch.envelopeOf(entry);
     found.text.clear();
+    found.isShort = false;
     switch (entry.kind) {
     case framing::Frame::Kind::message:
         if (!decode(batch.bytesOf(entry), entry.isRecording)) {
@@ -168,7 +192,7 @@ void Session::take(const FrameBatch& batch, const FrameBatch::Entry& entry)
     }
     counted += sink->counts(found) ? 1U : 0U;
     sink->take(found);
-    if (!found.text.empty()) {
+    if (!found.text.empty() || found.isShort) {
         tellTrouble();
     }
 }
@@ -177,6 +201,14 @@ void Session::take(const FrameBatch& batch, const FrameBatch::Entry& entry)
 bool Session::decode(std::span<const std::uint8_t> bytes, bool isRecording)
 {
     ++good;
+    if (found.envelope->bitsHeard.value_or(bytes.size() * 8) < bytes.size() * 8) {
+        return decodeHeard(bytes);
+    }
+    return decodeWhole(bytes, isRecording);
+}
+
+bool Session::decodeWhole(std::span<const std::uint8_t> bytes, bool isRecording)
+{
     Outcome outcome =
         isRecording ? decoderDriver.extract(bytes, options.mode) : decoderDriver.decode(bytes);
     found.bytes = outcome.packed;
@@ -196,15 +228,62 @@ bool Session::decode(std::span<const std::uint8_t> bytes, bool isRecording)
     return takeMisfit(outcome);
 }
 
+// A message without its last bits. They may be fill: then it is whole all the same. Else it has the
+// elements that came as a whole, and its number of words stays the one that it says.
+bool Session::decodeHeard(std::span<const std::uint8_t> bytes)
+{
+    found.bytes = bytes;
+    const std::size_t heard = *found.envelope->bitsHeard;
+    const KindModel* const kind = kindOfHeader();
+    if (kind != nullptr && fitsInto(heard, *kind, bytes)) {
+        return decodeWhole(bytes, false);
+    }
+    found.isShort = true;
+    const std::size_t words = heard / bitsPerWord;
+    for (const std::size_t some : {words + 1, words}) {
+        found.bytes = shortMessage.cutTo(some, bytes);
+        if (kind != nullptr && fitsInto(heard, *kind, found.bytes)) {
+            return takeShort(*kind);
+        }
+    }
+    return decodeWhole(found.bytes, false);
+}
+
+// Whether decoding the kind's layout, which then is the table's record, needs no more bits.
+bool Session::fitsInto(std::size_t bits, const KindModel& kind, std::span<const std::uint8_t> bytes)
+{
+    const std::int32_t needed = tableRecord.decode(*kind.row, bytes);
+    found.bits = needed >= 0 ? static_cast<std::size_t>(needed) : 0;
+    return needed >= 0 && found.bits <= bits;
+}
+
+bool Session::takeShort(const KindModel& kind)
+{
+    found.what = kind.info != nullptr ? Found::What::message : Found::What::unreported;
+    found.kind = &kind;
+    found.message = {};
+    found.record = tableRecord.get();
+    sayDeclaredWords();
+    return filterTakes();
+}
+
+// In the table's record of the message in work.
+void Session::sayDeclaredWords()
+{
+    if (const FieldModel* const words = found.kind->field(RTCM2_MEANS_WORDS)) {
+        RTCM2_write_integer(tableRecord.get(), words->row, 0, shortMessage.declared());
+    }
+}
+
 bool Session::takeMessage(Outcome& outcome)
 {
     const KindModel& kind = *formatModel.kindOf(outcome.record);
-    if (!filter.takes(outcome.record, kind)) {
-        return false;
-    }
     found.what = Found::What::message;
     found.kind = &kind;
     found.record = outcome.record;
+    if (!filterTakes()) {
+        return false;
+    }
     found.message = std::move(outcome.message);
     found.bits = static_cast<std::size_t>(outcome.result);
     return true;
@@ -222,7 +301,7 @@ bool Session::takeUnreported(const Outcome& outcome)
     found.kind = kind;
     found.record = tableRecord.get();
     found.bits = static_cast<std::size_t>(bits);
-    return filter.takes(found.record, *kind);
+    return filterTakes();
 }
 
 // Of its content nothing is known: the header is decoded as that of another kind.
@@ -237,7 +316,15 @@ bool Session::takeUnknown(const Outcome& outcome)
     tableRecord.decode(*found.kind->row, found.bytes.first(framing::headerBytes));
     found.record = tableRecord.get();
     found.bits = found.bytes.size() * 8;
-    return filter.takes(found.record, *found.kind);
+    if (found.isShort) {
+        sayDeclaredWords();
+    }
+    return filterTakes();
+}
+
+bool Session::filterTakes() const
+{
+    return filter.takes({.record = found.record, .envelope = found.envelope}, *found.kind);
 }
 
 bool Session::takeMisfit(const Outcome& outcome)
@@ -262,7 +349,8 @@ const KindModel* Session::kindOfHeader() const
 void Session::tellTrouble()
 {
     stopped = options.onError == OnError::stop;
-    const bool isShown = found.what == Found::What::unknownType && sink->counts(found);
+    const bool isShown =
+        found.what == Found::What::unknownType && !found.isShort && sink->counts(found);
     if (stopped || (options.onError == OnError::report && !options.quiet && !isShown)) {
         troubles.add(found);
     }

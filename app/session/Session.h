@@ -6,6 +6,7 @@
 #include "forms/PacketReader.h"
 #include "plugin/DecoderDriver.h"
 #include "session/FrameQueue.h"
+#include "session/ShortMessage.h"
 #include "session/Sink.h"
 #include "session/TableRecord.h"
 #include "session/Troubles.h"
@@ -17,7 +18,7 @@
 #include <string>
 #include <vector>
 
-class InputFile;
+class Source;
 class MessageFilter;
 
 // What to do about messages that are damaged or cannot be decoded.
@@ -57,17 +58,24 @@ public:
 private:
     void readInput();
     void fill(FrameBatch& batch);
+    void addEnvelope(FrameBatch& batch) const;
     bool readOn();
     std::string problemOfForm() const;
 
     void takeAll(const FrameBatch& batch);
     void take(const FrameBatch& batch, const FrameBatch::Entry& entry);
     bool decode(std::span<const std::uint8_t> bytes, bool isRecording);
+    bool decodeHeard(std::span<const std::uint8_t> bytes);
+    bool decodeWhole(std::span<const std::uint8_t> bytes, bool isRecording);
+    bool fitsInto(std::size_t bits, const KindModel& kind, std::span<const std::uint8_t> bytes);
+    bool takeShort(const KindModel& kind);
+    void sayDeclaredWords();
     bool takeMessage(Outcome& outcome);
     bool takeUnreported(const Outcome& outcome);
     bool takeUnknown(const Outcome& outcome);
     bool takeMisfit(const Outcome& outcome);
     const KindModel* kindOfHeader() const;
+    bool filterTakes() const;
     void tellTrouble();
     void tellAlong(const std::string& text);
     void tell(const std::string& text);
@@ -84,13 +92,14 @@ private:
     Sink* sink = nullptr;
     Found found;                // in work
     TableRecord tableRecord;    // of what is in work, where the decoder gives none
+    ShortMessage shortMessage;
     Troubles troubles;
     std::uint64_t good = 0;       // messages of any kind, decodable or not
     std::uint64_t counted = 0;    // of what was found, what counts for the sink
     bool stopped = false;         // at trouble
 
     // What fill() works with, perhaps on a second thread:
-    std::unique_ptr<InputFile> input;
+    std::unique_ptr<Source> input;
     std::unique_ptr<PacketReader> reader;
     std::uint64_t bytesRead = 0;
     bool isFinished = false;    // the reader knows that nothing more will come

@@ -23,6 +23,7 @@ public:
                                    static_cast<std::uint16_t>(packed.size()), &bit, &message);
     }
     const void* get() const { return &message; }
+    void* get() { return &message; }
 
 private:
     RTCM2_message_s message;

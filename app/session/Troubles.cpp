@@ -135,6 +135,11 @@ std::string Troubles::lineOf(const Found& found) const
 
 std::string Troubles::reasonOf(const Found& found) const
 {
+    if (found.isShort && found.hasRecord()) {
+        return "shorter than it says, only " +
+               std::to_string(found.bytes.size() / framing::bytesPerWord - framing::headerWords) +
+               " data words came; what came whole is used";
+    }
     switch (found.what) {
     case Found::What::damaged:
         return "damaged message: " + found.text;

@@ -1,10 +1,10 @@
 #include "commands/Commands.h"
 
-#include "base/InputFile.h"
 #include "commands/CommonOptions.h"
 #include "commands/ReadingOptions.h"
 #include "commands/check/CheckSink.h"
 #include "commands/check/Finding.h"
+#include "sources/Sources.h"
 
 #include <algorithm>
 #include <charconv>

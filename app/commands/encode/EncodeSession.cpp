@@ -1,9 +1,9 @@
 #include "commands/encode/EncodeSession.h"
 
-#include "base/InputFile.h"
 #include "base/Interrupt.h"
 #include "base/Progress.h"
 #include "base/Terminal.h"
+#include "sources/Sources.h"
 
 ExitStatus EncodeSession::run(const std::vector<std::string>& inputs)
 {
@@ -27,7 +27,8 @@ ExitStatus EncodeSession::run(const std::vector<std::string>& inputs)
 
 void EncodeSession::readInput(const std::string& name)
 {
-    InputFile file(name);
+    const std::unique_ptr<Source> source = openSource(name);
+    Source& file = *source;
     if (!options.quiet && !file.hint().empty()) {
         tell(file.hint());
     }

@@ -1,6 +1,6 @@
 #include "commands/encode/JsonInput.h"
 
-#include "base/InputFile.h"
+#include "sources/Source.h"
 
 #include <rapidjson/error/en.h>
 #include <rapidjson/memorystream.h>

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-class InputFile;
+class Source;
 
 // Keeps one object at a time in memory, and of an object that is too long or too deep only what
 // shows that it is. After a mistake in an object reading goes on at the first line behind the
@@ -22,7 +22,7 @@ public:
     static constexpr std::size_t deepest = 32;         // brackets around each other in it
 
     // The file must outlive the reader.
-    explicit JsonInput(InputFile& input) : file(input) {}
+    explicit JsonInput(Source& input) : file(input) {}
 
     // Goes to the next object or mistake. False at the end of the input.
     [[nodiscard]] bool next();
@@ -56,7 +56,7 @@ private:
     void complain(Place where, std::string_view reason);
     void goOn(std::uint64_t column, std::uint64_t end);
 
-    InputFile& file;
+    Source& file;
     bool ended = false;
     std::uint64_t dropped = 0;    // bytes of the input before the text
     std::string text;             // what was read and may still be needed

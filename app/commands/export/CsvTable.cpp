@@ -139,7 +139,7 @@ void CsvTable::appendRows(Text& text, const std::string& input, const Found& fou
     }
     rowField->eachElement(found.record, [&](const void* element) {
         if (options.filter == nullptr ||
-            options.filter->takesElement(element, found.record, kind)) {
+            options.filter->takes({found.record, element, found.envelope}, kind)) {
             appendRow(text, input, found, element);
         }
     });

@@ -1,4 +1,4 @@
-#include "base/TerminalInput.h"
+#include "sources/TerminalInput.h"
 
 #include <termios.h>
 #include <unistd.h>

@@ -1,7 +1,7 @@
-#include "base/InputFile.h"
+#include "sources/FileSource.h"
 
 #include "base/Interrupt.h"
-#include "base/TerminalInput.h"
+#include "sources/TerminalInput.h"
 
 #include <cerrno>
 #include <cstring>
@@ -23,7 +23,7 @@ bool comesSlowly(const struct stat& status)
 
 }    // namespace
 
-bool isLiveInput(const std::string& name)
+bool comesSlowly(const std::string& name)
 {
     struct stat status = {};
     const bool known =
@@ -31,13 +31,13 @@ bool isLiveInput(const std::string& name)
     return known && comesSlowly(status);
 }
 
-InputFile::InputFile(std::string name, bool isFollowed)
-    : displayName(name == "-" ? "standard input" : name), followed(isFollowed), buffer(chunkSize)
+FileSource::FileSource(const std::string& name, bool isFollowed)
+    : Source(name == "-" ? "standard input" : name), followed(isFollowed), buffer(chunkSize)
 {
     open(name);
 }
 
-InputFile::~InputFile()
+FileSource::~FileSource()
 {
     if (descriptor > STDIN_FILENO) {
         ::close(descriptor);
@@ -45,7 +45,7 @@ InputFile::~InputFile()
 }
 
 // Nothing is waited for here, such as the other end of a pipe: that would be no end of the program.
-void InputFile::open(const std::string& name)
+void FileSource::open(const std::string& name)
 {
     descriptor = name == "-" ? STDIN_FILENO
                              : ::open(name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
@@ -58,10 +58,10 @@ void InputFile::open(const std::string& name)
     live = followed || comesSlowly(status);
     typed = live && ::isatty(descriptor) == 1;
     hintText = typed ? terminalHint(descriptor) : std::string();
-    fileSize = !S_ISREG(status.st_mode) ? 0 : static_cast<std::uint64_t>(status.st_size);
+    wholeSize = !S_ISREG(status.st_mode) ? 0 : static_cast<std::uint64_t>(status.st_size);
 }
 
-std::span<const std::uint8_t> InputFile::read()
+std::span<const std::uint8_t> FileSource::read()
 {
     while (problemText.empty() && waitForBytes()) {
         const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
@@ -73,6 +73,9 @@ std::span<const std::uint8_t> InputFile::read()
         }
         if (count >= 0) {
             position += static_cast<std::uint64_t>(count);
+            if (live && count > 0) {
+                stampTime();
+            }
             return std::span(buffer).first(static_cast<std::size_t>(count));
         }
         if (errno != EINTR && errno != EAGAIN) {
@@ -84,7 +87,7 @@ std::span<const std::uint8_t> InputFile::read()
 
 // False when the program is asked to end. A signal that comes right before the wait is seen after
 // it, so that must not last.
-bool InputFile::waitForBytes() const
+bool FileSource::waitForBytes() const
 {
     pollfd waited = {.fd = descriptor, .events = POLLIN, .revents = 0};
     while (!interrupt::requested()) {
@@ -97,7 +100,7 @@ bool InputFile::waitForBytes() const
 }
 
 // A file can be read at any time, so this sleeps. False when it will not grow any more.
-bool InputFile::waitAtEnd()
+bool FileSource::waitAtEnd()
 {
     struct stat status = {};
     if (::fstat(descriptor, &status) != 0) {
@@ -113,7 +116,7 @@ bool InputFile::waitAtEnd()
     return !interrupt::requested();
 }
 
-void InputFile::fail()
+void FileSource::fail()
 {
     problemText = "cannot read " + displayName + ": " + std::strerror(errno);
 }
