@@ -35,17 +35,17 @@ constexpr const char* checkHelp =
     "    rtcm2 check --expect 1:1s,3:1min --position 3705294.33,513572.04,5148765.99 a.rtcm2\n"
     "    rtcm2 check --follow --expect 9:5s /dev/ttyS0";
 
-std::vector<unsigned> stationsOf(const std::vector<std::string>& texts)
+std::vector<unsigned> numbersOf(const std::vector<std::string>& texts, const char* what)
 {
-    std::vector<unsigned> stations;
+    std::vector<unsigned> numbers;
     for (const std::string& text : texts) {
         const char* const end = text.data() + text.size();
-        const auto result = std::from_chars(text.data(), end, stations.emplace_back());
+        const auto result = std::from_chars(text.data(), end, numbers.emplace_back());
         if (result.ec != std::errc() || result.ptr != end) {
-            throw UsageError{"station '" + text + "' is not a number"};
+            throw UsageError{what + (" '" + text) + "' is not a number"};
         }
     }
-    return stations;
+    return numbers;
 }
 
 class CheckCommand : public Command {
@@ -74,6 +74,10 @@ void CheckCommand::declare(CLI::App& program)
         ->delimiter(',')
         ->allow_extra_args(false)
         ->type_name("NUMBER");
+    app->add_option("--mmsi", reading.filter.senders, "Look at what these AIS stations sent only")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("NUMBER");
     app->add_option("--expect", expected,
                     "Types that have to come, and how often: 1:0.5s,3:1min. Types by number or "
                     "name, times in s or min")
@@ -99,7 +103,9 @@ void CheckCommand::declare(CLI::App& program)
 
 ExitStatus CheckCommand::run(Host& host)
 {
-    Wanted wanted{.tolerance = tolerance, .stations = stationsOf(reading.filter.stations)};
+    Wanted wanted{.tolerance = tolerance,
+                  .stations = numbersOf(reading.filter.stations, "station"),
+                  .senders = numbersOf(reading.filter.senders, "MMSI")};
     try {
         for (const std::string& text : expected) {
             wanted.types.push_back(expectedType(host.model, text));

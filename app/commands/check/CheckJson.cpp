@@ -5,6 +5,15 @@
 
 namespace {
 
+// The sender only where the message came by AIS.
+void writeStationId(JsonWriter& json, const std::optional<StationId>& id)
+{
+    json.member("station", id ? std::optional(id->station) : std::nullopt);
+    if (id && id->mmsi != 0) {
+        json.member("mmsi", id->mmsi);
+    }
+}
+
 void writePlace(JsonWriter& json, const Place& place)
 {
     if (place.number > 0) {
@@ -40,7 +49,7 @@ void writeLosses(JsonWriter& json, const Losses& losses)
     json.member("lost_is_exact", losses.isExact && losses.areCounted);
     json.member("numbers_count", losses.areCounted);
     json.objects("gaps", losses.all, [&](const Loss& loss) {
-        json.member("station", loss.station);
+        writeStationId(json, loss.station);
         json.member("missing", loss.least);
         json.member("is_exact", loss.isExact);
         json.member("damaged", loss.damaged);
@@ -54,7 +63,7 @@ void writeRates(JsonWriter& json, const InputCheck& check)
     json.objects("types", check.rates, [&](const auto& entry) {
         const auto& [key, rate] = entry;
         json.member("type", key.type);
-        json.member("station", key.station);
+        writeStationId(json, key.station);
         writeSystem(json, key.system);
         json.member("count", rate.messages());
         if (const auto period = rate.period()) {
@@ -98,10 +107,10 @@ void writeAccuracies(JsonWriter& json, const StationState& station)
     });
 }
 
-void writeStation(JsonWriter& json, const InputCheck& check, unsigned number,
+void writeStation(JsonWriter& json, const InputCheck& check, const StationId& id,
                   const StationState& station)
 {
-    json.member("station", number);
+    writeStationId(json, id);
     json.member("count", station.messages);
     json.objects("health", station.health(), [&](const HealthState& state) {
         json.member("value", state.value);
@@ -142,10 +151,11 @@ void writeJson(JsonWriter& json, const InputCheck& check, std::optional<double> 
     struct {
         const char* key;
         std::uint64_t number;
-    } const counts[] = {{"messages", check.messages},    {"damaged", check.damaged},
-                        {"truncated", check.truncated},  {"misfit", check.misfit},
-                        {"misplaced", check.misplaced},  {"repeated", check.repeated},
-                        {"unknown_type", check.unknown}, {"of_other_stations", check.ofOthers}};
+    } const counts[] = {{"messages", check.messages},         {"damaged", check.damaged},
+                        {"truncated", check.truncated},       {"misfit", check.misfit},
+                        {"misplaced", check.misplaced},       {"repeated", check.repeated},
+                        {"unknown_type", check.unknown},      {"short", check.shortened},
+                        {"of_other_stations", check.ofOthers}};
     for (const auto& [key, number] : counts) {
         json.member(key, number);
     }

@@ -18,8 +18,7 @@ std::string timeText(const Place& place)
 std::string stationsText(const InputCheck& check)
 {
     const std::size_t count = check.stations.size();
-    return count == 1 ? "station " + std::to_string(check.stations.begin()->first)
-                      : std::to_string(count) + " stations";
+    return count == 1 ? check.stations.begin()->first.text() : std::to_string(count) + " stations";
 }
 
 std::string lossText(const Losses& losses)
@@ -48,6 +47,7 @@ std::string verdictLine(const InputCheck& check)
                         {check.misplaced, " misplaced"},
                         {check.repeated, " repeated"},
                         {check.unknown, " of unknown type"},
+                        {check.shortened, " shorter than they say"},
                         {check.truncated, " cut off at the end"},
                         {check.ofOthers, " of stations for which there was no room"}};
     for (const auto& [number, words] : counts) {
@@ -68,15 +68,29 @@ std::string problemsText(const InputCheck& check)
     return others == 0 ? text : text + "  and " + countText(others, "further problem") + "\n";
 }
 
+std::string senderText(const StationId& id)
+{
+    return right(id.mmsi != 0 ? std::to_string(id.mmsi) : "", 9) + "  ";
+}
+
+// Of messages that came by AIS.
+bool hasSenders(const InputCheck& check)
+{
+    return std::any_of(check.stations.begin(), check.stations.end(),
+                       [](const auto& entry) { return entry.first.mmsi != 0; });
+}
+
 std::string ratesText(const InputCheck& check)
 {
-    std::string text =
-        "\n Type  Station  System    Messages     Every             Steps   Longest  "
-        "until   Expected\n";
+    const bool withSenders = hasSenders(check);
+    std::string text = std::string("\n Type  Station  ") + (withSenders ? "     MMSI  " : "") +
+                       "System    Messages     Every             Steps   Longest  "
+                       "until   Expected\n";
     for (const auto& [key, rate] : check.rates) {
         const RTCM2_system_s* const system = systemAt(key.system);
         std::string line = right(std::to_string(key.type), 5) +
-                           right(std::to_string(key.station), 9) + "  " +
+                           right(std::to_string(key.station.station), 9) + "  " +
+                           (withSenders ? senderText(key.station) : "") +
                            left(system != nullptr ? system->name : "", 8) +
                            right(std::to_string(rate.messages()), 10);
         if (const auto period = rate.period()) {
@@ -90,7 +104,7 @@ std::string ratesText(const InputCheck& check)
                     timeText(longest.to);
         }
         if (const ExpectedType* expected = check.expectation(key.type)) {
-            line.resize(90, ' ');
+            line.resize(withSenders ? 101 : 90, ' ');
             line += right(withDecimals(expected->seconds, 2), 8);
         }
         text += line + "\n";
@@ -174,12 +188,11 @@ std::string pointText(const RTCM2_system_s* system, const PointState& point)
     return text + " m from " + timeText(point.since) + "\n";
 }
 
-std::string stationText(const InputCheck& check, unsigned number, const StationState& station)
+std::string stationText(const InputCheck& check, const StationId& id, const StationState& station)
 {
-    std::string text = "\nStation " + std::to_string(number) + ": " +
-                       countText(station.messages, "message") + ", last " +
-                       timeText(station.lastPlace) + "\n  Health: " + healthText(check, station) +
-                       "\n";
+    std::string text = "\nS" + id.text().substr(1) + ": " + countText(station.messages, "message") +
+                       ", last " + timeText(station.lastPlace) +
+                       "\n  Health: " + healthText(check, station) + "\n";
     for (const auto& [key, point] : station.points()) {
         text += pointText(systemAt(static_cast<std::uint32_t>(key[1])), point);
     }
@@ -248,8 +261,8 @@ std::string checkText(const InputCheck& check, std::optional<double> age)
     if (!check.rates.empty()) {
         text += ratesText(check);
     }
-    for (const auto& [number, station] : check.stations) {
-        text += stationText(check, number, station);
+    for (const auto& [id, station] : check.stations) {
+        text += stationText(check, id, station);
     }
     return text + damageText(check);
 }

@@ -26,20 +26,20 @@ std::uint32_t Counters::systemFor(const Station& station, std::uint32_t system,
     return station.next.begin()->first;
 }
 
-void Counters::add(unsigned number, std::uint32_t system, const Heard& heard)
+void Counters::add(const StationId& id, std::uint32_t system, const Heard& heard)
 {
     all.add(heard);
-    Station& station = stations[number];
+    Station& station = stations[id];
     station.whole.add(heard);
     const std::uint32_t own = systemFor(station, system, heard);
     station.systems[own].add(heard);
     station.next[own] = (heard.sequence + 1) % framing::sequenceNumbers;
 }
 
-void Counters::restart(unsigned number)
+void Counters::restart(const StationId& id)
 {
     all.restart();
-    Station& station = stations[number];
+    Station& station = stations[id];
     station.whole.restart();
     for (auto& [system, track] : station.systems) {
         track.restart();
@@ -49,7 +49,7 @@ void Counters::restart(unsigned number)
 void Counters::settle()
 {
     all.settle();
-    for (auto& [number, station] : stations) {
+    for (auto& [id, station] : stations) {
         station.whole.settle();
         for (auto& [system, track] : station.systems) {
             track.settle();
@@ -61,12 +61,12 @@ std::vector<Counters::Counted> Counters::chosen()
 {
     std::vector<Counted> counted;
     std::uint64_t fits = 0;
-    for (auto& [number, station] : stations) {
+    for (auto& [id, station] : stations) {
         if (!station.countsSystems()) {
-            counted.push_back({&station.whole, number});
+            counted.push_back({&station.whole, id});
         } else {
             for (auto& [system, track] : station.systems) {
-                counted.push_back({&track, number, system});
+                counted.push_back({&track, id, system});
             }
         }
         fits += std::max(station.whole.fits(), station.fitsOfSystems());

@@ -3,6 +3,8 @@
 
 #include "commands/check/CounterTrack.h"
 
+#include "session/StationId.h"
+
 #include <functional>
 #include <map>
 
@@ -14,15 +16,15 @@ public:
     // `noSystem` is the index of an unknown system.
     explicit Counters(std::uint32_t noSystem) : unknown(noSystem) {}
 
-    void add(unsigned station, std::uint32_t system, const Heard& heard);
+    void add(const StationId& id, std::uint32_t system, const Heard& heard);
     // The station's messages do not go on from what was.
-    void restart(unsigned station);
+    void restart(const StationId& id);
     void settle();
 
     // A counter, and whose messages it counts: unset for all stations or systems.
     struct Counted {
         CounterTrack* track;
-        std::optional<unsigned> station{};
+        std::optional<StationId> station{};
         std::optional<std::uint32_t> system{};
     };
     std::vector<Counted> chosen();
@@ -41,5 +43,5 @@ private:
 
     std::uint32_t unknown;
     CounterTrack all;
-    std::map<unsigned, Station> stations;
+    std::map<StationId, Station> stations;
 };

@@ -23,6 +23,12 @@ std::uint64_t hashOf(std::span<const std::uint8_t> bytes)
         {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }
 
+// Every number is where none is asked for.
+bool isAmong(const std::vector<unsigned>& wanted, unsigned number)
+{
+    return wanted.empty() || std::find(wanted.begin(), wanted.end(), number) != wanted.end();
+}
+
 }    // namespace
 
 CheckedFormat::CheckedFormat(const FormatModel& model)
@@ -74,6 +80,7 @@ void DamageCurve::add(std::int64_t time, bool isBad)
 struct InputCheck::Message {
     const Found& found;
     framing::Header header;
+    StationId station;
     std::uint32_t system;
     Place place;
 };
@@ -112,13 +119,11 @@ void InputCheck::take(const Found& found)
         return takeDamage(found);
     }
     const framing::Header header = framing::headerOf(found.bytes);
-    const bool isWanted =
-        wanted.stations.empty() || std::find(wanted.stations.begin(), wanted.stations.end(),
-                                             header.station) != wanted.stations.end();
-    if (!isWanted) {
+    const StationId station(header.station, *found.envelope);
+    if (!isAmong(wanted.stations, station.station) || !isAmong(wanted.senders, station.mmsi)) {
         return;
     }
-    if (stations.size() >= mostStations && stations.count(header.station) == 0) {
+    if (stations.size() >= mostStations && stations.count(station) == 0) {
         ++ofOthers;
         return;
     }
@@ -127,7 +132,7 @@ void InputCheck::take(const Found& found)
     if (hasTime) {
         place.time = secondsOf(header.zCount);
     }
-    takeMessage({found, header, format.systemOf(found, header.type), place});
+    takeMessage({found, header, station, format.systemOf(found, header.type), place});
 }
 
 void InputCheck::takeDamage(const Found& found)
@@ -153,22 +158,27 @@ void InputCheck::takeMessage(const Message& message)
     unknown += message.found.what == Found::What::unknownType ? 1 : 0;
     const bool isMisfit = message.found.what == Found::What::misfit;
     misfit += isMisfit ? 1 : 0;
+    shortened += message.found.isShort ? 1 : 0;
     damage.add(clock.now(), isMisfit);
     std::int64_t time = clock.now();
     if (isPlaced(message, time)) {
-        counters.add(message.header.station, message.system,
+        counters.add(message.station, message.system,
                      {message.header.sequence, time, damaged, message.place});
         takeRate(message, time);
         review();
     }
     if (isMisfit) {
         report(Severity::warning,
-               "station " + std::to_string(message.header.station) +
-                   ": the content does not fit type " + std::to_string(message.header.type),
+               message.station.text() + ": the content does not fit type " +
+                   std::to_string(message.header.type),
+               message.place);
+    } else if (message.found.isShort) {
+        report(Severity::warning,
+               message.station.text() + ": shorter than it says, only what came whole is used",
                message.place);
     }
     const auto entry = stations.try_emplace(
-        message.header.station, static_cast<std::int64_t>(shortestAbsence / format.secondsPerUnit));
+        message.station, static_cast<std::int64_t>(shortestAbsence / format.secondsPerUnit));
     StationState& station = entry.first->second;
     ++station.messages;
     station.lastPlace = message.place;
@@ -182,7 +192,7 @@ void InputCheck::takeMessage(const Message& message)
 // The same bits as one of the last messages of the station: sent twice, or received twice.
 bool InputCheck::isRepeated(const Message& message)
 {
-    std::deque<std::uint64_t>& known = recent[message.header.station];
+    std::deque<std::uint64_t>& known = recent[message.station];
     const std::uint64_t hash = hashOf(message.found.bytes);
     if (std::find(known.begin(), known.end(), hash) != known.end()) {
         return true;
@@ -200,10 +210,10 @@ bool InputCheck::isPlaced(const Message& message, std::int64_t& time)
     if (!message.place.time) {
         return true;    // it tells no time, so it comes when the others come
     }
-    const unsigned station = message.header.station;
+    const StationId& station = message.station;
     const InputClock::Reading reading = clock.read(station, message.system, message.header.zCount);
     time = reading.time;
-    const std::string what = "station " + std::to_string(station) + ": the time goes back by " +
+    const std::string what = station.text() + ": the time goes back by " +
                              withDecimals(secondsOf(reading.behind), 1) + " s";
     switch (reading.kind) {
     case InputClock::Kind::normal:
@@ -227,16 +237,15 @@ bool InputCheck::isPlaced(const Message& message, std::int64_t& time)
 
 void InputCheck::takeRate(const Message& message, std::int64_t time)
 {
-    const RateKey key{message.header.station, message.header.type, message.system};
+    const RateKey key{message.station, message.header.type, message.system};
     if (rates.size() >= mostRates && rates.count(key) == 0) {
         return;
     }
     if (const auto change = rates[key].add(time, message.place)) {
         report(Severity::warning,
-               "station " + std::to_string(key.station) + ": type " + std::to_string(key.type) +
-                   " now comes every " + withDecimals(change->after * format.secondsPerUnit, 1) +
-                   " s instead of " + withDecimals(change->before * format.secondsPerUnit, 1) +
-                   " s",
+               key.station.text() + ": type " + std::to_string(key.type) + " now comes every " +
+                   withDecimals(change->after * format.secondsPerUnit, 1) + " s instead of " +
+                   withDecimals(change->before * format.secondsPerUnit, 1) + " s",
                change->place);
     }
 }
@@ -253,7 +262,7 @@ void InputCheck::takeHealth(const Message& message, StationState& station)
             const char* const text = RTCM2_text_of(&row, value);
             report(row.alarms[i].alarm == RTCM2_ALARM_FAILURE ? Severity::critical
                                                               : Severity::warning,
-                   "station " + std::to_string(message.header.station) + ": " +
+                   message.station.text() + ": " +
                        (text != nullptr ? text : "health " + std::to_string(value)),
                    message.place);
         }
@@ -263,7 +272,7 @@ void InputCheck::takeHealth(const Message& message, StationState& station)
 void InputCheck::takeRecord(const Message& message)
 {
     const KindModel& kind = *message.found.kind;
-    StationState& station = stations.at(message.header.station);
+    StationState& station = stations.at(message.station);
     const CheckedFields& fields = format.fieldsOf(kind);
     station.addRecord(fields, kind, message.found.record, clock.now(), message.place);
     for (const FieldModel* field : fields.elements) {
@@ -276,7 +285,7 @@ void InputCheck::takeRecord(const Message& message)
 
 void InputCheck::takePoints(const Message& message, StationState& station)
 {
-    const std::string of = "station " + std::to_string(message.header.station) + ": ";
+    const std::string of = message.station.text() + ": ";
     for (const StationState::Move& move :
          station.addPoints(*message.found.kind, message.found.record, message.place)) {
         const std::string point =

@@ -36,7 +36,7 @@ struct Loss {
     std::uint64_t least = 0;
     bool isExact = true;          // else more may be missing
     std::uint64_t damaged = 0;    // of those, messages that came damaged
-    std::optional<unsigned> station{};
+    std::optional<StationId> station{};
     Place place{};
     double seconds = 0;    // between the messages before and after
 };
@@ -50,7 +50,7 @@ struct Losses {
 };
 
 struct RateKey {
-    unsigned station = 0;
+    StationId station{};
     unsigned type = 0;
     std::uint32_t system = 0;
 
@@ -112,6 +112,7 @@ public:
     std::uint64_t truncated = 0;
     std::uint64_t misfit = 0;
     std::uint64_t unknown = 0;
+    std::uint64_t shortened = 0;    // of which fewer words came than they declare
     std::uint64_t repeated = 0;
     std::uint64_t ofOthers = 0;    // stations for which there was no room
     std::uint64_t misplaced = 0;
@@ -119,7 +120,7 @@ public:
     Losses losses;
     DamageCurve damage;
     std::map<RateKey, TypeRate> rates;
-    std::map<unsigned, StationState> stations;
+    std::map<StationId, StationState> stations;
     std::string name;
 
     // Of a rate whose type is expected; null where it is not.
@@ -156,6 +157,6 @@ private:
     Tell tell;
     InputClock clock;
     Counters counters;
-    std::map<unsigned, std::deque<std::uint64_t>> recent;     // what stations sent, as hashes
+    std::map<StationId, std::deque<std::uint64_t>> recent;    // what stations sent, as hashes
     std::map<const CounterTrack*, std::uint64_t> toldUpTo;    // number of a message
 };

@@ -24,7 +24,8 @@ std::int64_t InputClock::firstTime(std::uint32_t system, std::int64_t shown) con
 }
 
 // A message of unknown system goes by the clock of its station that comes nearest.
-InputClock::Hand& InputClock::handFor(unsigned station, std::uint32_t system, std::int64_t shown)
+InputClock::Hand& InputClock::handFor(const StationId& station, std::uint32_t system,
+                                      std::int64_t shown)
 {
     if (system == unknown) {
         Hand* nearest = nullptr;
@@ -50,7 +51,8 @@ InputClock::Hand& InputClock::handFor(unsigned station, std::uint32_t system, st
                                     : others = fresh;
 }
 
-InputClock::Reading InputClock::read(unsigned station, std::uint32_t system, std::uint64_t shown)
+InputClock::Reading InputClock::read(const StationId& station, std::uint32_t system,
+                                     std::uint64_t shown)
 {
     const auto number = static_cast<std::int64_t>(shown);
     Hand& hand = handFor(station, system, number);
@@ -66,7 +68,7 @@ InputClock::Reading InputClock::read(unsigned station, std::uint32_t system, std
         return {latest, Kind::misplaced, behind};
     }
     doubted.erase(station);
-    hands.erase(hands.lower_bound({station, 0}), hands.lower_bound({station + 1, 0}));
+    std::erase_if(hands, [&](const auto& entry) { return entry.first.first == station; });
     handFor(station, system, number) = {number, latest};
     return {latest, Kind::jumped, behind};
 }

@@ -1,6 +1,8 @@
 // One time for all messages of an input.
 #pragma once
 
+#include "session/StationId.h"
+
 #include <cstdint>
 #include <map>
 #include <set>
@@ -31,7 +33,7 @@ public:
     {
     }
 
-    Reading read(unsigned station, std::uint32_t system, std::uint64_t shown);
+    Reading read(const StationId& station, std::uint32_t system, std::uint64_t shown);
 
     std::int64_t now() const { return latest; }
 
@@ -43,15 +45,15 @@ private:
 
     std::int64_t firstTime(std::uint32_t system, std::int64_t shown) const;
     std::int64_t stepOf(const Hand& hand, std::int64_t shown) const;
-    Hand& handFor(unsigned station, std::uint32_t system, std::int64_t shown);
+    Hand& handFor(const StationId& station, std::uint32_t system, std::int64_t shown);
 
     static constexpr std::size_t mostHands = 256;
 
     std::int64_t wrap;
     std::int64_t allowed;
     std::uint32_t unknown;
-    std::map<std::pair<unsigned, std::uint32_t>, Hand> hands;
+    std::map<std::pair<StationId, std::uint32_t>, Hand> hands;
     Hand others;
-    std::set<unsigned> doubted;    // stations the last message of which was misplaced
+    std::set<StationId> doubted;    // stations the last message of which was misplaced
     std::int64_t latest = 0;
 };

@@ -108,7 +108,7 @@ void InputCheck::shareDamage(Losses& found) const
 
 std::string InputCheck::textOf(const Loss& loss) const
 {
-    std::string text = loss.station ? "station " + std::to_string(*loss.station) + ": " : "";
+    std::string text = loss.station ? loss.station->text() + ": " : "";
     text += (loss.isExact ? "" : "at least ") + countText(loss.least, "message") + " missing in " +
             withDecimals(loss.seconds, 1) + " s";
     return loss.damaged == 0 ? text : text + ", " + std::to_string(loss.damaged) + " came damaged";
@@ -188,7 +188,7 @@ void InputCheck::judgeDamage()
 // Types that came regularly, and then no more while the station went on.
 void InputCheck::judgeRates()
 {
-    std::map<unsigned, std::int64_t> ends;
+    std::map<StationId, std::int64_t> ends;
     for (const auto& [key, rate] : rates) {
         ends[key.station] = std::max(ends[key.station], rate.lastTime());
     }
@@ -197,9 +197,9 @@ void InputCheck::judgeRates()
         if (rate.isRegular() && silence > shortestStop &&
             silence > stoppedFactor * *rate.period() * format.secondsPerUnit) {
             findings.add({Severity::warning,
-                          "station " + std::to_string(key.station) + ": type " +
-                              std::to_string(key.type) + " came for the last time " +
-                              withDecimals(silence, 1) + " s before the end",
+                          key.station.text() + ": type " + std::to_string(key.type) +
+                              " came for the last time " + withDecimals(silence, 1) +
+                              " s before the end",
                           rate.lastPlace()});
         }
     }
@@ -222,7 +222,7 @@ void InputCheck::judgeExpected(const ExpectedType& expected)
         }
         findings.add({isGone || every > missingFactor * expected.seconds ? Severity::critical
                                                                          : Severity::warning,
-                      "station " + std::to_string(key.station) + ": " + expected.name +
+                      key.station.text() + ": " + expected.name +
                           (isGone ? " has not come for " : " comes every ") +
                           withDecimals(isGone ? after : every, 1) + " s instead of every " +
                           withDecimals(expected.seconds, 1) + " s",

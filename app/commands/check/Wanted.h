@@ -21,6 +21,7 @@ struct Wanted {
     std::optional<Cartesian> position{};
     double tolerance = 1;                // metres
     std::vector<unsigned> stations{};    // the only ones that are looked at
+    std::vector<unsigned> senders{};     // likewise, by the MMSI of what came by AIS
 };
 
 // Wrong texts; `text` is for people.
