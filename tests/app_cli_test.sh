@@ -160,7 +160,10 @@ for signals in "130 INT" "129 HUP" "130 TERM INT"; do
     exec 8< told
     waitFor '[ -n "$(find . -name ".rtcm2-*")" ]'
     sleep 0.3
-    for signal in ${signals#* }; do kill "-$signal" $!; done
+    for signal in ${signals#* }; do
+        waitFor 'grep -q "^ShdPnd:.0*$" /proc/$!/status'
+        kill "-$signal" $!
+    done
     [ "${signals#* }" = "TERM INT" ] && waitFor '! kill -0 $! 2> err'
     cat <&8 > err
     wait $!

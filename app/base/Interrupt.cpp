@@ -21,6 +21,16 @@ void note(int number)
     std::raise(number);    // ends the program as soon as this function is left
 }
 
+sigset_t signalsOfUsers()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        sigaddset(&signals, signal);
+    }
+    return signals;
+}
+
 bool isIgnored(int number)
 {
     struct sigaction action = {};
@@ -33,9 +43,11 @@ namespace interrupt {
 
 void install()
 {
-    // Without SA_RESTART: whoever waits for a pipe to be opened shall be woken up.
+    // Without SA_RESTART: whoever waits for a pipe to be opened shall be woken up. One after the
+    // other: a second signal does not come before the first one is noted.
     struct sigaction action = {};
     action.sa_handler = note;
+    action.sa_mask = signalsOfUsers();
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
     if (!isIgnored(SIGHUP)) {    // by nohup
@@ -47,11 +59,7 @@ void install()
 
 void leaveToFirstThread()
 {
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        sigaddset(&signals, signal);
-    }
+    const sigset_t signals = signalsOfUsers();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
 
