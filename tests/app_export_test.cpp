@@ -73,7 +73,7 @@ protected:
     {
         app.filterOptions.kinds = kinds;
         return app.run(messages, [&](Output& output) {
-            return std::make_unique<CsvExport>(output, tablesFor(app.kinds(kinds), options));
+            return std::make_unique<CsvExport>(output, tablesFor(app.kinds(kinds), options), false);
         });
     }
 
@@ -441,8 +441,9 @@ TEST_F(ExportTest, CsvOfSeveralKindsIsMixedOrInFiles)
     const auto write = [&](const std::string& directory) {
         CsvOutputs files;
         app.run(messages, [&](Output&) {
-            return std::make_unique<CsvFiles>(
-                app.pathOf(directory), tablesFor(app.kinds({"1", "16", "3"}), options), files);
+            return std::make_unique<CsvFiles>(app.pathOf(directory),
+                                              tablesFor(app.kinds({"1", "16", "3"}), options),
+                                              false, files);
         });
         return closeAll(files);
     };

@@ -86,6 +86,7 @@ const char* const captureTable =
              1 decoded, but of kinds that are not reported
              1 of unknown type
              1 with content that does not fit their type
+             0 shorter than they say
              1 damaged
              1 truncated
            689 bytes read

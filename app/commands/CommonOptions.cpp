@@ -43,6 +43,15 @@ void declareMax(CLI::App& command, std::uint64_t& max)
         ->group(optionGroup::choice);
 }
 
+void declareTimes(CLI::App& command, bool& withTimes)
+{
+    command
+        .add_flag("--times", withTimes,
+                  "Also when messages were received, UTC: of live inputs, and of recordings that "
+                  "tell it")
+        ->group(optionGroup::output);
+}
+
 void declareTrouble(CLI::App& command, SessionOptions& options, const std::string& about)
 {
     command.add_option("--on-error", options.onError, about)

@@ -25,5 +25,8 @@ void declareOutput(CLI::App& command, std::string& name);
 // -n, from 1
 void declareMax(CLI::App& command, std::uint64_t& max);
 
+// --times
+void declareTimes(CLI::App& command, bool& withTimes);
+
 // --on-error, -q
 void declareTrouble(CLI::App& command, SessionOptions& options, const std::string& about);

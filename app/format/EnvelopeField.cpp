@@ -4,26 +4,30 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 
 namespace {
 
 constexpr std::array<EnvelopeField, 3> fields = {{
     {.name = "MMSI",
-     .jsonKey = "mmsi",
-     .unit = "",
+     .label = "MMSI",
+     .jsonKey = ",\"mmsi\":",
      .decimals = 0,
+     .width = 9,
      .valueOf = [](const AisSender& sender) { return static_cast<double>(sender.mmsi); },
      .isOfPosition = false},
     {.name = "Sender_Longitude",
-     .jsonKey = "sender_longitude",
-     .unit = "degrees",
+     .label = "Longitude",
+     .jsonKey = ",\"sender_longitude\":",
      .decimals = 6,
+     .width = 11,
      .valueOf = [](const AisSender& sender) { return sender.longitudeDegrees(); },
      .isOfPosition = true},
     {.name = "Sender_Latitude",
-     .jsonKey = "sender_latitude",
-     .unit = "degrees",
+     .label = "Latitude",
+     .jsonKey = ",\"sender_latitude\":",
      .decimals = 6,
+     .width = 11,
      .valueOf = [](const AisSender& sender) { return sender.latitudeDegrees(); },
      .isOfPosition = true},
 }};
@@ -33,6 +37,15 @@ constexpr std::array<EnvelopeField, 3> fields = {{
 std::span<const EnvelopeField> envelopeFields()
 {
     return fields;
+}
+
+std::string envelopeText(const EnvelopeField& field, const Envelope& envelope)
+{
+    const std::optional<double> value = field.value(envelope);
+    std::array<char, 40> text{};
+    const int size =
+        value ? std::snprintf(text.data(), text.size(), "%.*f", field.decimals, *value) : 0;
+    return {text.data(), static_cast<std::size_t>(size)};
 }
 
 const EnvelopeField* envelopeField(std::string_view name)

@@ -47,8 +47,6 @@ public:
     void take(const Found& found) final
     {
         if (found.hasRecord()) {
-            text.append(heading);
-            heading.clear();
             print(found, text);
             if (text.size() >= bytesAtOnce) {
                 writeOut();
@@ -68,8 +66,7 @@ protected:
     virtual void print(const Found& message, Text& target) = 0;
 
     Output& output;
-    Text text;              // what is not yet written
-    std::string heading;    // what stands before the first message, if there is one
+    Text text;    // what is not yet written
 
 private:
     static constexpr std::size_t bytesAtOnce = std::size_t{1} << 16;

@@ -61,6 +61,7 @@ private:
     std::string position;
     double tolerance = 1;
     bool asJson = false;
+    bool withTimes = false;
     Severity verdict = Severity::good;
 };
 
@@ -95,6 +96,7 @@ void CheckCommand::declare(CLI::App& program)
     app->add_flag("--follow", reading.session.follows,
                   "Wait at the end of the file for what is written to it, until interrupted");
     declareOutput(*app, reading.output);
+    declareTimes(*app, withTimes);
     app->add_flag("-j,--json", asJson, "For programs: as JSON");
     app->add_flag("-q,--quiet", reading.session.quiet,
                   "Nothing on standard error but what ends the program");
@@ -105,7 +107,8 @@ ExitStatus CheckCommand::run(Host& host)
 {
     Wanted wanted{.tolerance = tolerance,
                   .stations = numbersOf(reading.filter.stations, "station"),
-                  .senders = numbersOf(reading.filter.senders, "MMSI")};
+                  .senders = numbersOf(reading.filter.senders, "MMSI"),
+                  .times = withTimes};
     try {
         for (const std::string& text : expected) {
             wanted.types.push_back(expectedType(host.model, text));

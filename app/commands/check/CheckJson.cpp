@@ -1,18 +1,11 @@
 #include "commands/check/CheckJson.h"
 
 #include "base/Characters.h"
+#include "commands/StationJson.h"
 #include "commands/check/CheckText.h"
+#include "forms/TimeStamp.h"
 
 namespace {
-
-// The sender only where the message came by AIS.
-void writeStationId(JsonWriter& json, const std::optional<StationId>& id)
-{
-    json.member("station", id ? std::optional(id->station) : std::nullopt);
-    if (id && id->mmsi != 0) {
-        json.member("mmsi", id->mmsi);
-    }
-}
 
 void writePlace(JsonWriter& json, const Place& place)
 {
@@ -22,6 +15,9 @@ void writePlace(JsonWriter& json, const Place& place)
     }
     if (place.time) {
         json.member("time", *place.time);
+    }
+    if (place.received) {
+        json.member("received", timeText(*place.received));
     }
 }
 

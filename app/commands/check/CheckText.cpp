@@ -3,6 +3,7 @@
 #include "base/Columns.h"
 #include "base/Terminal.h"
 #include "commands/check/CheckNumbers.h"
+#include "forms/TimeStamp.h"
 
 #include <cmath>
 
@@ -246,7 +247,9 @@ std::string lineOf(const Finding& problem)
     if (problem.place.number > 0) {
         text += "message " + std::to_string(problem.place.number) + ", byte " +
                 std::to_string(problem.place.byte);
-        text += problem.place.time ? ", " + minutesText(*problem.place.time) + ": " : ": ";
+        text += problem.place.time ? ", " + minutesText(*problem.place.time) : "";
+        text += problem.place.received ? ", received " + timeText(*problem.place.received) : "";
+        text += ": ";
     }
     return printable(text + problem.text);
 }

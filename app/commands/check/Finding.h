@@ -13,7 +13,8 @@ enum class Severity : std::uint8_t { good, warning, critical };
 struct Place {
     std::uint64_t number = 0;    // from 1; 0: no single message
     std::uint64_t byte = 0;
-    std::optional<double> time{};    // in seconds of the hour
+    std::optional<double> time{};              // in seconds of the hour
+    std::optional<std::int64_t> received{};    // microseconds since 1970, where that is asked for
 };
 
 struct Finding {

@@ -128,11 +128,18 @@ void InputCheck::take(const Found& found)
         return;
     }
     const bool hasTime = header.zCount < format.unitsPerHour;
-    Place place{found.number, found.begin};
+    Place place = placeOf(found);
     if (hasTime) {
         place.time = secondsOf(header.zCount);
     }
     takeMessage({found, header, station, format.systemOf(found, header.type), place});
+}
+
+Place InputCheck::placeOf(const Found& found) const
+{
+    return {.number = found.number,
+            .byte = found.begin,
+            .received = wanted.times ? found.envelope->received : std::nullopt};
 }
 
 void InputCheck::takeDamage(const Found& found)
@@ -144,7 +151,7 @@ void InputCheck::takeDamage(const Found& found)
     ++damaged;
     damage.add(clock.now(), true);
     if (tell) {
-        tell({Severity::warning, "damaged: " + found.text, {found.number, found.begin}});
+        tell({Severity::warning, "damaged: " + found.text, placeOf(found)});
     }
 }
 

@@ -129,6 +129,7 @@ public:
 private:
     struct Message;
 
+    Place placeOf(const Found& found) const;
     void takeDamage(const Found& found);
     void takeMessage(const Message& message);
     void takeRecord(const Message& message);

@@ -22,6 +22,7 @@ struct Wanted {
     double tolerance = 1;                // metres
     std::vector<unsigned> stations{};    // the only ones that are looked at
     std::vector<unsigned> senders{};     // likewise, by the MMSI of what came by AIS
+    bool times = false;                  // places with the time at which they were received
 };
 
 // Wrong texts; `text` is for people.

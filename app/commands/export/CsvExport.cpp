@@ -14,26 +14,33 @@ CsvTables tablesFor(const std::vector<const KindModel*>& kinds, const CsvOptions
     return tables;
 }
 
-CsvExport::CsvExport(Output& out, CsvTables kindTables)
-    : PrintingSink(out), tables(std::move(kindTables))
+CsvExport::CsvExport(Output& out, CsvTables kindTables, bool withTimes)
+    : PrintingSink(out), tables(std::move(kindTables)), envelopes(withTimes)
 {
-    if (tables.size() == 1) {
-        lastKind = tables.begin()->first;
-        text.append(tables.begin()->second.header());
-    }
 }
 
 void CsvExport::print(const Found& found, Text& target)
 {
     const CsvTable& table = tables.at(found.kind);
-    if (found.kind != lastKind) {
-        target.append(lastKind == nullptr ? "# " : "\n# ");
-        target.append(found.kind->name);
-        target.append('\n');
-        target.append(table.header());
+    const bool isWider = envelopes.grow(*found.envelope);
+    if (found.kind != lastKind || isWider) {
+        if (lastKind != nullptr || tables.size() > 1) {
+            target.append(lastKind == nullptr ? "# " : "\n# ");
+            target.append(found.kind->name);
+            target.append('\n');
+        }
+        target.append(table.header(envelopes));
         lastKind = found.kind;
     }
-    table.appendRows(target, input, found);
+    table.appendRows(target, input, envelopes, found);
+}
+
+void CsvExport::finish()
+{
+    if (tables.size() == 1 && lastKind == nullptr) {
+        text.append(tables.begin()->second.header(envelopes));
+    }
+    PrintingSink::finish();
 }
 
 std::string closeAll(CsvOutputs& outputs)
@@ -47,8 +54,9 @@ std::string closeAll(CsvOutputs& outputs)
     return problem;
 }
 
-CsvFiles::CsvFiles(std::string path, CsvTables kindTables, CsvOutputs& outputs)
-    : directory(std::move(path)), tables(std::move(kindTables)), files(outputs)
+CsvFiles::CsvFiles(std::string path, CsvTables kindTables, bool withTimes, CsvOutputs& outputs)
+    : directory(std::move(path)), noColumns(withTimes), tables(std::move(kindTables)),
+      files(outputs)
 {
 }
 
@@ -56,25 +64,35 @@ void CsvFiles::take(const Found& found)
 {
     if (found.hasRecord()) {
         rows.clear();
-        tables.at(found.kind).appendRows(rows, input, found);
-        fileOf(*found.kind).write(rows.view());
+        Output& file = fileOf(*found.kind, *found.envelope);
+        tables.at(found.kind).appendRows(rows, input, columns.at(found.kind), found);
+        file.write(rows.view());
     }
 }
 
 // The file of a kind, with its header line. One that cannot be written stays failed.
-Output& CsvFiles::fileOf(const KindModel& kind)
+Output& CsvFiles::fileOf(const KindModel& kind, const Envelope& envelope)
 {
     std::unique_ptr<Output>& file = files[&kind];
+    EnvelopeColumns& ofFile = columns.try_emplace(&kind, noColumns).first->second;
+    const bool isWider = ofFile.grow(envelope);
     if (file == nullptr) {
-        std::error_code ignored;    // opening the file fails then, and says why
-        std::filesystem::create_directories(directory, ignored);
         file = std::make_unique<Output>();
-        const std::string name = identifierOf(kind.name) + ".csv";
-        if (file->open((std::filesystem::path(directory) / name).string())) {
-            *file << tables.at(&kind).header();
+        if (open(kind, *file)) {
+            *file << tables.at(&kind).header(ofFile);
         }
+    } else if (isWider) {
+        *file << "\n" + tables.at(&kind).header(ofFile);
     }
     return *file;
+}
+
+bool CsvFiles::open(const KindModel& kind, Output& file) const
+{
+    std::error_code ignored;    // opening the file fails then, and says why
+    std::filesystem::create_directories(directory, ignored);
+    return file.open(
+        (std::filesystem::path(directory) / (identifierOf(kind.name) + ".csv")).string());
 }
 
 void CsvFiles::pause()

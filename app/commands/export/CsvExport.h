@@ -17,17 +17,20 @@ using CsvTables = std::map<const KindModel*, CsvTable>;
 CsvTables tablesFor(const std::vector<const KindModel*>& kinds, const CsvOptions& options);
 
 // Everything goes to one output. If there is one table, it has its header line in any case; of
-// several, each begins anew where the kind of the messages changes.
+// several, each begins anew where the kind of the messages changes, and every table does where more
+// columns are needed.
 class CsvExport : public PrintingSink {
 public:
-    CsvExport(Output& out, CsvTables kindTables);
+    CsvExport(Output& out, CsvTables kindTables, bool withTimes);
 
     void beginInput(const std::string& name) override { input = name; }
+    void finish() override;
 
 private:
     void print(const Found& found, Text& target) override;
 
     CsvTables tables;
+    EnvelopeColumns envelopes;
     std::string input;
     const KindModel* lastKind = nullptr;
 };
@@ -41,7 +44,7 @@ using CsvOutputs = std::map<const KindModel*, std::unique_ptr<Output>>;
 class CsvFiles : public Sink {
 public:
     // `outputs` gets the files, which the caller closes.
-    CsvFiles(std::string path, CsvTables kindTables, CsvOutputs& outputs);
+    CsvFiles(std::string path, CsvTables kindTables, bool withTimes, CsvOutputs& outputs);
 
     void beginInput(const std::string& name) override { input = name; }
     void take(const Found& found) override;
@@ -49,9 +52,12 @@ public:
     bool isDone() const override;
 
 private:
-    Output& fileOf(const KindModel& kind);
+    Output& fileOf(const KindModel& kind, const Envelope& envelope);
+    bool open(const KindModel& kind, Output& file) const;
 
     std::string directory;
+    EnvelopeColumns noColumns;
+    std::map<const KindModel*, EnvelopeColumns> columns;
     CsvTables tables;
     CsvOutputs& files;
     std::string input;

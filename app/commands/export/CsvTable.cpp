@@ -103,7 +103,7 @@ void CsvTable::chooseColumns(const std::vector<std::string>& names)
     }
 }
 
-std::string CsvTable::header() const
+std::string CsvTable::header(const EnvelopeColumns& envelopes) const
 {
     Text text;
     const auto append = [&](const std::string& name) {
@@ -115,6 +115,7 @@ std::string CsvTable::header() const
     }
     append("No.");
     append("Byte");
+    envelopes.eachName([&](const char* name, const char*, std::size_t) { append(name); });
     for (const Column& column : columns) {
         const std::string name =
             (column.ofElement ? rowField->name + "." : std::string()) + column.field->name;
@@ -131,22 +132,29 @@ std::string CsvTable::header() const
     return std::string(text.view());
 }
 
-void CsvTable::appendRows(Text& text, const std::string& input, const Found& found) const
+void CsvTable::appendRows(Text& text, const std::string& input, const EnvelopeColumns& envelopes,
+                          const Found& found) const
 {
+    const std::size_t start = text.size();
+    appendBegin(text, input, envelopes, found);
     if (rowField == nullptr) {
-        appendRow(text, input, found, nullptr);
+        appendRow(text, found, nullptr);
         return;
     }
+    const std::string begin(text.view().substr(start));
+    text.cut(start);
     rowField->eachElement(found.record, [&](const void* element) {
         if (options.filter == nullptr ||
             options.filter->takes({found.record, element, found.envelope}, kind)) {
-            appendRow(text, input, found, element);
+            text.append(begin);
+            appendRow(text, found, element);
         }
     });
 }
 
-void CsvTable::appendRow(Text& text, const std::string& input, const Found& found,
-                         const void* element) const
+// What is the same in all rows of a message.
+void CsvTable::appendBegin(Text& text, const std::string& input, const EnvelopeColumns& envelopes,
+                           const Found& found) const
 {
     if (options.withInput) {
         appendTextCell(text, validUtf8(input));
@@ -155,6 +163,15 @@ void CsvTable::appendRow(Text& text, const std::string& input, const Found& foun
     appendUnsigned(text, found.number);
     text.append(options.separator);
     appendUnsigned(text, found.begin);
+    envelopes.eachCell(*found.envelope, [&](std::string cell, std::size_t) {
+        text.append(options.separator);
+        std::replace(cell.begin(), cell.end(), '.', options.decimal);
+        text.append(cell);
+    });
+}
+
+void CsvTable::appendRow(Text& text, const Found& found, const void* element) const
+{
     for (const Column& column : columns) {
         const void* const record = column.ofElement ? element : found.record;
         if (column.isPlainNumber && !options.withTexts) [[likely]] {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/Text.h"
+#include "commands/EnvelopeColumns.h"
 #include "filter/MessageFilter.h"
 #include "format/FieldPath.h"
 #include "session/Found.h"
@@ -29,10 +30,11 @@ public:
     CsvTable(const KindModel& tableKind, const CsvOptions& csvOptions);
 
     // With its line end.
-    std::string header() const;
+    std::string header(const EnvelopeColumns& envelopes) const;
 
     // Appends the rows of a message: one, or one for each element that the filter takes.
-    void appendRows(Text& text, const std::string& input, const Found& found) const;
+    void appendRows(Text& text, const std::string& input, const EnvelopeColumns& envelopes,
+                    const Found& found) const;
 
 private:
     struct Column {
@@ -46,8 +48,9 @@ private:
     void addColumn(const FieldModel& field, bool ofElement);
     void addAll(const KindModel& of, bool ofElement);
     void chooseColumns(const std::vector<std::string>& names);
-    void appendRow(Text& text, const std::string& input, const Found& found,
-                   const void* element) const;
+    void appendBegin(Text& text, const std::string& input, const EnvelopeColumns& envelopes,
+                     const Found& found) const;
+    void appendRow(Text& text, const Found& found, const void* element) const;
     void appendCell(Text& text, const FieldModel& field, const void* record) const;
     void appendMeanings(Text& text, const FieldModel& field, const void* record) const;
     void appendNumbers(Text& text, const FieldModel& field, const void* record) const;

@@ -2,6 +2,7 @@
 
 #include "base/NearestName.h"
 #include "base/Terminal.h"
+#include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
 #include "commands/ReadingOptions.h"
 #include "commands/export/CsvExport.h"
@@ -32,6 +33,7 @@ private:
     bool wantsRaw = false;
     bool withTexts = false;
     bool withHex = false;
+    bool withTimes = false;
     bool mixed = false;
     std::vector<std::string> fields;
     std::string rows;
@@ -59,6 +61,7 @@ void ExportCommand::declare(CLI::App& program)
                   "both, side by side");
     app->add_flag("-T,--texts", withTexts, "Also say what coded values mean");
     app->add_flag("-x,--hex", withHex, "Also show the packed message, in hexadecimal");
+    declareTimes(*app, withTimes);
     app->add_option("--fields", fields,
                     "Only these fields or quantities, by name; those of sub-messages after a dot, "
                     "as in Corrections.PRC or Corrections.PRC_m")
@@ -117,6 +120,7 @@ ExitStatus ExportCommand::writeJson(Host& host, const std::vector<const KindMode
                               .withTexts = withTexts,
                               .withHex = withHex,
                               .withInput = reading.inputs.size() > 1,
+                              .withTimes = withTimes,
                               .fields = fields,
                               .values = values()};
     return runSession(host, reading, [&](Output& output, const MessageFilter&) {
@@ -140,7 +144,7 @@ ExitStatus ExportCommand::writeCsv(Host& host, const MessageFilter& filter)
         return writeCsvFiles(host, tables);
     }
     return runSession(host, reading, [&](Output& output, const MessageFilter&) {
-        return std::make_unique<CsvExport>(output, std::move(tables));
+        return std::make_unique<CsvExport>(output, std::move(tables), withTimes);
     });
 }
 
@@ -171,7 +175,7 @@ ExitStatus ExportCommand::writeCsvFiles(Host& host, CsvTables& tables)
     toFiles.output.clear();
     CsvOutputs files;
     const ExitStatus status = runSession(host, toFiles, [&](Output&, const MessageFilter&) {
-        return std::make_unique<CsvFiles>(reading.output, std::move(tables), files);
+        return std::make_unique<CsvFiles>(reading.output, std::move(tables), withTimes, files);
     });
     if (!isWorthKeeping(status, reading.inputs)) {
         tell("nothing was written to " + reading.output);

@@ -1,7 +1,9 @@
 #include "commands/export/JsonExport.h"
 
 #include "base/Characters.h"
+#include "format/EnvelopeField.h"
 #include "format/PackedText.h"
+#include "forms/TimeStamp.h"
 
 namespace {
 
@@ -43,6 +45,9 @@ void JsonExport::print(const Found& found, Text& target)
     target.append(",\"byte\":");
     appendUnsigned(target, found.begin);
     target.append(input);
+    if (options.withTimes || found.envelope->sender || found.isShort) {
+        appendEnvelope(target, found);
+    }
     target.append(plan.fieldsKey);
     plan.fields.appendValues(target, found.record);
     if (options.withTexts) {
@@ -64,6 +69,25 @@ void JsonExport::print(const Found& found, Text& target)
         target.replace(begin, '[');
     }
     isFirst = false;
+}
+
+void JsonExport::appendEnvelope(Text& target, const Found& found) const
+{
+    if (options.withTimes) {
+        const auto& received = found.envelope->received;
+        target.append(",\"received\":");
+        target.append(received ? jsonString(timeText(*received)) : "null");
+    }
+    for (const EnvelopeField& field : envelopeFields()) {
+        const std::string value = envelopeText(field, *found.envelope);
+        if (!value.empty()) {
+            target.append(field.jsonKey);
+            target.append(value);
+        }
+    }
+    if (found.isShort) {
+        target.append(",\"short\":true");
+    }
 }
 
 void JsonExport::finish()

@@ -12,6 +12,7 @@ struct JsonOptions {
     bool withTexts = false;               // what coded values mean, beside the values
     bool withHex = false;                 // the packed message
     bool withInput = false;               // the input's name
+    bool withTimes = false;               // when messages were received
     std::vector<std::string> fields{};    // names; empty for all
     Values values = Values::raw;          // of those that are not named
 };
@@ -32,6 +33,7 @@ private:
     };
 
     void print(const Found& found, Text& target) override;
+    void appendEnvelope(Text& target, const Found& found) const;
 
     JsonOptions options;
     std::vector<KindPlan> plans;    // by the number of the kind

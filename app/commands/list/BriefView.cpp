@@ -18,7 +18,7 @@ constexpr std::size_t typeWidth = 6;
 // To the right of a column.
 void appendCell(Text& text, std::string_view cell, std::size_t width)
 {
-    constexpr std::string_view blanks = "            ";
+    constexpr std::string_view blanks = "                              ";
     text.append(blanks.substr(0, width - std::min(width, cell.size())));
     text.append(cell);
 }
@@ -80,7 +80,7 @@ std::size_t endOfCharacters(std::string_view utf8, std::size_t count)
 
 BriefView::BriefView(Output& out, const BriefOptions& briefOptions,
                      const std::vector<const KindModel*>& kinds)
-    : PrintingSink(out), options(briefOptions),
+    : PrintingSink(out), options(briefOptions), envelopes(options.times),
       plans(static_cast<std::size_t>(RTCM2_last_kind()) + 1)
 {
     for (const KindModel* kind : kinds) {
@@ -91,30 +91,42 @@ BriefView::BriefView(Output& out, const BriefOptions& briefOptions,
                                  .health = kind->field(RTCM2_MEANS_HEALTH),
                                  .content = BriefPlan(*kind, options.all)};
     }
-    beginInput("Input");
-    Text names;
-    names.append(input);
-    appendCell(names, "No.", numberWidth);
+}
+
+void BriefView::appendHeading(Text& target) const
+{
+    target.append(inInputColumn("Input"));
+    appendCell(target, "No.", numberWidth);
     if (options.position) {
-        appendCell(names, "Byte", byteWidth);
+        appendCell(target, "Byte", byteWidth);
     }
-    appendCell(names, "Time", timeWidth);
-    appendCell(names, "Station", stationWidth);
-    appendCell(names, "Type", typeWidth);
-    names.append("  Content\n");
-    heading = names.view();
+    envelopes.eachName([&](const char*, const char* label, std::size_t width) {
+        appendCell(target, label, width + 2);
+    });
+    appendCell(target, "Time", timeWidth);
+    appendCell(target, "Station", stationWidth);
+    appendCell(target, "Type", typeWidth);
+    target.append("  Content\n");
+}
+
+std::string BriefView::inInputColumn(const std::string& name) const
+{
+    std::string cell = options.inputWidth != 0 ? printable(name) : std::string();
+    cell.resize(std::max(cell.size(), options.inputWidth), ' ');
+    return cell;
 }
 
 void BriefView::beginInput(const std::string& name)
 {
-    if (options.inputWidth != 0) {
-        input = printable(name);
-        input.resize(std::max(input.size(), options.inputWidth), ' ');
-    }
+    input = inInputColumn(name);
 }
 
 void BriefView::print(const Found& found, Text& target)
 {
+    if (envelopes.grow(*found.envelope) || !hasHeading) {
+        hasHeading = true;
+        appendHeading(target);
+    }
     const std::size_t begin = target.size();
     const KindPlan& plan = plans[found.kind->number()];
     target.append(input);
@@ -122,6 +134,9 @@ void BriefView::print(const Found& found, Text& target)
     if (options.position) {
         appendCell(target, found.begin, byteWidth);
     }
+    envelopes.eachCell(*found.envelope, [&](const std::string& cell, std::size_t width) {
+        appendCell(target, cell.empty() ? "-" : cell, width + 2);
+    });
     appendTime(target, plan.time, found.record);
     appendCell(target, plan.station, found.record, stationWidth);
     appendCell(target, plan.type, found.record, typeWidth);

@@ -1,6 +1,7 @@
 // One line a message, for people: number, time, station, type, and what is in it.
 #pragma once
 
+#include "commands/EnvelopeColumns.h"
 #include "commands/list/BriefPlan.h"
 #include "session/Sink.h"
 
@@ -10,6 +11,7 @@
 struct BriefOptions {
     std::size_t inputWidth = 0;    // of the column with the input's name; 0 for none
     bool position = false;         // the byte behind the number
+    bool times = false;            // when messages were received
     bool all = false;              // also fields that mean nothing with the message's system
     bool colour = false;           // of a health that is not the usual one
     std::size_t columns = 0;       // that a line may have; 0 for any number
@@ -34,11 +36,15 @@ private:
     };
 
     void print(const Found& found, Text& target) override;
+    void appendHeading(Text& target) const;
+    std::string inInputColumn(const std::string& name) const;
     static void appendUnknown(Text& target, const Found& found);
     void finishLine(Text& target, std::size_t begin, std::size_t healthBegin,
                     std::size_t healthEnd) const;
 
     BriefOptions options;
+    EnvelopeColumns envelopes;
+    bool hasHeading = false;
     std::string input;
     std::vector<KindPlan> plans;    // by the number of the kind
 };

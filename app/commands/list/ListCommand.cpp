@@ -1,6 +1,7 @@
 #include "commands/Commands.h"
 
 #include "base/Terminal.h"
+#include "commands/CommonOptions.h"
 #include "commands/ReadingOptions.h"
 #include "commands/list/BriefView.h"
 #include "commands/list/ListView.h"
@@ -45,6 +46,7 @@ void ListCommand::declare(CLI::App& program)
         ->capture_default_str();
     app->add_flag("-p,--position", list.position,
                   "Also the byte position; with --line or --fields number and position first");
+    declareTimes(*app, list.times);
     app->footer(
         "A line is cut where a terminal ends; into a file or a pipe it is written whole.\n\n"
         "Examples:\n"
@@ -79,6 +81,7 @@ ExitStatus ListCommand::run(Host& host)
                           }
                           const BriefOptions brief{.inputWidth = inputWidth(),
                                                    .position = list.position,
+                                                   .times = list.times,
                                                    .all = all,
                                                    .colour = output.wantsColour(),
                                                    .columns = output.columns()};

@@ -36,28 +36,34 @@ std::vector<std::string> sharedColumns(const std::vector<const KindModel*>& kind
 
 ListView::ListView(Output& out, const ListOptions& listOptions,
                    const std::vector<const KindModel*>& kinds)
-    : PrintingSink(out), options(listOptions),
+    : PrintingSink(out), options(listOptions), envelopes(options.times),
+      names(options.fields.empty() ? sharedColumns(kinds) : options.fields),
       columns(static_cast<std::size_t>(RTCM2_last_kind()) + 1)
 {
     for (const KindModel* kind : kinds) {
         columns[kind->number()] = columnsOf(*kind);
     }
-    makeHeading(kinds);
 }
 
-void ListView::makeHeading(const std::vector<const KindModel*>& kinds)
+void ListView::appendHeading(Text& target) const
 {
-    std::vector<std::string> names = options.fields.empty() ? sharedColumns(kinds) : options.fields;
-    if (options.position) {
-        names.insert(names.begin(), {"No.", "Byte"});
-    }
+    const std::size_t begin = target.size();
+    const auto append = [&](std::string_view name) {
+        target.append(target.size() == begin ? "" : options.separator);
+        target.append(name);
+    };
     if (options.withInput) {
-        names.insert(names.begin(), "Input");
+        append("Input");
     }
+    if (options.position) {
+        append("No.");
+        append("Byte");
+    }
+    envelopes.eachName([&](const char* name, const char*, std::size_t) { append(name); });
     for (const std::string& name : names) {
-        heading += (heading.empty() ? "" : options.separator) + name;
+        append(name);
     }
-    heading += '\n';
+    target.append('\n');
 }
 
 void ListView::beginInput(const std::string& name)
@@ -93,6 +99,10 @@ void ListView::appendValues(const FieldPath& path, const void* record, Text& tar
 
 void ListView::print(const Found& found, Text& target)
 {
+    if (envelopes.grow(*found.envelope) || !hasHeading) {
+        hasHeading = true;
+        appendHeading(target);
+    }
     const std::size_t begin = target.size();
     target.append(input);
     if (options.position) {
@@ -101,6 +111,10 @@ void ListView::print(const Found& found, Text& target)
         appendUnsigned(target, found.begin);
         target.append(options.separator);
     }
+    envelopes.eachCell(*found.envelope, [&](const std::string& cell, std::size_t) {
+        target.append(cell);
+        target.append(options.separator);
+    });
     for (const FieldPath& path : columns[found.kind->number()]) {
         if (path.field != nullptr) {
             appendValues(path, found.record, target);

@@ -1,6 +1,7 @@
 // One line a message, a column a field: as the decoder writes it, or chosen fields.
 #pragma once
 
+#include "commands/EnvelopeColumns.h"
 #include "format/FieldPath.h"
 #include "session/Sink.h"
 
@@ -11,6 +12,7 @@ struct ListOptions {
     bool interpreted = false;
     bool withInput = false;    // the input's name before everything
     bool position = false;     // message number and byte before the fields
+    bool times = false;        // when messages were received
     std::string separator = ";";
     std::vector<std::string> fields;    // names or identifiers; empty for all of the kind
 };
@@ -27,12 +29,15 @@ private:
     // The fields that make up the line of a kind; without field where the kind lacks a chosen one.
     using Columns = std::vector<FieldPath>;
 
-    void makeHeading(const std::vector<const KindModel*>& kinds);
+    void appendHeading(Text& target) const;
     Columns columnsOf(const KindModel& kind) const;
     void appendValues(const FieldPath& path, const void* record, Text& target) const;
     void print(const Found& found, Text& target) override;
 
     ListOptions options;
-    std::string input;               // as the first column
-    std::vector<Columns> columns;    // by the number of the kind
+    EnvelopeColumns envelopes;
+    bool hasHeading = false;
+    std::vector<std::string> names;    // of the fields' columns
+    std::string input;                 // as the first column
+    std::vector<Columns> columns;      // by the number of the kind
 };

@@ -1,6 +1,7 @@
 #include "base/Characters.h"
 #include "base/Columns.h"
 #include "commands/JsonWriter.h"
+#include "commands/StationJson.h"
 #include "commands/position/PositionSink.h"
 #include "format/Decimal.h"
 
@@ -51,7 +52,7 @@ void writePoint(JsonWriter& json, const Positions& positions, const Positions::K
                 const PointHistory& history)
 {
     const RTCM2_system_s* const system = history.system;
-    json.member("station", std::get<0>(key));
+    writeStationId(json, std::get<0>(key));
     json.member("system", std::get<1>(key));
     json.member("frame", std::string(system != nullptr ? system->frame : ""));
     json.member("point", std::get<3>(key));

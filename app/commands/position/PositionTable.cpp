@@ -65,7 +65,7 @@ std::string distanceText(const Positions& positions, const PointHistory& history
 std::string headText(const Positions::Key& key, const PointHistory& history)
 {
     const auto& [station, system, isDistance, name] = key;
-    return (station ? "Station " + std::to_string(*station) + ", " : "") +
+    return (station ? "S" + station->text().substr(1) + ", " : "") +
            (system.empty() ? "system not told" : system) + ": " + name + ", told " +
            (history.told == 1 ? "once" : std::to_string(history.told) + " times") +
            (history.changes == 0 ? "" : ", changed " + std::to_string(history.changes) + " x") +

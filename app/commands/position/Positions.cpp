@@ -32,11 +32,14 @@ std::optional<Coordinates> coordinatesOf(const void* record, const RTCM2_point_s
     return all;
 }
 
-std::optional<std::int64_t> stationOf(const Found& message)
+std::optional<StationId> stationOf(const Found& message)
 {
     const FieldModel* const field = message.kind->field(RTCM2_MEANS_STATION);
-    return field != nullptr ? std::optional(RTCM2_reader_integer(&field->reader, message.record, 0))
-                            : std::nullopt;
+    if (field == nullptr) {
+        return std::nullopt;
+    }
+    const std::int64_t number = RTCM2_reader_integer(&field->reader, message.record, 0);
+    return StationId(static_cast<unsigned>(number), *message.envelope);
 }
 
 Coordinates sumOf(const Coordinates& a, const Coordinates& b)

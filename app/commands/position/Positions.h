@@ -3,6 +3,7 @@
 
 #include "base/Geodesy.h"
 #include "session/Found.h"
+#include "session/StationId.h"
 
 #include <array>
 #include <map>
@@ -39,9 +40,9 @@ struct PointHistory {
 
 class Positions {
 public:
-    // A number, if messages have one; the system's name; the coordinates of points that others are
-    // from stand first.
-    using Key = std::tuple<std::optional<std::int64_t>, std::string, bool, std::string>;
+    // The station, if messages name one; the system's name; the coordinates of points that others
+    // are from stand first.
+    using Key = std::tuple<std::optional<StationId>, std::string, bool, std::string>;
     using Points = std::map<Key, PointHistory>;
 
     // Of all points together, since changes may have no end.

@@ -1,7 +1,9 @@
 #include "commands/show/ShowView.h"
 
+#include "format/EnvelopeField.h"
 #include "format/FieldText.h"
 #include "format/PackedText.h"
+#include "forms/TimeStamp.h"
 
 #include <algorithm>
 
@@ -45,6 +47,7 @@ std::string plain(const FieldModel& field, std::int64_t value)
 void ShowView::print(const Found& found, Text& target)
 {
     printHead(found, target);
+    printEnvelope(*found.envelope, target);
     printFields(*found.kind, found.record, "  ", target);
     if (found.kind->isUnknown) {
         appendByteLines(target, found.bytes, "  ");
@@ -61,6 +64,23 @@ void ShowView::printHead(const Found& found, Text& target) const
               std::to_string(found.end - 1),
           target);
     target.append('\n');
+}
+
+void ShowView::printEnvelope(const Envelope& envelope, Text& target)
+{
+    if (envelope.received) {
+        target.append("  received " + timeText(*envelope.received) + "\n");
+    }
+    if (const auto& sender = envelope.sender) {
+        target.append("  sent by MMSI " + std::to_string(sender->mmsi));
+        for (const EnvelopeField& field : envelopeFields()) {
+            if (field.isOfPosition && sender->hasPosition()) {
+                target.append(", " + std::string(field.label) + " " +
+                              envelopeText(field, envelope));
+            }
+        }
+        target.append('\n');
+    }
 }
 
 void ShowView::printFields(const KindModel& kind, const void* record, const std::string& indent,

@@ -16,6 +16,7 @@ public:
 private:
     void print(const Found& found, Text& target) override;
     void printHead(const Found& found, Text& target) const;
+    static void printEnvelope(const Envelope& envelope, Text& target);
     void printFields(const KindModel& kind, const void* record, const std::string& indent,
                      Text& target) const;
     void printField(const KindModel& kind, const FieldModel& field, const void* record,

@@ -89,6 +89,15 @@ bool KindOrder::operator()(const KindModel* a, const KindModel* b) const
     return std::tie(a->typeNumber, a->name) < std::tie(b->typeNumber, b->name);
 }
 
+bool Stats::haveSenders() const
+{
+    return std::any_of(kinds.begin(), kinds.end(), [](const auto& kind) {
+        const auto& stations = kind.second.stations.values;
+        return std::any_of(stations.begin(), stations.end(),
+                           [](const auto& entry) { return entry.first.station.mmsi != 0; });
+    });
+}
+
 Stats& Stats::operator+=(const Stats& later)
 {
     for (const NamedNumber& named : namedNumbers) {

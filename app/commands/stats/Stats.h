@@ -2,6 +2,7 @@
 #pragma once
 
 #include "format/MessageTime.h"
+#include "session/StationId.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -56,7 +57,7 @@ using Counts = Bounded<std::unordered_map<Key, std::uint64_t>, capacity>;
 
 // A station, and the system that its messages belong to, as MessageSystem tells it.
 struct Sender {
-    std::uint64_t station = 0;
+    StationId station{};
     std::uint32_t system = 0;
 
     auto operator<=>(const Sender&) const = default;
@@ -136,6 +137,7 @@ struct Stats {
     std::uint64_t unreported = 0;    // of kinds that are reported to nobody
     std::uint64_t unknown = 0;       // of no known type
     std::uint64_t misfit = 0;        // of known types, but with content that does not fit
+    std::uint64_t shortened = 0;     // of those that passed, what has fewer words than it declares
     std::uint64_t damaged = 0;
     std::uint64_t truncated = 0;
     std::uint64_t bytesRead = 0;
@@ -148,6 +150,8 @@ struct Stats {
     Counts<std::string> events;
 
     Stats& operator+=(const Stats& later);
+    // Whether some messages came by AIS.
+    bool haveSenders() const;
 };
 
 // The plain numbers and what they are called in JSON and for people, in the order of both.
@@ -161,6 +165,7 @@ inline constexpr NamedNumber namedNumbers[] = {
     {&Stats::unreported, "unreported", "decoded, but of kinds that are not reported"},
     {&Stats::unknown, "unknown_type", "of unknown type"},
     {&Stats::misfit, "misfit", "with content that does not fit their type"},
+    {&Stats::shortened, "short", "shorter than they say"},
     {&Stats::damaged, "damaged", "damaged"},
     {&Stats::truncated, "truncated", "truncated"},
     {&Stats::bytesRead, "bytes_read", "bytes read"},

@@ -102,6 +102,7 @@ double StatsCollector::messagesPerSecond(const KindModel& kind, const StationSta
 
 void StatsCollector::take(const Found& found)
 {
+    current.shortened += found.isShort && found.hasRecord() ? 1 : 0;
     switch (found.what) {
     case Found::What::message:
         return countMessage(found);
@@ -136,7 +137,7 @@ void StatsCollector::countMessage(const Found& found)
     }
     ++current.messages;
     ++kind->messages;
-    StationStats& sender = senderOf(fields, found.record, *kind);
+    StationStats& sender = senderOf(fields, found, *kind);
     ++sender.messages;
     // Senders that are counted together have no time in common.
     if (fields.time.field != nullptr && &sender != &kind->stations.others) {
@@ -150,12 +151,15 @@ void StatsCollector::countMessage(const Found& found)
     }
 }
 
-StationStats& StatsCollector::senderOf(const CountedFields& fields, const void* record,
+StationStats& StatsCollector::senderOf(const CountedFields& fields, const Found& found,
                                        KindStats& kind)
 {
-    return fields.station != nullptr ? kind.stations.of({valueOf(*fields.station, record),
-                                                         fields.messageSystem->of(record)})
-                                     : kind.stations.others;
+    if (fields.station == nullptr) {
+        return kind.stations.others;
+    }
+    const auto number = static_cast<unsigned>(valueOf(*fields.station, found.record));
+    return kind.stations.of(
+        {StationId(number, *found.envelope), fields.messageSystem->of(found.record)});
 }
 
 void StatsCollector::countSatellites(const CountedFields& fields, const void* record,

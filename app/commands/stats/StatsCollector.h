@@ -52,7 +52,7 @@ private:
 
     static CountedFields countedFieldsOf(const KindModel& kind);
     NamedSatellite named(const KindModel& kind, const SatelliteCounts::Seen& seen) const;
-    static StationStats& senderOf(const CountedFields& fields, const void* record, KindStats& kind);
+    static StationStats& senderOf(const CountedFields& fields, const Found& found, KindStats& kind);
     void countMessage(const Found& found);
     static void countSatellites(const CountedFields& fields, const void* record,
                                 SatelliteCounts& satellites);

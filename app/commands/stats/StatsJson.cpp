@@ -1,6 +1,7 @@
 #include "commands/stats/StatsJson.h"
 
 #include "base/Characters.h"
+#include "commands/StationJson.h"
 
 StatsJson::StatsJson(Output& out, const std::vector<const KindModel*>& kinds)
     : StatsCollector(out, kinds)
@@ -82,15 +83,13 @@ void StatsJson::writeKind(const KindModel& kind, const KindStats& stats)
 
 void StatsJson::writeSender(const std::optional<Sender>& sender)
 {
-    std::optional<std::uint64_t> station;
     std::optional<std::string> system;
     if (sender) {
-        station = sender->station;
         if (const RTCM2_system_s* known = systemAt(sender->system)) {
             system = known->name;
         }
     }
-    json.member("station", station);
+    writeStationId(json, sender ? std::optional(sender->station) : std::nullopt);
     json.member("system", system);
 }
 

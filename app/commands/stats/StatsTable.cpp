@@ -10,11 +10,12 @@ namespace {
 
 constexpr std::size_t width = 100;
 
-// A line of the table of kinds. Cells that are empty at its end leave no blanks.
-std::string row(const std::array<std::string, 9>& cells)
+// A line of the table of kinds. Cells that are empty at its end leave no blanks. The sender is told
+// where messages came by AIS.
+std::string row(const std::array<std::string, 9>& cells, const std::optional<std::string>& sender)
 {
-    std::string line = right(cells[0], 4) + "  " + left(cells[1], 30) + right(cells[2], 8) + "  " +
-                       left(cells[3], 8);
+    std::string line = right(cells[0], 4) + "  " + left(cells[1], 30) + right(cells[2], 8) + "  ";
+    line += (sender ? right(*sender, 9) + "  " : "") + left(cells[3], 8);
     constexpr std::array<std::size_t, 5> widths = {8, 8, 8, 10, 12};
     for (std::size_t i = 0; i < widths.size(); ++i) {
         line += right(cells[i + 4], widths[i]);
@@ -59,6 +60,11 @@ std::string countsText(const char* title, const Counts& counts, const char* othe
         text += right(times, 10) + "  " + show(counted) + "\n";
     }
     return counts.others == 0 ? text : text + right(counts.others, 10) + "  " + others + "\n";
+}
+
+std::string mmsiText(const StationId& id)
+{
+    return id.mmsi != 0 ? std::to_string(id.mmsi) : "";
 }
 
 // In which time the systems' messages count.
@@ -114,9 +120,11 @@ void StatsTable::writeStats(const Stats& stats)
 
 void StatsTable::writeKinds(const Stats& stats)
 {
+    const bool withSenders = stats.haveSenders();
     output << "\n"
            << row({"Type", "Message", "Station", "System", "Count", "First", "Last", "Seconds",
-                   "Per second"});
+                   "Per second"},
+                  withSenders ? std::optional<std::string>("MMSI") : std::nullopt);
     for (const auto& [kind, counted] : stats.kinds) {
         const std::string others = counted.stations.values.empty() ? "" : "others";
         for (const auto& [sender, station] : counted.allStations()) {
@@ -128,11 +136,13 @@ void StatsTable::writeKinds(const Stats& stats)
             const bool hasTime = station.first.has_value();
             output << row(
                 {typeText(*kind), kind->text.empty() ? kind->name : kind->text,
-                 sender ? std::to_string(sender->station) : others,
+                 sender ? std::to_string(sender->station.station) : others,
                  system != nullptr ? system->name : "", std::to_string(station.messages),
                  seconds(hasTime, station.first.value_or(0)), seconds(hasTime, station.last),
                  seconds(hasTime, station.elapsed),
-                 station.elapsed > 0 ? withDecimals(messagesPerSecond(*kind, station), 3) : ""});
+                 station.elapsed > 0 ? withDecimals(messagesPerSecond(*kind, station), 3) : ""},
+                withSenders ? std::optional(sender ? mmsiText(sender->station) : "")
+                            : std::nullopt);
         }
     }
     output << "First and Last are seconds of the hour" << clocksText() << ".\n";
