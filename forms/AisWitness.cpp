@@ -1,0 +1,15 @@
+#include "forms/AisWitness.h"
+
+void AisWitness::look(std::span<const std::uint8_t> seen)
+{
+    reader.push(seen.subspan(lookedAt));
+    lookedAt = seen.size();
+    while (const framing::Frame* frame = reader.next()) {
+        certain = certain || frame->kind == framing::Frame::Kind::message;
+    }
+}
+
+std::unique_ptr<PacketReader> AisWitness::makeReader() const
+{
+    return std::make_unique<AisReader>();
+}
