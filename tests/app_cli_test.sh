@@ -63,7 +63,7 @@ done
 # What may have been meant.
 expect 2 "no file 'lsit'; did you mean 'list'?" lsit x
 expect 2 "no option --tpye; did you mean --type?" list --tpye=1 "$sample"
-expect 2 "--form: 'strem' is none of auto, stream, packed, hex, words; did you mean stream?" --form strem "$sample"
+expect 2 "--form: 'strem' is none of auto, stream, packed, hex, words, aivdm; did you mean stream?" --form strem "$sample"
 expect 2 "did you mean Corrections.PRC?" list --fields PRCC "$sample"
 expect 2 "--decimal: 'x' is none of ., ," export --separator , --decimal x "$sample"
 expect 2 "--type needs a value: TYPE" list --type
