@@ -1,12 +1,16 @@
 // The forms of input and output, through the C interface: what is found in good, dirty and cut
 // inputs, where and in which form, and that what is written is read.
 #include "RTCM2_forms.h"
+#include "framing/Header.h"
 #include "support/StreamBuilder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <fstream>
+#include <map>
 #include <string_view>
 
 namespace {
@@ -318,6 +322,35 @@ TEST(AisInput, IsReadAsItIsHeard)
     for (const auto& [input, expected] : inputs) {
         check("aivdm", {{text(input), expected}});
     }
+}
+
+// By MMSI, type and station, as counted by another program.
+TEST(AisInput, GivesWhatIsInTheCapture)
+{
+    const char* const directory = std::getenv("RTCM2_TEST_CAPTURES");
+    std::ifstream file(std::string(directory != nullptr ? directory : "") + "/ais-17-mixed.nmea",
+                       std::ios::binary);
+    if (!file) {
+        GTEST_SKIP() << "no captures here";
+    }
+    const Bytes input{std::istreambuf_iterator<char>(file), {}};
+    RTCM2_form_reader_s* const reader = RTCM2_form_reader_new("auto");
+    RTCM2_form_reader_push(reader, input.data(), input.size());
+    std::map<std::tuple<unsigned, unsigned, unsigned>, unsigned> counts;
+    unsigned shorter = 0;
+    for (RTCM2_found_s found{}; RTCM2_form_reader_next(reader, &found) == 1;) {
+        const framing::Header header = framing::headerOf({found.packed, found.packed_size});
+        ++counts[{found.envelope.mmsi, header.type, header.station}];
+        shorter += found.packed_size * 8 - found.bits_heard == 16 ? 1 : 0;
+    }
+    RTCM2_form_reader_free(reader);
+    const decltype(counts) expected = {
+        {{4310302, 9, 684}, 43}, {{2734450, 31, 5}, 4},    {{2734450, 1, 5}, 3},
+        {{2723683, 1, 1}, 3},    {{2723683, 31, 1}, 2},    {{4310602, 9, 696}, 5},
+        {{4403003, 9, 722}, 4},  {{4403007, 9, 722}, 4},   {{2734462, 1, 1}, 2},
+        {{2734462, 5, 1}, 1},    {{209400962, 43, 285}, 1}};
+    EXPECT_EQ(counts, expected);
+    EXPECT_EQ(shorter, 11U);
 }
 
 // What is of no form that is read: noise, sextets, letters, noise with u-blox and RTCM 3 in it.
