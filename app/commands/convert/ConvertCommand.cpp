@@ -96,8 +96,11 @@ ExitStatus ConvertCommand::copy(Host& host, CopyOptions options)
     if (withoutSender == 0) {
         return status;
     }
-    tell(std::to_string(withoutSender) + (withoutSender == 1 ? " message was" : " messages were") +
-         " left out that did not come by AIS; --mmsi names a sender for such");
+    if (!reading.session.quiet) {
+        tell(std::to_string(withoutSender) +
+             (withoutSender == 1 ? " message was" : " messages were") +
+             " left out that did not come by AIS; --mmsi names a sender for such");
+    }
     return status == ExitStatus::success ? ExitStatus::refused : status;
 }
 
