@@ -67,14 +67,14 @@ bool AisReader::refill()
     }
     if (filled == window.size()) {
         const std::size_t keepFrom = std::max(lastEnd, at - std::min(at, longestBefore));
-        std::memmove(window.data(), &window[keepFrom], filled - keepFrom);
+        std::memmove(window.data(), window.data() + keepFrom, filled - keepFrom);
         windowBegin += keepFrom;
         filled -= keepFrom;
         at -= keepFrom;
         lastEnd = 0;
     }
     const std::size_t count = std::min(pending.size(), window.size() - filled);
-    std::memcpy(&window[filled], pending.data(), count);
+    std::memcpy(window.data() + filled, pending.data(), count);
     filled += count;
     pending = pending.subspan(count);
     return true;
@@ -92,16 +92,11 @@ bool AisReader::search()
         at = static_cast<std::size_t>(static_cast<const std::uint8_t*>(mark) - window.data());
         if (isOfOtherMessage(textAt(at, filled))) {
             ++at;
-            if (!ready.empty()) {
-                return true;
-            }
-            continue;
-        }
-        const std::optional<Line> line = lineAt(at);
-        if (!line) {
+        } else if (const std::optional<Line> line = lineAt(at)) {
+            takeLine(*line);
+        } else {
             return false;
         }
-        takeLine(*line);
         if (!ready.empty()) {
             return true;
         }
@@ -130,7 +125,7 @@ std::optional<AisReader::Line> AisReader::lineAt(std::size_t place) const
 {
     const std::size_t limit = std::min(filled, place + longestBehind);
     const std::uint8_t* const end =
-        std::find_if(&window[place + 1], window.data() + limit, [](std::uint8_t byte) {
+        std::find_if(window.data() + place + 1, window.data() + limit, [](std::uint8_t byte) {
             return isLineEnd(byte) || byte == '!' || byte == '\\';
         });
     const auto textEnd = static_cast<std::size_t>(end - window.data());

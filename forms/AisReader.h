@@ -57,7 +57,7 @@ private:
     void add(framing::Frame::Kind kind, const AisMessage& message, Finding finding);
     std::string_view textAt(std::size_t begin, std::size_t end) const
     {
-        return {reinterpret_cast<const char*>(&window[begin]), end - begin};
+        return {reinterpret_cast<const char*>(window.data() + begin), end - begin};
     }
 
     static constexpr std::size_t windowBytes = 16384;

@@ -9,6 +9,7 @@
 class AisWitness : public Witness {
 public:
     void look(std::span<const std::uint8_t> seen) override;
+    void finish() override;
     bool isCertain() const override { return certain; }
     bool vouches() const override { return true; }
     std::unique_ptr<PacketReader> makeReader() const override;
@@ -16,6 +17,8 @@ public:
     bool hasSentences() const { return reader.hasGoodSentence(); }
 
 private:
+    void drain();
+
     AisReader reader;
     std::size_t lookedAt = 0;
     bool certain = false;

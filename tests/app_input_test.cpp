@@ -440,6 +440,7 @@ TEST(AutoInput, FindsTheForm)
          "unsure of its form: in 383 bytes, no more than 7 messages in a row", 0, unsure},
         {text("!AIVDM,1,1,,A,1,0*00"), nothing + "20 bytes", 0, unsure},
         {ais + lines, "aivdm", 0, vouched},
+        {cut(ais, ais.size() - 2), "aivdm", 0, vouched},
         {ais + written("aivdm", 3) + stream, "aivdm", 3, vouched},
         {prose + ais + Bytes(1 << 20, ' ') + written("aivdm", 3), "aivdm", 3, vouched},
         {rubbish(3, 9000, 1), "it looks like u-blox (", 0, unsure},
