@@ -81,8 +81,8 @@ std::string nothingFound(std::uint64_t messages)
 {
     return messages == 0 ? "no message found in the input"
                          : "none of the messages in the input (" + std::to_string(messages) +
-                               ") is among those that --type, --except, --station and --where "
-                               "choose";
+                               ") is among those that --type, --except, --station, --mmsi and "
+                               "--where choose";
 }
 
 }    // namespace
