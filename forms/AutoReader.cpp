@@ -53,6 +53,7 @@ void AutoReader::look()
 // All that was to be seen has been.
 void AutoReader::conclude()
 {
+    detector->decide();
     if (const Witness* const winner = detector->winner()) {
         choose(*winner);
     } else {

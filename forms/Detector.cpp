@@ -1,5 +1,6 @@
 #include "forms/Detector.h"
 
+#include "forms/AisWitness.h"
 #include "forms/HexWitness.h"
 #include "forms/StreamWitness.h"
 #include "forms/UnitWitness.h"
@@ -20,10 +21,13 @@ std::string counted(std::uint64_t count, const char* what)
 
 struct Detector::Looks {
     // At one place where several are certain at once, the first one counts.
-    std::array<std::unique_ptr<Witness>, 5> witnesses{
-        std::make_unique<StreamWitness>(), std::make_unique<HexWitness>(),
-        std::make_unique<UnitWitness>(recordedUnitsWithParity),
-        std::make_unique<UnitWitness>(packedUnits), std::make_unique<UnitWitness>(recordedUnits)};
+    StreamWitness stream;
+    HexWitness hex;
+    AisWitness ais;
+    UnitWitness wordsWithParity{recordedUnitsWithParity};
+    UnitWitness packed{packedUnits};
+    UnitWitness words{recordedUnits};
+    std::array<Witness*, 6> witnesses{&stream, &hex, &ais, &wordsWithParity, &packed, &words};
     OtherFormats others;
 };
 
@@ -35,11 +39,11 @@ void Detector::look(std::span<const std::uint8_t> seen)
 {
     while (found == nullptr && lookedAt < seen.size()) {
         const auto piece = seen.first(std::min(seen.size(), lookedAt + pieceBytes));
-        const bool hadOthers = looks->others.any();
+        const bool hadChecksums = hasChecksums();
         lookAt(piece);
-        const bool mayBeCertain =
-            std::any_of(looks->witnesses.begin(), looks->witnesses.end(), [&](const auto& witness) {
-                return witness->isCertain() && (witness->vouches() || !hadOthers);
+        const bool mayBeCertain = std::any_of(
+            looks->witnesses.begin(), looks->witnesses.end(), [&](const Witness* witness) {
+                return witness->isCertain() && (witness->vouches() || !hadChecksums);
             });
         if (mayBeCertain) {
             lookAgain(piece);
@@ -50,7 +54,7 @@ void Detector::look(std::span<const std::uint8_t> seen)
 
 void Detector::lookAt(std::span<const std::uint8_t> seen)
 {
-    for (const auto& witness : looks->witnesses) {
+    for (Witness* const witness : looks->witnesses) {
         witness->look(seen);
     }
     looks->others.look(seen);
@@ -69,9 +73,9 @@ void Detector::lookAgain(std::span<const std::uint8_t> seen)
 
 const Witness* Detector::certainOne() const
 {
-    for (const auto& witness : looks->witnesses) {
-        if (witness->isCertain() && (witness->vouches() || !looks->others.any())) {
-            return witness.get();
+    for (Witness* const witness : looks->witnesses) {
+        if (witness->isCertain() && (witness->vouches() || !hasChecksums())) {
+            return witness;
         }
     }
     return nullptr;
@@ -82,21 +86,34 @@ void Detector::finish()
     if (found != nullptr) {
         return;
     }
-    for (const auto& witness : looks->witnesses) {
+    for (Witness* const witness : looks->witnesses) {
         witness->finish();
     }
     found = certainOne();
-    if (found == nullptr && !looks->others.any()) {
+    decide();
+    if (found == nullptr && !hasChecksums()) {
         found = fittingOne();
     }
 }
 
+void Detector::decide()
+{
+    if (found == nullptr && looks->ais.hasSentences()) {
+        found = &looks->ais;
+    }
+}
+
+bool Detector::hasChecksums() const
+{
+    return looks->others.any() || looks->ais.hasSentences();
+}
+
 const Witness* Detector::fittingOne() const
 {
-    const auto fits = [](const auto& witness) { return witness->fits(); };
+    const auto fits = [](const Witness* witness) { return witness->fits(); };
     const auto& all = looks->witnesses;
     return std::count_if(all.begin(), all.end(), fits) == 1
-               ? std::find_if(all.begin(), all.end(), fits)->get()
+               ? *std::find_if(all.begin(), all.end(), fits)
                : nullptr;
 }
 
@@ -111,7 +128,7 @@ std::string Detector::problem() const
                ")";
     }
     unsigned messages = 0;
-    for (const auto& witness : looks->witnesses) {
+    for (Witness* const witness : looks->witnesses) {
         messages = std::max(messages, witness->messages());
     }
     if (messages > 1) {

@@ -10,9 +10,10 @@
 #include <span>
 #include <string>
 
-// Parity decides: the form of which first something is certain is taken, and forms without parity
-// only where no message with a good checksum, of any format, was seen before. At the end of the
-// input, a form without parity is taken, too, that fits the whole of it, if no other does.
+// Parity decides, or a checksum: the form of which first something is certain is taken, and forms
+// without either only where no message with a good checksum, of any format, was seen before. Where
+// there was nothing but sentences of AIS, that is the form, with messages still to come. At the end
+// of the input, a form without parity is taken, too, that fits the whole of it, if no other does.
 //
 // What is found out depends on the bytes alone, not on how many of them come at once.
 class Detector {
@@ -25,6 +26,9 @@ public:
 
     // The input has ended.
     void finish();
+
+    // More of the input will not be looked at.
+    void decide();
 
     // Of the form that was found; null as long as none is.
     const Witness* winner() const { return found; }
@@ -39,6 +43,7 @@ private:
     void lookAgain(std::span<const std::uint8_t> seen);
     const Witness* certainOne() const;
     const Witness* fittingOne() const;
+    bool hasChecksums() const;
 
     std::unique_ptr<Looks> looks;
     std::size_t lookedAt = 0;

@@ -15,6 +15,7 @@ struct AisSender {
     std::int32_t longitude = noLongitude;    // tenths of a minute, east positive
     std::int32_t latitude = noLatitude;      // tenths of a minute, north positive
 
+    bool operator==(const AisSender&) const = default;
     bool hasPosition() const { return longitude != noLongitude && latitude != noLatitude; }
     double longitudeDegrees() const { return static_cast<double>(longitude) / unitsPerDegree; }
     double latitudeDegrees() const { return static_cast<double>(latitude) / unitsPerDegree; }
@@ -27,4 +28,6 @@ struct Envelope {
     // How many bits of the packed message were heard, where that may be fewer than its header
     // declares; what stands behind them is fill.
     std::optional<std::size_t> bitsHeard{};
+
+    bool operator==(const Envelope&) const = default;
 };

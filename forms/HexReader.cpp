@@ -1,5 +1,7 @@
 #include "forms/HexReader.h"
 
+#include "forms/TimeLabel.h"
+
 #include <algorithm>
 #include <array>
 #include <cassert>
@@ -58,6 +60,9 @@ const framing::Frame* HexReader::next()
 void HexReader::take(std::uint8_t character)
 {
     const std::int8_t digit = digitTable[character];
+    if (const std::uint64_t place = offset - line.begin; place < label.size()) {
+        label[place] = static_cast<char>(character);
+    }
     if (digit == blank) {
         takeBlank();
         return;
@@ -152,6 +157,7 @@ bool HexReader::fillFrame(bool inputEnded)
     frame.endOffset = line.last;
     frame.kind = framing::Frame::Kind::message;
     frame.wordCount = bytes.size() / framing::bytesPerWord;
+    told.received = timeOfLabel();
     if (problem.empty()) {
         return true;
     }
@@ -185,6 +191,14 @@ std::string HexReader::findProblem() const
                std::to_string(declared);
     }
     return {};
+}
+
+std::optional<std::int64_t> HexReader::timeOfLabel() const
+{
+    const std::uint64_t size = line.digits > 0 ? line.message - line.begin : 0;
+    const bool isCut = size > label.size();
+    const std::string_view text(label.data(), isCut ? label.size() : size);
+    return size == 0 ? std::nullopt : timeInLabel(isCut ? text.substr(0, text.rfind(' ')) : text);
 }
 
 // The bytes of the line as far as a message can have them.

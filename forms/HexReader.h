@@ -3,8 +3,12 @@
 
 #include "forms/PacketReader.h"
 
-// A line holds one message, behind a label if there is one: words of other characters, such as a
-// time stamp, or of digits that do not begin with the preamble. Digits are of either case; blanks
+#include <array>
+#include <optional>
+
+// A line holds one message, behind a label if there is one: words of other characters, or of digits
+// that do not begin with the preamble. A time stamp in the first 40 characters of it tells when the
+// message was received. Digits are of either case; blanks
 // between them and 0x before a byte are allowed. Empty lines and lines that begin with # are
 // skipped. Every other line is exactly one message, or else a damaged frame; more bytes than the
 // header declares are damage, too. The last line needs no line end; if its message is not complete,
@@ -16,6 +20,7 @@ public:
     void finish() override { finished = true; }
     const framing::Frame* next() override;
     std::string damage() const override { return problem; }
+    const Envelope* envelope() const override { return told.received ? &told : nullptr; }
     ReaderCounters counters() const override
     {
         return {.bytesRead = offset + pending.size(), .bytesSkipped = skipped, .form = "hex"};
@@ -46,13 +51,16 @@ private:
     bool endLine(bool inputEnded);
     bool fillFrame(bool inputEnded);
     std::string findProblem() const;
+    std::optional<std::int64_t> timeOfLabel() const;
     std::span<const std::uint8_t> lineBytes() const;
 
     std::span<const std::uint8_t> pending;
     bool finished = false;
     std::uint64_t offset = 0;    // of the next character
     Line line;
+    std::array<char, 40> label{};    // the first characters of the line
     std::uint64_t skipped = 0;
     framing::Frame frame;
+    Envelope told;
     std::string problem;
 };

@@ -1,5 +1,7 @@
 #include "forms/InputForm.h"
 
+#include "forms/AisReader.h"
+#include "forms/AisWriter.h"
 #include "forms/AutoReader.h"
 #include "forms/HexReader.h"
 #include "forms/HexWriter.h"
@@ -18,6 +20,7 @@ struct FormRow {
     const char* name;
     InputForm form;
     bool isText;
+    const char* about;
     std::unique_ptr<PacketReader> (*reader)();
     std::unique_ptr<PacketWriter> (*writer)();
 };
@@ -40,12 +43,19 @@ std::unique_ptr<PacketWriter> writerOf()
     return std::make_unique<Writer>();
 }
 
-constexpr std::array<FormRow, 5> forms = {{
-    {"auto", InputForm::automatic, false, readerOf<AutoReader>, writerOf<StreamPacketWriter>},
-    {"stream", InputForm::stream, false, readerOf<StreamReader>, writerOf<StreamPacketWriter>},
-    {"packed", InputForm::packed, false, unitReaderOf<packedUnits>, writerOf<PackedWriter>},
-    {"hex", InputForm::hex, true, readerOf<HexReader>, writerOf<HexWriter>},
-    {"words", InputForm::words, false, unitReaderOf<recordedUnits>, writerOf<WordsWriter>},
+constexpr std::array<FormRow, inputFormCount> forms = {{
+    {"auto", InputForm::automatic, false, "finds out from the first bytes", readerOf<AutoReader>,
+     writerOf<StreamPacketWriter>},
+    {"stream", InputForm::stream, false, "as it is sent: 6 bits a byte, with parity",
+     readerOf<StreamReader>, writerOf<StreamPacketWriter>},
+    {"packed", InputForm::packed, false, "8 bits a byte, without parity", unitReaderOf<packedUnits>,
+     writerOf<PackedWriter>},
+    {"hex", InputForm::hex, true, "packed, a message a line", readerOf<HexReader>,
+     writerOf<HexWriter>},
+    {"words", InputForm::words, false, "a receiver's own recording", unitReaderOf<recordedUnits>,
+     writerOf<WordsWriter>},
+    {"aivdm", InputForm::aivdm, true, "AIS message 17, in sentences", readerOf<AisReader>,
+     writerOf<AisWriter>},
 }};
 
 const FormRow& rowOf(InputForm form)
@@ -66,6 +76,11 @@ std::optional<InputForm> inputFormOf(std::string_view name)
 const char* nameOf(InputForm form)
 {
     return rowOf(form).name;
+}
+
+const char* aboutForm(InputForm form)
+{
+    return rowOf(form).about;
 }
 
 bool isText(InputForm form)

@@ -14,13 +14,18 @@ enum class InputForm {
     packed,       // packed messages one after another
     hex,          // a packed message a line, in hexadecimal
     words,        // words as a receiver records them, four bytes each
+    aivdm,        // sentences of AIS message 17
 };
+inline constexpr int inputFormCount = 6;
 
 // The form of this name, or nothing.
 std::optional<InputForm> inputFormOf(std::string_view name);
 
 // The name of a form.
 const char* nameOf(InputForm form);
+
+// What it is, for people, in a few words.
+const char* aboutForm(InputForm form);
 
 // Whether the form is text that a terminal can show.
 bool isText(InputForm form);

@@ -10,7 +10,7 @@ using Bytes = std::span<const std::uint8_t>;
 // Whether a message of any of the formats begins with this byte.
 bool mayBegin(std::uint8_t byte)
 {
-    return byte == 0xD3 || byte == 0xB5 || byte == '!';
+    return byte == 0xD3 || byte == 0xB5;
 }
 
 // Whether `bytes` begin with the characters, as far as there are any.
@@ -76,35 +76,11 @@ std::size_t measureUblox(Bytes bytes)
     return first == bytes[size - 2] && second == bytes[size - 1] ? size : 0;
 }
 
-// !AIVDM or !AIVDO, fields, * and two hexadecimal digits: the sum of what stands between ! and *.
-std::size_t measureAis(Bytes bytes)
-{
-    constexpr std::size_t longest = 120;    // 82 by the standard, but not everybody heeds it
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    if (!beginWith(bytes, "!AIVDM,") && !beginWith(bytes, "!AIVDO,")) {
-        return 0;
-    }
-    const Bytes line = bytes.first(std::min(bytes.size(), longest));
-    const auto star = std::find(line.begin(), line.end(), '*');
-    const auto size = static_cast<std::size_t>(star - line.begin()) + 3;
-    if (star == line.end() || size > line.size()) {
-        return line.size() == longest ? 0 : line.size() + 1;
-    }
-    std::uint8_t sum = 0;
-    for (auto at = line.begin() + 1; at != star; ++at) {
-        sum ^= *at;
-    }
-    const bool isGood = star[1] == static_cast<std::uint8_t>(digits[sum >> 4]) &&
-                        star[2] == static_cast<std::uint8_t>(digits[sum & 0xF]);
-    return isGood ? size : 0;
-}
-
 }    // namespace
 
 OtherFormats::OtherFormats()
     : counts{{{.name = "RTCM 3", .measure = measureRtcm3},
-              {.name = "u-blox", .measure = measureUblox},
-              {.name = "AIS", .measure = measureAis}}}
+              {.name = "u-blox", .measure = measureUblox}}}
 {
 }
 

@@ -16,7 +16,7 @@ public:
 
     bool any() const;
 
-    // What the input looks like, for people: "RTCM 3 (2 messages) and AIS sentences (1)".
+    // What the input looks like, for people: "RTCM 3 (2 messages) and u-blox (1 message)".
     std::string description() const;
 
 private:
@@ -28,6 +28,6 @@ private:
         std::size_t (*measure)(std::span<const std::uint8_t> bytes);
     };
 
-    std::array<Count, 3> counts;
+    std::array<Count, 2> counts;
     std::uint64_t place = 0;    // of the next byte at which a message may begin
 };

@@ -72,10 +72,36 @@ std::string damageOf(const framing::Frame& frame, const PacketReader& reader)
     return reader.damage();
 }
 
+RTCM2_envelope_s envelopeOf(const Envelope& envelope)
+{
+    const AisSender sender = envelope.sender.value_or(AisSender{});
+    return {.received = envelope.received.value_or(RTCM2_FORMS_NO_TIME),
+            .has_sender = envelope.sender ? 1 : 0,
+            .mmsi = sender.mmsi,
+            .longitude = sender.longitude,
+            .latitude = sender.latitude};
+}
+
+Envelope envelopeOf(const RTCM2_envelope_s& given)
+{
+    Envelope envelope;
+    if (given.received != RTCM2_FORMS_NO_TIME) {
+        envelope.received = given.received;
+    }
+    if (given.has_sender != 0) {
+        envelope.sender =
+            AisSender{.mmsi = given.mmsi, .longitude = given.longitude, .latitude = given.latitude};
+    }
+    return envelope;
+}
+
 void fill(RTCM2_found_s& found, const framing::Frame& frame, const RTCM2_form_reader_s& reader)
 {
     const std::span<const std::uint8_t> packed = frame.bytes();
     const std::span<const std::uint8_t> recorded = reader.reader->recorded();
+    const Envelope* const told = reader.reader->envelope();
+    static const Envelope nothing;
+    const Envelope& envelope = told != nullptr ? *told : nothing;
     found = {.kind = kindOf(frame.kind),
              .number = frame.number,
              .begin = frame.beginOffset,
@@ -84,16 +110,16 @@ void fill(RTCM2_found_s& found, const framing::Frame& frame, const RTCM2_form_re
              .packed_size = packed.size(),
              .recorded = recorded.empty() ? nullptr : recorded.data(),
              .recorded_size = recorded.size(),
-             .damage = reader.damage.c_str()};
+             .damage = reader.damage.c_str(),
+             .bits_heard = envelope.bitsHeard.value_or(packed.size() * 8),
+             .envelope = envelopeOf(envelope)};
 }
 
 }    // namespace
 
 const char* RTCM2_form_name(int32_t index)
 {
-    return index >= 0 && index <= static_cast<int32_t>(InputForm::words)
-               ? nameOf(static_cast<InputForm>(index))
-               : nullptr;
+    return index >= 0 && index < inputFormCount ? nameOf(static_cast<InputForm>(index)) : nullptr;
 }
 
 RTCM2_form_reader_s* RTCM2_form_reader_new(const char* form)
@@ -180,6 +206,11 @@ RTCM2_form_writer_s* RTCM2_form_writer_new(const char* form)
 void RTCM2_form_writer_free(RTCM2_form_writer_s* writer)
 {
     delete writer;
+}
+
+void RTCM2_form_writer_set_envelope(RTCM2_form_writer_s* writer, const RTCM2_envelope_s* envelope)
+{
+    writer->writer->setEnvelope(envelope != nullptr ? envelopeOf(*envelope) : Envelope{});
 }
 
 const uint8_t* RTCM2_form_writer_write(RTCM2_form_writer_s* writer, const uint8_t* packed,

@@ -10,6 +10,8 @@
  *              one
  *     words    words as a receiver records them, each a little-endian number of 32 bits with the
  *              data in bits 6 to 29 and, as the case may be, parity in bits 0 to 5
+ *     aivdm    the broadcasts (message 17) among the sentences of an AIS receiver, !AIVDM and the
+ *              like, with tag blocks and times if there are any
  *
  * A reader takes the bytes of one input from its first one on, in pieces of any size, and gives
  * what it finds in the order of the input; the outcome does not depend on the pieces:
@@ -25,7 +27,8 @@
  *     RTCM2_form_reader_free(reader);
  *
  * The form "auto" finds out by itself which one it is. Parity decides, or a line exactly as long as
- * the message in it; forms without parity are taken only where nothing with parity is there. What
+ * the message in it, or a checksum; forms without these are taken only where nothing that has them
+ * is there. Sentences of AIS are read as "aivdm" also where no broadcast is among them yet. What
  * cannot be told gives no message but a text that says what was seen: RTCM2_form_reader_problem.
  * That looks at the first 1,048,576 bytes at most, and memory does not grow beyond.
  *
@@ -63,6 +66,18 @@ typedef enum RTCM2_certainty_enum {
     RTCM2_CERTAINTY_UNSURE = 3   /* it is not found out, or not yet */
 } RTCM2_certainty_enum;
 
+/* There is no time. */
+#define RTCM2_FORMS_NO_TIME INT64_MIN
+
+/* What comes with a message beside its own bits. All zeros with RTCM2_FORMS_NO_TIME is nothing. */
+typedef struct RTCM2_envelope_s {
+    int64_t received;   /* microseconds since 1970, UTC; RTCM2_FORMS_NO_TIME if it is not known */
+    int32_t has_sender; /* 1: an AIS station sent it, 0: the three below say nothing */
+    uint32_t mmsi;      /* the station's Maritime Mobile Service Identity, 9 digits */
+    int32_t longitude;  /* tenths of a minute, east positive; 108600 (181 degrees) if not known */
+    int32_t latitude;   /* tenths of a minute, north positive; 54600 (91 degrees) if not known */
+} RTCM2_envelope_s;
+
 /* One finding. Pointers are valid until the reader is called again. */
 typedef struct RTCM2_found_s {
     RTCM2_found_enum kind;
@@ -75,6 +90,9 @@ typedef struct RTCM2_found_s {
     const uint8_t* recorded; /* in the form words: the message as it was recorded; else null */
     size_t recorded_size;    /* bytes of that: four a word; else 0 */
     const char* damage;      /* what is wrong, for people; "" of a message */
+    size_t bits_heard;       /* of packed: fewer than it has where a sender left out the last ones,
+                              * which then are the usual fill, 1010... */
+    RTCM2_envelope_s envelope; /* what came with it, as far as the form tells */
 } RTCM2_found_s;
 
 /* What a reader has seen so far; final after the last finding. */
@@ -129,11 +147,17 @@ RTCM2_FORMS_API RTCM2_form_writer_s* RTCM2_form_writer_new(const char* form);
 /* Releases a writer and all that it gave; null is allowed. */
 RTCM2_FORMS_API void RTCM2_form_writer_free(RTCM2_form_writer_s* writer);
 
+/* What comes with the messages that are written from now on, for forms that have a place for it:
+ * "aivdm" needs a sender and writes the time, "hex" writes the time. Null for nothing, as at first.
+ */
+RTCM2_FORMS_API void RTCM2_form_writer_set_envelope(RTCM2_form_writer_s* writer,
+                                                    const RTCM2_envelope_s* envelope);
+
 /* The bytes of a packed message in the writer's form, to be written behind those of the messages
  * before: parity goes on from one to the next. Sets `written` to their number. They are valid until
  * the writer is called again. Null, with `written` 0, for what does not begin with the preamble or
- * has not the words that its header declares, which no reader would find again, and where there is
- * no memory; the writer can go on. */
+ * has not the words that its header declares, which no reader would find again, where the form
+ * needs a sender and there is none, and where there is no memory; the writer can go on. */
 RTCM2_FORMS_API const uint8_t* RTCM2_form_writer_write(RTCM2_form_writer_s* writer,
                                                        const uint8_t* packed, size_t packed_size,
                                                        size_t* written);

@@ -6,6 +6,12 @@
 #include <string>
 #include <string_view>
 
+// Whether a time is of the years 1970 to 9999, so that its text can be read again.
+constexpr bool isTimeOfText(std::int64_t microseconds)
+{
+    return microseconds >= 0 && microseconds < 253'402'300'800'000'000;
+}
+
 // "2026-11-23T20:03:06.125Z": with three decimals, or six where these are not enough.
 // `microseconds` are counted from 1970 and may be any number of the years 0 to 9999.
 std::string timeText(std::int64_t microseconds);

@@ -24,7 +24,7 @@ Station_Health contains "udre" or ECEF_X = 12
 OPERATORS = "( ) [ ] . == != <= >= < > ~ contains and or not present && || ! \" ' \\ 0x1f 1e3 -".split()
 JSON_WORDS = ['"kind":', '"fields":', '"fill":', '"hex":', '{"', '":', '},{', '[', ']', '\\u0000',
               'null', 'true', '-1', '1e308', '18446744073709551615', '0.5', '\\n{']
-FORMS = ["stream", "auto", "packed", "hex", "words"]    # in the order of forms.cpp
+FORMS = ["stream", "auto", "packed", "hex", "words", "aivdm"]    # in the order of forms.cpp
 
 
 def run(program, *arguments):
@@ -64,6 +64,7 @@ def main():
                       for i in range(0, len(message), 3)) for message in packed]
     write(output / "extractor", [bytes([mode]) + unit for mode in (0x03, 0xF0, 0x30)
                                  for unit in units])
+    forms["aivdm"] = (samples / "broadcasts.nmea").read_bytes()
     damaged = (samples / "damaged.rtcm2").read_bytes()
     write(output / "forms",
           [bytes([FORMS.index(form), 1]) + content for form, content in forms.items()] +

@@ -63,7 +63,7 @@ done
 # What may have been meant.
 expect 2 "no file 'lsit'; did you mean 'list'?" lsit x
 expect 2 "no option --tpye; did you mean --type?" list --tpye=1 "$sample"
-expect 2 "--form: 'strem' is none of auto, stream, packed, hex, words; did you mean stream?" --form strem "$sample"
+expect 2 "--form: 'strem' is none of auto, stream, packed, hex, words, aivdm; did you mean stream?" --form strem "$sample"
 expect 2 "did you mean Corrections.PRC?" list --fields PRCC "$sample"
 expect 2 "--decimal: 'x' is none of ., ," export --separator , --decimal x "$sample"
 expect 2 "--type needs a value: TYPE" list --type
@@ -125,6 +125,25 @@ expect 0 "" list --quiet "$damaged"
 [ -s err ] && fail "--quiet is not quiet"
 
 # All types but some: what is of an unknown one (14) stays.
+
+# AIS: who sends a message, and when it came.
+broadcasts=$2/broadcasts.nmea
+expect 6 "105 messages were left out" convert --to aivdm "$sample"
+expect 2 "needs the MMSI" convert --to aivdm --form stream "$sample"
+expect 2 "needs the MMSI" encode --to aivdm "$2/source/all-types.ndjson"
+expect 2 "'91,5' is no position" convert --to aivdm --mmsi 5 --position 91,5 "$sample"
+expect 2 "one number" convert --to aivdm --mmsi 5,6 "$sample"
+expect 2 "no place for times" convert --to words --times "$sample" -o old
+expect 0 "" convert --to aivdm --mmsi 5 --position 54.5,-10.14 "$sample" -o sent.nmea
+expect 0 "" convert --to stream --where 'MMSI == 5 and Sender_Longitude == -10.14' sent.nmea -o back
+cmp back "$sample" || fail "another message came back from AIS sentences"
+expect 0 "" convert --to aivdm --mmsi 2000723 "$broadcasts" sent.nmea "$sample"
+[ "$(grep -c 'VDM,.,1,' out)" -eq 106 ] || fail "not one message of this sender and all that have none"
+expect 0 "" convert --to hex --times "$broadcasts" -o timed.hex
+expect 0 "" convert --to aivdm --times --mmsi 5 timed.hex
+[ "$(grep -o 'c:[0-9]*' out)" = "$(printf 'c:%s\n' 1700000000 1700000002500 1700000004250 1700000009)" ] ||
+    fail "times are lost on the way"
+
 { "$rtcm2" convert --to hex "$all" && echo 663805000000; } > all
 expect 0 "" convert --form hex --to hex --except 1,16 all
 grep -vE '^66(0[4-7]|4[0-3])' all | cmp -s - out || fail "--except leaves out other types than it says"

@@ -1,12 +1,16 @@
 // The forms of input and output, through the C interface: what is found in good, dirty and cut
 // inputs, where and in which form, and that what is written is read.
 #include "RTCM2_forms.h"
+#include "framing/Header.h"
 #include "support/StreamBuilder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <fstream>
+#include <map>
 #include <string_view>
 
 namespace {
@@ -50,10 +54,18 @@ std::vector<Bytes> messages(unsigned count, unsigned seed = 1)
     return messages;
 }
 
+constexpr RTCM2_envelope_s sender = {.received = RTCM2_FORMS_NO_TIME,
+                                     .has_sender = 1,
+                                     .mmsi = 2734450,
+                                     .longitude = -5,
+                                     .latitude = 7};
+
 // Leaves out what the writer refuses.
-Bytes writtenAs(const char* form, const std::vector<Bytes>& messages)
+Bytes writtenAs(const char* form, const std::vector<Bytes>& messages,
+                const RTCM2_envelope_s& envelope = sender)
 {
     RTCM2_form_writer_s* const writer = RTCM2_form_writer_new(form);
+    RTCM2_form_writer_set_envelope(writer, &envelope);
     Bytes out;
     for (const Bytes& message : messages) {
         std::size_t size = 0;
@@ -80,10 +92,22 @@ Bytes units(const Bytes& message)
 struct Reading {
     std::vector<Bytes> messages;
     Bytes recorded;
-    std::string frames;    // "begin-end" of each and what is wrong with it
+    std::string frames;    // "begin-end" of each, what is wrong with it and what came with it
     std::string problem;
     RTCM2_form_counters_s counters{};
 };
+
+// " MMSI,longitude,latitude @microseconds bits", as far as there is anything to tell.
+std::string told(const RTCM2_found_s& found)
+{
+    const RTCM2_envelope_s& envelope = found.envelope;
+    const std::string position =
+        ',' + std::to_string(envelope.longitude) + ',' + std::to_string(envelope.latitude);
+    return (envelope.has_sender ? ' ' + std::to_string(envelope.mmsi) + position : "") +
+           (envelope.received != RTCM2_FORMS_NO_TIME ? " @" + std::to_string(envelope.received)
+                                                     : "") +
+           (found.bits_heard < found.packed_size * 8 ? ' ' + std::to_string(found.bits_heard) : "");
+}
 
 void takeAll(RTCM2_form_reader_s* reader, Reading& reading)
 {
@@ -96,7 +120,7 @@ void takeAll(RTCM2_form_reader_s* reader, Reading& reading)
             reading.recorded + Bytes(found.recorded, found.recorded + found.recorded_size);
         EXPECT_EQ(*found.damage == 0, found.kind == RTCM2_FOUND_MESSAGE);
         reading.frames += std::to_string(found.begin) + '-' + std::to_string(found.end) +
-                          (*found.damage == 0 ? "" : " ") + found.damage + "; ";
+                          (*found.damage == 0 ? "" : " ") + found.damage + told(found) + "; ";
     }
 }
 
@@ -196,7 +220,8 @@ TEST(HexInput, IsReadLineByLine)
         {whole + "\r\n\r\n", "0-30; 2"},
         {" 0x66 0X04 0x05 11 22 18\t0102030405060708 0xAB \n", "1-46; 0"},
         {"2024-01-01T00:00:00 " + whole + "\n[12:00:01.5] 66 " + whole.substr(2),
-         "20-50; 64-95; 0"},
+         "20-50 @1704067200000000; 64-95; 0"},
+        {"Received on 1 January: 1704067200 1704067201 " + whole, "45-75 @1704067200000000; 0"},
         {"7 660 Jan 1 1:02 " + whole, "17-47; 0"},
         {"1:02 66zz\n1:02 6604\n1:02 " + whole + " ok",
          "0-9" + none + "1; 15-19 too short for a header; 20-58" + none + "21; 58"},
@@ -214,6 +239,118 @@ TEST(HexInput, IsReadLineByLine)
     for (const auto& [input, expected] : lines) {
         check("hex", {{text(input), expected}});
     }
+}
+
+// With its checksum, of which the given bits are wrong.
+std::string summed(const std::string& content, unsigned wrong = 0)
+{
+    unsigned sum = wrong;
+    for (const char character : content) {
+        sum ^= static_cast<unsigned char>(character);
+    }
+    return content + "*" + "0123456789ABCDEF"[sum >> 4] + "0123456789ABCDEF"[sum & 15];
+}
+
+// A broadcast of three words in one sentence of 43 characters, and in two of 32 and 31.
+TEST(AisInput, IsReadAsItIsHeard)
+{
+    const auto one = [](const std::string& payload, const std::string& fill = "0") {
+        return "!" + summed("AIVDO,1,1,,A," + payload + "," + fill);
+    };
+    const auto tags = [](const std::string& content, unsigned wrong = 0) {
+        return "\\" + summed(content, wrong) + "\\";
+    };
+    const Bytes written = writtenAs("aivdm", {packed(1)});
+    const std::string payload = std::string(written.begin(), written.end()).substr(14, 24);
+    const std::string whole = one(payload);
+    const std::string half = payload.substr(12) + ",0";
+    const std::string first = "!" + summed("BSVDM,2,1,7,B," + payload.substr(0, 12) + ",0");
+    const std::string second = "!" + summed("BSVDM,2,2,7,," + half);
+    const std::string other = one("13HOI:0P0000VOHLCnHQKwvL05Ip");
+    const auto others = [&](unsigned count) {
+        std::string text = "\n";
+        for (unsigned i = 0; i < count; ++i) {
+            text += other + "\n";
+        }
+        return text;
+    };
+    const std::string from = " 2734450,-5,7";
+    const std::string fromSomewhere = " 2734450,108600,54600";
+    const std::string of = " the AIS message of MMSI 2734450";
+    const std::string unheard = " sentence 2 of 2 of" + of + " did not come" + fromSomewhere + "; ";
+    const std::string cutOff = " the input ends inside it" + fromSomewhere + "; ";
+    const std::pair<std::string, std::string> inputs[] = {
+        {whole + "\r" + whole + "\r\n\n" + whole,
+         "0-43" + from + "; 44-87" + from + "; 90-133" + from + "; 1"},
+        {"a! !AIVDM,\n" + other + "\n" + one("") + "\nrx2 " + whole + " ok\n" +
+             std::string(99999, 'x'),
+         "83-126" + from + "; 100078"},
+        // Times: of a logger, behind the sentence, and in tag blocks.
+        {"2024-01-01 00:00:00 " + whole + "\n" + whole + ",r003669945,1704067201\n",
+         "20-63" + from + " @1704067200000000; 64-107" + from + " @1704067201000000; 0"},
+        {tags("c:1704067200") + whole + "\n5 " + tags("c:1704067200125,s:x") + tags("s:y") + whole +
+             "\n" + tags("c:5", 1) + whole,
+         "17-60" + from + " @1704067200000000; 95-138" + from + " @1704067200125000; 147-190" +
+             from + "; 0"},
+        // Last bits that did not come, and bits behind the last word.
+        {one(payload.substr(0, 22), "2") + one(payload.substr(0, 20)) + one(payload + "AA"),
+         "0-41" + from + " 58; 41-80" + from + " 48; 80-125" + from + "; 0"},
+        {one(payload.substr(0, 19)) + one("A0") + one("A\x7f") + one(payload, "6"),
+         "0-38 no correction data in" + of + from +
+             "; 38-59 no correction data in the AIS message; 59-80 its sentence has a character "
+             "that stands for no bits; 80-123 its sentence does not say how many fill bits it "
+             "has; 123"},
+        {"!" + summed("AIVDM,1,1,,A,A", 1) + "\n" + whole.substr(0, 40) + "\n",
+         "0-18 its sentence has the checksum 7A, and 7B would be right; 19-59 its sentence has no "
+         "checksum; 60"},
+        // Sentences in any order, between others, again, and those of another message.
+        {first + "\n" + whole + other + "\n" + second, "33-76" + from + "; 0-155" + from + "; 48"},
+        {second + "\n" + first + "\n" + first + "\n" + first + "\n" + second,
+         "0-64" + from + "; 65-162" + from + "; 33"},
+        {first + "\n!" + summed("BSVDM,2,1,7,B,5,0") + "\n" + second, "0-32" + unheard + "86"},
+        {first + "\n!" + summed("BSVDM,2,2,7,," + half, 16) + "\n",
+         "0-64 its sentence has the checksum 14, and 04 would be right" + fromSomewhere + "; 65"},
+        {second + others(8) + first, "0-448" + from + "; 384"},
+        {second + others(9) + first, "464-496" + cutOff + "496"},
+        {first + others(63) + second, "0-3088" + from + "; 3024"},
+        {first + others(64) + second, "0-32" + unheard + "3136"},
+        {tags("g:1-2-5") + first + "\n" + tags("g:1-2-6") + first + "\n" + tags("g:2-2-5") + "!" +
+             summed("BSVDM,2,2,9,B," + half),
+         "12-134" + from + "; 57-89" + cutOff + "45"},
+        {whole.substr(0, 40), "0-40 the input ends inside it; 40"},
+    };
+    for (const auto& [input, expected] : inputs) {
+        check("aivdm", {{text(input), expected}});
+    }
+}
+
+// By MMSI, type and station, as counted by another program.
+TEST(AisInput, GivesWhatIsInTheCapture)
+{
+    const char* const directory = std::getenv("RTCM2_TEST_CAPTURES");
+    std::ifstream file(std::string(directory != nullptr ? directory : "") + "/ais-17-mixed.nmea",
+                       std::ios::binary);
+    if (!file) {
+        GTEST_SKIP() << "no captures here";
+    }
+    const Bytes input{std::istreambuf_iterator<char>(file), {}};
+    RTCM2_form_reader_s* const reader = RTCM2_form_reader_new("auto");
+    RTCM2_form_reader_push(reader, input.data(), input.size());
+    std::map<std::tuple<unsigned, unsigned, unsigned>, unsigned> counts;
+    unsigned shorter = 0;
+    for (RTCM2_found_s found{}; RTCM2_form_reader_next(reader, &found) == 1;) {
+        const framing::Header header = framing::headerOf({found.packed, found.packed_size});
+        ++counts[{found.envelope.mmsi, header.type, header.station}];
+        shorter += found.packed_size * 8 - found.bits_heard == 16 ? 1 : 0;
+    }
+    RTCM2_form_reader_free(reader);
+    const decltype(counts) expected = {
+        {{4310302, 9, 684}, 43}, {{2734450, 31, 5}, 4},    {{2734450, 1, 5}, 3},
+        {{2723683, 1, 1}, 3},    {{2723683, 31, 1}, 2},    {{4310602, 9, 696}, 5},
+        {{4403003, 9, 722}, 4},  {{4403007, 9, 722}, 4},   {{2734462, 1, 1}, 2},
+        {{2734462, 5, 1}, 1},    {{209400962, 43, 285}, 1}};
+    EXPECT_EQ(counts, expected);
+    EXPECT_EQ(shorter, 11U);
 }
 
 // What is of no form that is read: noise, sextets, letters, noise with u-blox and RTCM 3 in it.
@@ -302,7 +439,10 @@ TEST(AutoInput, FindsTheForm)
         {prose + written("packed", 7),
          "unsure of its form: in 383 bytes, no more than 7 messages in a row", 0, unsure},
         {text("!AIVDM,1,1,,A,1,0*00"), nothing + "20 bytes", 0, unsure},
-        {ais + lines, "it looks like AIS (1 message), which is not read", 0, unsure},
+        {ais + lines, "aivdm", 0, vouched},
+        {cut(ais, ais.size() - 2), "aivdm", 0, vouched},
+        {ais + written("aivdm", 3) + stream, "aivdm", 3, vouched},
+        {prose + ais + Bytes(1 << 20, ' ') + written("aivdm", 3), "aivdm", 3, vouched},
         {rubbish(3, 9000, 1), "it looks like u-blox (", 0, unsure},
         {rubbish(4, 9000, 1), "it looks like RTCM 3 (", 0, unsure},
     };
@@ -332,7 +472,7 @@ TEST(EveryForm, IsReadAsItWasWrittenAndAtOnce)
     EXPECT_EQ(RTCM2_form_writer_new("auto"), nullptr);
     const std::vector<Bytes> sent = messages(400);
     const std::vector<Bytes> refused = {cut(sent[0], 32), sent[0] + text("abc"), {}, text("abc")};
-    for (const char* const form : {"stream", "packed", "hex", "words"}) {
+    for (const char* const form : {"stream", "packed", "hex", "words", "aivdm"}) {
         // What is no whole message is left out.
         const Bytes input = writtenAs(form, refused) + writtenAs(form, sent);
         for (const char* const readForm : {form, "auto"}) {

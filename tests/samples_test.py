@@ -48,17 +48,18 @@ class Samples(unittest.TestCase):
             with self.subTest(name):
                 self.assertEqual((SAMPLES / name).stat().st_size, int(size.replace(",", "")))
                 listed, complaints = run("list", "--fields", "Message Type", SAMPLES / name)
-                seen = [word for word in listed.decode().split() if word.isdigit()]
+                seen = [line.split(";")[-1] for line in listed.decode().splitlines()[1:]]
                 self.assertEqual(dict(collections.Counter(seen)), counts(types))
                 self.assertEqual(len(seen), int(messages))
-                kinds = collections.Counter(line.split(": ")[3].split(" (")[0] for line in complaints)
+                kinds = collections.Counter(re.split(r" \(|,", line.split(": ")[3])[0] for line in complaints)
                 expected = dict(re.findall(r"([a-z ]+) x (\d+)", trouble))
                 self.assertEqual({kind: str(count) for kind, count in kinds.items()},
                                  {kind.strip(): count for kind, count in expected.items()})
 
     def test_encode_gives_the_bits_of_the_capture(self):
-        """hex tells how the messages stood in the capture, and encode does not look at it."""
-        for name in [name for name, cells in documented().items() if cells[1] != "0"]:
+        """hex tells how the messages stood in the capture, and encode does not look at it. One that
+        declares more words than came cannot be encoded."""
+        for name in [name for name, cells in documented().items() if "shorter" not in cells[3]]:
             with self.subTest(name):
                 exported, _ = run("export", "--texts", "--format", "json", "--hex", SAMPLES / name)
                 hexes = re.findall(r'"hex":"([0-9a-f]+)"', exported.decode())

@@ -4,6 +4,7 @@
 #include "commands/Command.h"
 #include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
+#include "commands/WritingOptions.h"
 #include "format/FieldPath.h"
 #include "forms/InputForm.h"
 
@@ -12,13 +13,8 @@
 void ReadingOptions::declareInput(CLI::App& command)
 {
     declareInputs(command, inputs);
-    command
-        .add_option(
-            "-f,--form", form,
-            "Form of the input: stream (as it is sent: 6 bits a byte), packed (8 bits a byte, "
-            "without parity), hex (packed, a message a line), words (a receiver's own recording), "
-            "or auto, which finds out from the first bytes")
-        ->check(CLI::IsMember({"auto", "stream", "packed", "hex", "words"}))
+    command.add_option("-f,--form", form, "Form of the input: " + aboutForms(true))
+        ->check(CLI::IsMember(namesOfForms(true)))
         ->capture_default_str()
         ->group(optionGroup::input);
     command.add_option("--mode", mode, "Mode byte that the receiver was set to, for --form words")
@@ -85,8 +81,8 @@ std::string nothingFound(std::uint64_t messages)
 {
     return messages == 0 ? "no message found in the input"
                          : "none of the messages in the input (" + std::to_string(messages) +
-                               ") is among those that --type, --except, --station and --where "
-                               "choose";
+                               ") is among those that --type, --except, --station, --mmsi and "
+                               "--where choose";
 }
 
 }    // namespace

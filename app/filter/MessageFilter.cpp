@@ -122,14 +122,15 @@ where::Condition stationCondition(const FieldModel* field,
                             : where::Condition{.constant = false};
 }
 
-where::Condition senderCondition(const std::vector<std::int64_t>& senders)
+where::Condition senderCondition(const std::vector<std::int64_t>& senders, bool takesSenderless)
 {
     if (senders.empty()) {
         return {.constant = true};
     }
-    return {.test = [senders](const where::Subject& subject) {
+    return {.test = [senders, takesSenderless](const where::Subject& subject) {
         const auto& sender = subject.envelope->sender;
-        return sender && std::find(senders.begin(), senders.end(), sender->mmsi) != senders.end();
+        return sender ? std::find(senders.begin(), senders.end(), sender->mmsi) != senders.end()
+                      : takesSenderless;
     }};
 }
 
@@ -146,7 +147,8 @@ MessageFilter::MessageFilter(const FormatModel& model, const FilterOptions& opti
         passingKinds.push_back(&model.unknownKind());
     }
     const std::vector<std::int64_t> stations = numbersOf(options.stations, "station");
-    const where::Condition ofSender = senderCondition(numbersOf(options.senders, "MMSI"));
+    const where::Condition ofSender =
+        senderCondition(numbersOf(options.senders, "MMSI"), options.takesSenderless);
     for (const KindModel* kind : passingKinds) {
         conditions[kind->number()] =
             where::allOf({stationCondition(kind->field(RTCM2_MEANS_STATION), stations), ofSender});

@@ -15,6 +15,7 @@ struct FilterOptions {
     std::vector<std::string> senders{};          // numbers (MMSI) of AIS stations; empty for all
     std::string where{};                         // expression over fields; empty for none
     std::vector<std::string> excludedKinds{};    // as kinds; taken away from these
+    bool takesSenderless = false;    // with senders: also messages that did not come by AIS
 };
 
 class MessageFilter {

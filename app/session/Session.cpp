@@ -240,7 +240,7 @@ bool Session::decodeHeard(std::span<const std::uint8_t> bytes)
     }
     found.isShort = true;
     const std::size_t words = heard / bitsPerWord;
-    for (const std::size_t some : {words + 1, words}) {
+    for (const std::size_t some : {(heard + bitsPerWord - 1) / bitsPerWord, words}) {
         found.bytes = shortMessage.cutTo(some, bytes);
         if (kind != nullptr && fitsInto(heard, *kind, found.bytes)) {
             return takeShort(*kind);

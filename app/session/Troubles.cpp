@@ -1,6 +1,7 @@
 #include "session/Troubles.h"
 
 #include "framing/Header.h"
+#include "session/StationId.h"
 
 #include <algorithm>
 #include <cctype>
@@ -14,8 +15,8 @@ constexpr int noType = -1;
 
 std::optional<framing::Header> headerOf(const Found& found)
 {
-    const bool isWhole =
-        found.what == Found::What::unknownType || found.what == Found::What::misfit;
+    const bool isWhole = found.isShort || found.what == Found::What::unknownType ||
+                         found.what == Found::What::misfit;
     return isWhole && found.bytes.size() >= framing::headerBytes
                ? std::optional(framing::headerOf(found.bytes))
                : std::nullopt;
@@ -127,8 +128,10 @@ std::string Troubles::lineOf(const Found& found) const
     std::string line = input + ": message " + std::to_string(found.number) + " at byte " +
                        std::to_string(found.begin);
     if (const auto header = headerOf(found)) {
-        line += ", station " + std::to_string(header->station) + ", type " +
+        line += ", " + StationId(header->station, *found.envelope).text() + ", type " +
                 std::to_string(header->type);
+    } else if (found.envelope->sender && found.what != Found::What::damaged) {
+        line += ", MMSI " + std::to_string(found.envelope->sender->mmsi);
     }
     return line + ": " + reasonOf(found);
 }

@@ -18,6 +18,7 @@ struct FoundFrame {
     Bytes bytes;
     std::uint64_t number;
     Bytes recorded{};
+    Envelope envelope{};
 
     bool operator==(const FoundFrame&) const = default;
 };
@@ -43,6 +44,7 @@ inline void collectFrames(PacketReader& reader, std::vector<FoundFrame>& frames)
     while (const framing::Frame* frame = reader.next()) {
         const auto bytes = frame->bytes();
         const auto recorded = reader.recorded();
+        const Envelope* const told = reader.envelope();
         const bool damaged = frame->kind == framing::Frame::Kind::damaged;
         frames.push_back({.kind = frame->kind,
                           .begin = frame->beginOffset,
@@ -50,7 +52,8 @@ inline void collectFrames(PacketReader& reader, std::vector<FoundFrame>& frames)
                           .damage = damaged ? reader.damage() : std::string(),
                           .bytes = Bytes(bytes.begin(), bytes.end()),
                           .number = frame->number,
-                          .recorded = Bytes(recorded.begin(), recorded.end())});
+                          .recorded = Bytes(recorded.begin(), recorded.end()),
+                          .envelope = told != nullptr ? *told : Envelope{}});
     }
 }
 

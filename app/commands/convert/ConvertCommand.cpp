@@ -1,8 +1,10 @@
 #include "commands/Commands.h"
 
+#include "base/Terminal.h"
 #include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
 #include "commands/ReadingOptions.h"
+#include "commands/WritingOptions.h"
 #include "commands/convert/CopySink.h"
 
 #include <string>
@@ -16,7 +18,10 @@ public:
 
 private:
     ReadingOptions reading;
-    std::string form;
+    ExitStatus copy(Host& host, CopyOptions options);
+
+    WritingOptions writing;
+    bool keepsTimes = false;
     bool knownOnly = false;
     bool keepsUndecodable = false;
 };
@@ -28,11 +33,14 @@ void ConvertCommand::declare(CLI::App& program)
     app = program.add_subcommand(
         "convert", "The messages as they are, cut and cleaned, in any of the input forms");
     reading.declare(*app);
-    app->add_option("--to", form,
-                    "Form of the output: stream (6 bits a byte, with parity), packed, hex (a "
-                    "message a line), words (a receiver's own recording, with parity)")
-        ->required()
-        ->check(CLI::IsMember({"stream", "packed", "hex", "words"}))
+    writing.declareForm(*app);
+    writing.declarePosition(*app);
+    app->get_option("--mmsi")->description(
+        "Only messages that these AIS stations sent; several with commas between them. With --to "
+        "aivdm it is one number, and also the sender of all messages that did not come by AIS");
+    app->add_flag("--times", keepsTimes,
+                  "Also write when the messages were received, where that is known; with --to hex "
+                  "and --to aivdm")
         ->group(optionGroup::output);
     app->add_flag("--known-only", knownOnly,
                   "Leave out messages of unknown types and of types that the decoder reports to "
@@ -42,28 +50,58 @@ void ConvertCommand::declare(CLI::App& program)
                   "with --type, --station or --where");
     app->footer("Every message that passes the filter is written bit by bit as it was; only parity "
                 "is made anew.\nDamaged and truncated messages and what stands between messages "
-                "are left out.\n\n"
+                "are left out.\n"
+                "With --to aivdm, messages that came by AIS keep their sender and its position; "
+                "others have\nthe sender that --mmsi names.\n\n"
                 "Examples:\n"
                 "  rtcm2 convert --to stream -o clean.rtcm2 damaged.rtcm2\n"
                 "  rtcm2 convert --type 1,31 --to hex capture.rtcm2\n"
-                "  rtcm2 convert --form words --to packed -o out.packed recording.bin");
+                "  rtcm2 convert --form words --to packed -o out.packed recording.bin\n"
+                "  rtcm2 convert --to aivdm --mmsi 2734450 --position 59.9,30.2 capture.rtcm2");
 }
 
 ExitStatus ConvertCommand::run(Host& host)
 {
-    const InputForm to = *inputFormOf(form);
-    requireNoBinaryOnTerminal(form, reading.output);
+    requireNoBinaryOnTerminal(writing.form, reading.output);
     const bool hasFilter = !reading.filter.kinds.empty() || !reading.filter.stations.empty() ||
                            !reading.filter.where.empty();
     if (hasFilter && keepsUndecodable) {
         throw UsageError{"--keep-undecodable does not go with --type, --station or --where: what "
                          "cannot be decoded passes none of them"};
     }
-    const CopyOptions options{
-        .form = to, .copiesUnknown = !knownOnly, .copiesMisfits = keepsUndecodable};
-    return runSession(host, reading, [&](Output& output, const MessageFilter&) {
+    if (keepsTimes && !isText(writing.to())) {
+        throw UsageError{"--times: the form '" + writing.form + "' has no place for times"};
+    }
+    const CopyOptions options{.form = writing.to(),
+                              .copiesUnknown = !knownOnly,
+                              .copiesMisfits = keepsUndecodable,
+                              .copiesTimes = keepsTimes,
+                              .sender = writing.defaults(reading.filter.senders)};
+    const InputForm from = *inputFormOf(reading.form);
+    if (writing.needsSender() && !options.sender.mmsi && from != InputForm::automatic &&
+        from != InputForm::aivdm) {
+        throw UsageError{"--to aivdm needs the MMSI of the sender: --mmsi"};
+    }
+    reading.filter.takesSenderless = writing.needsSender();
+    return copy(host, options);
+}
+
+ExitStatus ConvertCommand::copy(Host& host, CopyOptions options)
+{
+    std::uint64_t withoutSender = 0;
+    options.withoutSender = &withoutSender;
+    const ExitStatus status = runSession(host, reading, [&](Output& output, const MessageFilter&) {
         return std::make_unique<CopySink>(output, options);
     });
+    if (withoutSender == 0) {
+        return status;
+    }
+    if (!reading.session.quiet) {
+        tell(std::to_string(withoutSender) +
+             (withoutSender == 1 ? " message was" : " messages were") +
+             " left out that did not come by AIS; --mmsi names a sender for such");
+    }
+    return status == ExitStatus::success ? ExitStatus::refused : status;
 }
 
 std::unique_ptr<Command> convertCommand()

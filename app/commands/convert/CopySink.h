@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/Output.h"
+#include "commands/SenderDefaults.h"
 #include "forms/InputForm.h"
 #include "session/Sink.h"
 
@@ -9,6 +10,9 @@ struct CopyOptions {
     InputForm form = InputForm::stream;
     bool copiesUnknown = true;     // also what the decoder does not know or does not report
     bool copiesMisfits = false;    // also what does not fit its kind
+    bool copiesTimes = false;      // also when messages were received, where that is known
+    SenderDefaults sender{};
+    std::uint64_t* withoutSender = nullptr;    // counts what the form needs a sender for
 };
 
 class CopySink : public Sink {
@@ -21,6 +25,9 @@ public:
     bool isDone() const override { return output.failed(); }
 
 private:
+    bool isWanted(const Found& found) const;
+    bool hasSender(const Found& found) const;
+
     Output& output;
     CopyOptions options;
     std::unique_ptr<PacketWriter> writer;

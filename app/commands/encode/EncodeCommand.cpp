@@ -3,6 +3,7 @@
 #include "base/Terminal.h"
 #include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
+#include "commands/WritingOptions.h"
 #include "commands/encode/EncodeSession.h"
 #include "commands/encode/MainKind.h"
 #include "commands/encode/Template.h"
@@ -22,9 +23,11 @@ public:
 
 private:
     ExitStatus printTemplates() const;
+    Envelope commonEnvelope() const;
 
     std::vector<std::string> inputs{"-"};
-    std::string form = "stream";
+    WritingOptions writing;
+    std::string mmsi;
     std::string outputName;                // empty for standard output
     std::vector<std::string> templates;    // kinds of which a message is wanted to start from
     SessionOptions options;
@@ -42,12 +45,11 @@ void EncodeCommand::declare(CLI::App& program)
         ->delimiter(',')
         ->allow_extra_args(false)
         ->type_name("TYPE");
-    app->add_option("--to", form,
-                    "Form of the output: stream (6 bits a byte), packed, hex (a message a line), "
-                    "words (a receiver's own recording)")
-        ->check(CLI::IsMember({"stream", "packed", "hex", "words"}))
-        ->capture_default_str()
+    writing.declareForm(*app, nameOf(InputForm::stream));
+    app->add_option("--mmsi", mmsi, "With --to aivdm: the MMSI of the sender")
+        ->type_name("NUMBER")
         ->group(optionGroup::output);
+    writing.declarePosition(*app);
     declareOutput(*app, outputName);
     declareMax(*app, options.max);
     declareTrouble(*app, options,
@@ -77,8 +79,8 @@ ExitStatus EncodeCommand::run(Host&)
     if (!templates.empty()) {
         return printTemplates();
     }
-    const InputForm to = *inputFormOf(form);
-    requireNoBinaryOnTerminal(form, outputName);
+    const Envelope envelope = commonEnvelope();
+    requireNoBinaryOnTerminal(writing.form, outputName);
     requireOtherOutput(inputs, outputName);
     Output output;
     if (!openOutput(output, outputName)) {
@@ -86,13 +88,25 @@ ExitStatus EncodeCommand::run(Host&)
     }
     options.showsProgress =
         !options.quiet && !goesToTerminal(outputName) && ::isatty(STDERR_FILENO) == 1;
-    const std::unique_ptr<PacketWriter> writer = makeWriter(to);
+    const std::unique_ptr<PacketWriter> writer = makeWriter(writing.to());
+    writer->setEnvelope(envelope);
     EncodeSession session(output, *writer, options);
     const ExitStatus status = workInto(output, inputs, [&] { return session.run(inputs); });
     if (status == ExitStatus::nothingFound) {
         tell("no message found in the input");
     }
     return status;
+}
+
+// What comes with every message.
+Envelope EncodeCommand::commonEnvelope() const
+{
+    if (mmsi.empty() == writing.needsSender()) {
+        throw UsageError{writing.needsSender() ? "--to aivdm needs the MMSI of the sender: --mmsi"
+                                               : "--mmsi goes with --to aivdm only"};
+    }
+    const std::vector<std::string> given(mmsi.empty() ? 0 : 1, mmsi);
+    return {.sender = writing.defaults(given).complete(std::nullopt)};
 }
 
 ExitStatus EncodeCommand::printTemplates() const
