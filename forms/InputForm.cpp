@@ -18,20 +18,25 @@ struct FormRow {
     const char* name;
     InputForm form;
     bool isText;
-    std::unique_ptr<PacketReader> (*reader)();
+    std::unique_ptr<PacketReader> (*reader)(std::uint64_t firstByte);
     std::unique_ptr<PacketWriter> (*writer)();
 };
 
 template <class Reader>
-std::unique_ptr<PacketReader> readerOf()
+std::unique_ptr<PacketReader> readerOf(std::uint64_t firstByte)
 {
-    return std::make_unique<Reader>();
+    return std::make_unique<Reader>(firstByte);
 }
 
 template <const UnitForm& unitForm>
-std::unique_ptr<PacketReader> unitReaderOf()
+std::unique_ptr<PacketReader> unitReaderOf(std::uint64_t firstByte)
 {
-    return std::make_unique<UnitReader>(unitForm);
+    return std::make_unique<UnitReader>(unitForm, firstByte);
+}
+
+std::unique_ptr<PacketReader> autoReader(std::uint64_t)
+{
+    return std::make_unique<AutoReader>();
 }
 
 template <class Writer>
@@ -41,7 +46,7 @@ std::unique_ptr<PacketWriter> writerOf()
 }
 
 constexpr std::array<FormRow, 5> forms = {{
-    {"auto", InputForm::automatic, false, readerOf<AutoReader>, writerOf<StreamPacketWriter>},
+    {"auto", InputForm::automatic, false, autoReader, writerOf<StreamPacketWriter>},
     {"stream", InputForm::stream, false, readerOf<StreamReader>, writerOf<StreamPacketWriter>},
     {"packed", InputForm::packed, false, unitReaderOf<packedUnits>, writerOf<PackedWriter>},
     {"hex", InputForm::hex, true, readerOf<HexReader>, writerOf<HexWriter>},
@@ -73,9 +78,9 @@ bool isText(InputForm form)
     return rowOf(form).isText;
 }
 
-std::unique_ptr<PacketReader> makeReader(InputForm form)
+std::unique_ptr<PacketReader> makeReader(InputForm form, std::uint64_t firstByte)
 {
-    return rowOf(form).reader();
+    return rowOf(form).reader(firstByte);
 }
 
 std::unique_ptr<PacketWriter> makeWriter(InputForm form)

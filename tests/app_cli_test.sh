@@ -55,6 +55,14 @@ for command in list show stats position export "convert --to hex"; do
     expect 2 "" $command --where 'PRC <' "$sample" -o old
     keeps "after a mistake: $command"
 done
+
+# Parts of files
+for pair in "5-1:no range of bytes" "1000000-:no message begins"; do
+    "$rtcm2" list --range "${pair%%:*}" "$sample" 2> err && fail "takes $pair"
+    grep -q "${pair#*:}" err || fail "does not say '${pair#*:}'"
+done
+expect 2 "can only be read from its beginning" list --range 0-5 -
+
 for command in --help --version "list --help" manual "completion zsh" describe; do
     expect 0 "" $command
     "$rtcm2" $command > /dev/full 2> err

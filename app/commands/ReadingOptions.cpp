@@ -26,6 +26,7 @@ void ReadingOptions::declareInput(CLI::App& command)
         ->capture_default_str()
         ->type_name("NUMBER")
         ->group(optionGroup::input);
+    part.declare(command);
 }
 
 void ReadingOptions::declare(CLI::App& command)
@@ -81,9 +82,10 @@ bool showsProgress(const ReadingOptions& options, const Sink& sink)
            !(resultsOnTerminal && sink.writesAlong());
 }
 
-std::string nothingFound(std::uint64_t messages)
+std::string nothingFound(std::uint64_t messages, bool isRange)
 {
-    return messages == 0 ? "no message found in the input"
+    return messages == 0 ? (isRange ? "no message begins in this range of the input"
+                                    : "no message found in the input")
                          : "none of the messages in the input (" + std::to_string(messages) +
                                ") is among those that --type, --except, --station and --where "
                                "choose";
@@ -96,13 +98,17 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
     Output output;
     try {
         const MessageFilter filter(host.model, options.filter);
+        const InputOptions inputOptions{.form = *inputFormOf(options.form),
+                                        .range = options.part.bytesOf(options.inputs)};
+        if (inputOptions.range && options.session.follows) {
+            throw UsageError{"--range does not go with --follow"};
+        }
         requireOtherOutput(options.inputs, options.output);
         if (!openOutput(output, options.output)) {
             return ExitStatus::unwritable;
         }
         switchKinds(*host.decoder, host.model, filter);
-        const InputForm form = *inputFormOf(options.form);
-        Session session(host.model, host.driver, filter, [form] { return makeReader(form); });
+        Session session(host.model, host.driver, filter, inputOptions);
         const std::unique_ptr<Sink> sink = makeSink(output, filter);
         SessionOptions sessionOptions = options.session;
         sessionOptions.mode = static_cast<unsigned char>(options.mode);
@@ -113,7 +119,7 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
             return session.run(options.inputs, sessionOptions, *sink);
         });
         if (status == ExitStatus::nothingFound) {
-            tell(nothingFound(session.messages()));
+            tell(nothingFound(session.messages(), inputOptions.range.has_value()));
         }
         return status;
     } catch (const FilterError& error) {

@@ -13,9 +13,9 @@ constexpr std::size_t bitsPerWord = framing::bytesPerWord * 8;
 }    // namespace
 
 Session::Session(const FormatModel& model, DecoderDriver& driver,
-                 const MessageFilter& messageFilter, ReaderFactory makeReader)
+                 const MessageFilter& messageFilter, const InputOptions& inputOptionsOfIt)
     : formatModel(model), decoderDriver(driver), filter(messageFilter),
-      readerFactory(std::move(makeReader)),
+      inputOptions(inputOptionsOfIt),
       troubles(model, [this](const std::string& line) { tellAlong(line); })
 {
 }
@@ -69,7 +69,7 @@ ExitStatus Session::statusOfEnd(bool allReadable) const
 
 void Session::readInput()
 {
-    reader = readerFactory();
+    reader = readerFor(*input, inputOptions);
     bytesRead = 0;
     isFinished = false;
     progress->begin(input->name(), input->size());
@@ -134,7 +134,7 @@ void Session::addEnvelope(FrameBatch& batch) const
 // more.
 bool Session::readOn()
 {
-    if (isFinished || !reader->problem().empty()) {
+    if (isFinished || !reader->problem().empty() || reader->isComplete()) {
         return false;
     }
     const std::span<const std::uint8_t> bytes = input->read();

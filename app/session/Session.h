@@ -3,9 +3,9 @@
 
 #include "base/ExitStatus.h"
 #include "base/Progress.h"
-#include "forms/PacketReader.h"
 #include "plugin/DecoderDriver.h"
 #include "session/FrameQueue.h"
+#include "session/InputReader.h"
 #include "session/ShortMessage.h"
 #include "session/Sink.h"
 #include "session/TableRecord.h"
@@ -18,7 +18,6 @@
 #include <string>
 #include <vector>
 
-class Source;
 class MessageFilter;
 
 // What to do about messages that are damaged or cannot be decoded.
@@ -36,11 +35,9 @@ struct SessionOptions {
 
 class Session {
 public:
-    using ReaderFactory = std::function<std::unique_ptr<PacketReader>()>;
-
     // Everything given must outlive the session.
     Session(const FormatModel& model, DecoderDriver& driver, const MessageFilter& messageFilter,
-            ReaderFactory makeReader);
+            const InputOptions& inputOptions);
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -86,7 +83,7 @@ private:
     const FormatModel& formatModel;
     DecoderDriver& decoderDriver;
     const MessageFilter& filter;
-    ReaderFactory readerFactory;
+    InputOptions inputOptions;
 
     SessionOptions options;
     Sink* sink = nullptr;

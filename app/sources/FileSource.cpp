@@ -3,6 +3,7 @@
 #include "base/Interrupt.h"
 #include "sources/TerminalInput.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -58,7 +59,8 @@ void FileSource::open(const std::string& name)
     live = followed || comesSlowly(status);
     typed = live && ::isatty(descriptor) == 1;
     hintText = typed ? terminalHint(descriptor) : std::string();
-    wholeSize = !S_ISREG(status.st_mode) ? 0 : static_cast<std::uint64_t>(status.st_size);
+    isFile = S_ISREG(status.st_mode);
+    expectedSize = isFile ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 
 std::span<const std::uint8_t> FileSource::read()
@@ -83,6 +85,20 @@ std::span<const std::uint8_t> FileSource::read()
         }
     }
     return {};
+}
+
+void FileSource::seek(std::uint64_t place, std::uint64_t end)
+{
+    if (!problemText.empty()) {
+        return;
+    }
+    if (!isFile) {
+        Source::seek(place, end);
+    } else if (::lseek(descriptor, static_cast<off_t>(place), SEEK_SET) < 0) {
+        fail();
+    }
+    position = place;
+    expectedSize = std::min(end, std::max(expectedSize, place)) - std::min(end, place);
 }
 
 // False when the program is asked to end. A signal that comes right before the wait is seen after
