@@ -87,8 +87,8 @@ std::string nothingFound(std::uint64_t messages, bool isRange)
     return messages == 0 ? (isRange ? "no message begins in this range of the input"
                                     : "no message found in the input")
                          : "none of the messages in the input (" + std::to_string(messages) +
-                               ") is among those that --type, --except, --station and --where "
-                               "choose";
+                               ") is among those that --type, --except, --station, "
+                               "--where, --from and --until choose";
 }
 
 }    // namespace
@@ -100,6 +100,7 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
         const MessageFilter filter(host.model, options.filter);
         const InputOptions inputOptions{.form = *inputFormOf(options.form),
                                         .range = options.part.bytesOf(options.inputs)};
+        options.part.requireOneBeginning(options.inputs);
         if (inputOptions.range && options.session.follows) {
             throw UsageError{"--range does not go with --follow"};
         }
@@ -111,6 +112,7 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
         Session session(host.model, host.driver, filter, inputOptions);
         const std::unique_ptr<Sink> sink = makeSink(output, filter);
         SessionOptions sessionOptions = options.session;
+        sessionOptions.window = options.part.window();
         sessionOptions.mode = static_cast<unsigned char>(options.mode);
         sessionOptions.showsProgress = showsProgress(options, *sink);
         sessionOptions.showsResults =

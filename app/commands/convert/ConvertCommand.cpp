@@ -4,6 +4,7 @@
 #include "commands/OutputFile.h"
 #include "commands/ReadingOptions.h"
 #include "commands/convert/CopySink.h"
+#include "commands/convert/Split.h"
 
 #include <string>
 
@@ -19,6 +20,7 @@ private:
     std::string form;
     bool knownOnly = false;
     bool keepsUndecodable = false;
+    std::string split;
 };
 
 }    // namespace
@@ -40,13 +42,15 @@ void ConvertCommand::declare(CLI::App& program)
     app->add_flag("--keep-undecodable", keepsUndecodable,
                   "Also copy messages of known types whose content does not fit. Not together "
                   "with --type, --station or --where");
+    declareSplit(*app, split);
     app->footer("Every message that passes the filter is written bit by bit as it was; only parity "
                 "is made anew.\nDamaged and truncated messages and what stands between messages "
                 "are left out.\n\n"
                 "Examples:\n"
                 "  rtcm2 convert --to stream -o clean.rtcm2 damaged.rtcm2\n"
                 "  rtcm2 convert --type 1,31 --to hex capture.rtcm2\n"
-                "  rtcm2 convert --form words --to packed -o out.packed recording.bin");
+                "  rtcm2 convert --form words --to packed -o out.packed recording.bin\n"
+                "  rtcm2 convert --to stream --split station -o stations/ capture.rtcm2");
 }
 
 ExitStatus ConvertCommand::run(Host& host)
@@ -61,6 +65,9 @@ ExitStatus ConvertCommand::run(Host& host)
     }
     const CopyOptions options{
         .form = to, .copiesUnknown = !knownOnly, .copiesMisfits = keepsUndecodable};
+    if (!split.empty()) {
+        return runSplit(host, reading, options, split);
+    }
     return runSession(host, reading, [&](Output& output, const MessageFilter&) {
         return std::make_unique<CopySink>(output, options);
     });
