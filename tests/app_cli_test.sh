@@ -57,7 +57,7 @@ for command in list show stats position export "convert --to hex"; do
 done
 
 # Parts of files
-for pair in "5-1:no range of bytes" "1000000-:no message begins"; do
+for pair in "5-1:no range of bytes" "18446744073709551000-:no message begins"; do
     "$rtcm2" list --range "${pair%%:*}" "$sample" 2> err && fail "takes $pair"
     grep -q "${pair#*:}" err || fail "does not say '${pair#*:}'"
 done
@@ -80,6 +80,8 @@ done << 'EOF'
 EOF
 expect 3 "do not tell when they were received" list --from 14:30:15 hours.hex
 expect 1 "--from and --until choose" list --from 13 hours.hex
+[ "$("$rtcm2" list --from 2026-01-01T00:00:00Z <(cat hours.hex) | wc -l)" = 13 ] || fail "does not know when it received"
+"$rtcm2" list --until 2026-01-01T00:00:00Z <(cat hours.hex; sleep 100) > out 2> err && fail "received it too early"
 expect 2 "neither the number of a message" list --from 0 "$sample"
 expect 2 "no date with an hour" list --date 2026-11-23 "$sample"
 "$rtcm2" list --until 2 <(cat "$sample"; sleep 100) > out || fail "does not end where nothing more is wanted"

@@ -82,6 +82,25 @@ bool showsProgress(const ReadingOptions& options, const Sink& sink)
            !(resultsOnTerminal && sink.writesAlong());
 }
 
+InputOptions inputOptionsOf(const ReadingOptions& options)
+{
+    options.part.requireOneBeginning(options.inputs);
+    if (!options.part.range.empty() && options.session.follows) {
+        throw UsageError{"--range does not go with --follow"};
+    }
+    return {.form = *inputFormOf(options.form), .range = options.part.bytesOf(options.inputs)};
+}
+
+SessionOptions sessionOptionsOf(const ReadingOptions& options, const Sink& sink)
+{
+    SessionOptions result = options.session;
+    result.window = options.part.window();
+    result.mode = static_cast<unsigned char>(options.mode);
+    result.showsProgress = showsProgress(options, sink);
+    result.showsResults = goesToTerminal(options.output) && ::isatty(STDERR_FILENO) == 1;
+    return result;
+}
+
 std::string nothingFound(std::uint64_t messages, bool isRange)
 {
     return messages == 0 ? (isRange ? "no message begins in this range of the input"
@@ -98,12 +117,7 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
     Output output;
     try {
         const MessageFilter filter(host.model, options.filter);
-        const InputOptions inputOptions{.form = *inputFormOf(options.form),
-                                        .range = options.part.bytesOf(options.inputs)};
-        options.part.requireOneBeginning(options.inputs);
-        if (inputOptions.range && options.session.follows) {
-            throw UsageError{"--range does not go with --follow"};
-        }
+        const InputOptions inputOptions = inputOptionsOf(options);
         requireOtherOutput(options.inputs, options.output);
         if (!openOutput(output, options.output)) {
             return ExitStatus::unwritable;
@@ -111,14 +125,8 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
         switchKinds(*host.decoder, host.model, filter);
         Session session(host.model, host.driver, filter, inputOptions);
         const std::unique_ptr<Sink> sink = makeSink(output, filter);
-        SessionOptions sessionOptions = options.session;
-        sessionOptions.window = options.part.window();
-        sessionOptions.mode = static_cast<unsigned char>(options.mode);
-        sessionOptions.showsProgress = showsProgress(options, *sink);
-        sessionOptions.showsResults =
-            goesToTerminal(options.output) && ::isatty(STDERR_FILENO) == 1;
         const ExitStatus status = workInto(output, options.inputs, [&] {
-            return session.run(options.inputs, sessionOptions, *sink);
+            return session.run(options.inputs, sessionOptionsOf(options, *sink), *sink);
         });
         if (status == ExitStatus::nothingFound) {
             tell(nothingFound(session.messages(), inputOptions.range.has_value()));

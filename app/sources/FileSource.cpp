@@ -92,13 +92,14 @@ void FileSource::seek(std::uint64_t place, std::uint64_t end)
     if (!problemText.empty()) {
         return;
     }
+    const std::uint64_t size = expectedSize;
+    position = std::min(place, size);
     if (!isFile) {
         Source::seek(place, end);
-    } else if (::lseek(descriptor, static_cast<off_t>(place), SEEK_SET) < 0) {
+    } else if (::lseek(descriptor, static_cast<off_t>(position), SEEK_SET) < 0) {
         fail();
     }
-    position = place;
-    expectedSize = std::min(end, std::max(expectedSize, place)) - std::min(end, place);
+    expectedSize = std::clamp(end, position, size) - position;
 }
 
 // False when the program is asked to end. A signal that comes right before the wait is seen after

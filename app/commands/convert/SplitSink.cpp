@@ -3,7 +3,6 @@
 #include "forms/TimeStamp.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace {
 
@@ -22,9 +21,8 @@ std::string hourText(std::int64_t microseconds)
 
 std::string numberedHour(std::int64_t number)
 {
-    char text[32];
-    std::snprintf(text, sizeof text, "hour-%03lld", static_cast<long long>(number));
-    return text;
+    const std::string digits = std::to_string(number);
+    return "hour-" + std::string(3 - std::min<std::size_t>(digits.size(), 3), '0') + digits;
 }
 
 }    // namespace
