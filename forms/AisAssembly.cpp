@@ -106,6 +106,15 @@ void AisAssembly::waitOn(Waiting& waiting)
     soonest = std::min(soonest, waiting.until);
 }
 
+std::uint64_t AisAssembly::earliestBegin() const
+{
+    std::uint64_t first = UINT64_MAX;
+    for (const Waiting& waiting : all) {
+        first = std::min(first, waiting.message.begin());
+    }
+    return first;
+}
+
 AisMessage AisAssembly::take(Place place)
 {
     AisMessage message = std::move(place->message);

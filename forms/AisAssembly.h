@@ -52,6 +52,9 @@ public:
     // A broadcast that is incomplete at the end of the input, each time another one.
     std::optional<AisMessage> takeRest();
 
+    // Where the first of the messages begins that wait; UINT64_MAX where none does.
+    std::uint64_t earliestBegin() const;
+
     // A broadcast that the last sentence ended by beginning a new message.
     std::optional<AisMessage> takeLost() { return std::exchange(lost, std::nullopt); }
 

@@ -52,6 +52,12 @@ const framing::Frame* AisReader::next()
     return &found.frame;
 }
 
+// Messages of several sentences may begin before the place that is looked at.
+std::uint64_t AisReader::doneUpTo() const
+{
+    return std::min(windowBegin + at, assembly.earliestBegin());
+}
+
 ReaderCounters AisReader::counters() const
 {
     const std::uint64_t looked = windowBegin + filled;

@@ -19,11 +19,15 @@
 // a sentence of which has a wrong checksum or none, or not all of whose sentences come.
 class AisReader : public PacketReader {
 public:
+    // The first byte pushed is this one of the input; those before count as skipped.
+    explicit AisReader(std::uint64_t firstByte = 0) : windowBegin(firstByte) {}
+
     void push(std::span<const std::uint8_t> bytes) override;
     void finish() override { finished = true; }
     const framing::Frame* next() override;
     std::string damage() const override { return found.damage; }
     const Envelope* envelope() const override { return &found.envelope; }
+    std::uint64_t doneUpTo() const override;
     ReaderCounters counters() const override;
 
     // Whether there was a sentence with a good checksum, whatever its message.
@@ -66,9 +70,9 @@ private:
     bool finished = false;
     std::array<std::uint8_t, windowBytes> window;
     std::size_t filled = 0;
-    std::uint64_t windowBegin = 0;    // offset in the input of the window's first byte
-    std::size_t at = 0;               // in the window: of the next byte that is not looked at
-    std::size_t lastEnd = 0;          // in the window: behind the last line taken
+    std::uint64_t windowBegin;    // offset in the input of the window's first byte
+    std::size_t at = 0;           // in the window: of the next byte that is not looked at
+    std::size_t lastEnd = 0;      // in the window: behind the last line taken
 
     AisAssembly assembly;
     std::uint64_t sentences = 0;

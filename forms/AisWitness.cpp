@@ -13,9 +13,9 @@ void AisWitness::finish()
     drain();
 }
 
-std::unique_ptr<PacketReader> AisWitness::makeReader() const
+std::unique_ptr<PacketReader> AisWitness::makeReader(std::uint64_t firstByte) const
 {
-    return std::make_unique<AisReader>();
+    return std::make_unique<AisReader>(firstByte);
 }
 
 void AisWitness::drain()

@@ -12,7 +12,7 @@ public:
     void finish() override;
     bool isCertain() const override { return certain; }
     bool vouches() const override { return true; }
-    std::unique_ptr<PacketReader> makeReader() const override;
+    std::unique_ptr<PacketReader> makeReader(std::uint64_t firstByte) const override;
 
     bool hasSentences() const { return reader.hasGoodSentence(); }
 

@@ -1,6 +1,5 @@
 #include "forms/AutoReader.h"
 
-#include <algorithm>
 #include <cassert>
 
 void AutoReader::push(std::span<const std::uint8_t> bytes)
@@ -11,11 +10,11 @@ void AutoReader::push(std::span<const std::uint8_t> bytes)
 
 const framing::Frame* AutoReader::next()
 {
-    if (detector) {
+    if (search && !chosen) {
         look();
     }
     if (!chosen) {
-        if (!detector) {
+        if (!search) {
             bytesUnread += pending.size();
             pending = {};
         }
@@ -24,7 +23,7 @@ const framing::Frame* AutoReader::next()
     const framing::Frame* frame = chosen->next();
     if (frame == nullptr && !pending.empty()) {
         // What was seen has been read, or had been before.
-        seen = {};
+        search.reset();
         chosen->push(pending);
         pending = {};
         frame = chosen->next();
@@ -38,14 +37,11 @@ const framing::Frame* AutoReader::next()
 
 void AutoReader::look()
 {
-    const std::size_t count = std::min(pending.size(), longestLook - seen.size());
-    seen.insert(seen.end(), pending.begin(), pending.begin() + static_cast<std::ptrdiff_t>(count));
-    pending = pending.subspan(count);
-    detector->look(seen);
-    if (detector->winner() == nullptr && finished && pending.empty()) {
-        detector->finish();
-        conclude();
-    } else if (detector->winner() != nullptr || seen.size() == longestLook) {
+    pending = search->look(pending);
+    if (!search->isDone() && finished) {
+        search->finish();
+    }
+    if (search->isDone()) {
         conclude();
     }
 }
@@ -53,22 +49,16 @@ void AutoReader::look()
 // All that was to be seen has been.
 void AutoReader::conclude()
 {
-    detector->decide();
-    if (const Witness* const winner = detector->winner()) {
-        choose(*winner);
+    certainty = search->certainty();
+    if (const Witness* const winner = search->winner()) {
+        const std::uint64_t before = winner->bytesBefore();
+        chosen = winner->makeReader(before);
+        chosen->push(search->seen().subspan(before));
     } else {
-        problemText = detector->problem();
-        bytesUnread = seen.size();
-        seen = {};
+        problemText = search->problem();
+        bytesUnread = search->seen().size();
+        search.reset();
     }
-    detector.reset();
-}
-
-void AutoReader::choose(const Witness& witness)
-{
-    chosen = witness.makeReader();
-    sureness = witness.vouches() ? Certainty::vouched : Certainty::likely;
-    chosen->push(std::span(seen).subspan(witness.bytesBefore()));
 }
 
 std::span<const std::uint8_t> AutoReader::recorded() const
@@ -82,9 +72,9 @@ ReaderCounters AutoReader::counters() const
     if (chosen) {
         counters = chosen->counters();
     } else {
-        counters.bytesRead = detector ? seen.size() : bytesUnread;
+        counters.bytesRead = search ? search->seen().size() : bytesUnread;
     }
     counters.bytesRead += pending.size();
-    counters.certainty = sureness;
+    counters.certainty = certainty;
     return counters;
 }

@@ -16,10 +16,17 @@
 // the last character of the line that is no blank. Lines may have any length.
 class HexReader : public PacketReader {
 public:
+    // The first byte pushed is this one of the input; those before count as skipped.
+    explicit HexReader(std::uint64_t firstByte = 0)
+        : offset(firstByte), line{.begin = firstByte}, skipped(firstByte)
+    {
+    }
+
     void push(std::span<const std::uint8_t> bytes) override;
     void finish() override { finished = true; }
     const framing::Frame* next() override;
     std::string damage() const override { return problem; }
+    std::uint64_t doneUpTo() const override { return line.isEmpty ? offset : line.first; }
     const Envelope* envelope() const override { return told.received ? &told : nullptr; }
     ReaderCounters counters() const override
     {
@@ -56,10 +63,10 @@ private:
 
     std::span<const std::uint8_t> pending;
     bool finished = false;
-    std::uint64_t offset = 0;    // of the next character
+    std::uint64_t offset;    // of the next character
     Line line;
     std::array<char, 40> label{};    // the first characters of the line
-    std::uint64_t skipped = 0;
+    std::uint64_t skipped;
     framing::Frame frame;
     Envelope told;
     std::string problem;

@@ -13,9 +13,9 @@ void HexWitness::finish()
     drain();
 }
 
-std::unique_ptr<PacketReader> HexWitness::makeReader() const
+std::unique_ptr<PacketReader> HexWitness::makeReader(std::uint64_t firstByte) const
 {
-    return std::make_unique<HexReader>();
+    return std::make_unique<HexReader>(firstByte);
 }
 
 void HexWitness::drain()

@@ -11,7 +11,7 @@ public:
     bool isCertain() const override { return certain; }
     bool fits() const override { return cutOff && !hasDamage; }
     bool vouches() const override { return true; }
-    std::unique_ptr<PacketReader> makeReader() const override;
+    std::unique_ptr<PacketReader> makeReader(std::uint64_t firstByte) const override;
 
 private:
     void drain();

@@ -21,20 +21,25 @@ struct FormRow {
     InputForm form;
     bool isText;
     const char* about;
-    std::unique_ptr<PacketReader> (*reader)();
+    std::unique_ptr<PacketReader> (*reader)(std::uint64_t firstByte);
     std::unique_ptr<PacketWriter> (*writer)();
 };
 
 template <class Reader>
-std::unique_ptr<PacketReader> readerOf()
+std::unique_ptr<PacketReader> readerOf(std::uint64_t firstByte)
 {
-    return std::make_unique<Reader>();
+    return std::make_unique<Reader>(firstByte);
 }
 
 template <const UnitForm& unitForm>
-std::unique_ptr<PacketReader> unitReaderOf()
+std::unique_ptr<PacketReader> unitReaderOf(std::uint64_t firstByte)
 {
-    return std::make_unique<UnitReader>(unitForm);
+    return std::make_unique<UnitReader>(unitForm, firstByte);
+}
+
+std::unique_ptr<PacketReader> autoReader(std::uint64_t)
+{
+    return std::make_unique<AutoReader>();
 }
 
 template <class Writer>
@@ -44,7 +49,7 @@ std::unique_ptr<PacketWriter> writerOf()
 }
 
 constexpr std::array<FormRow, inputFormCount> forms = {{
-    {"auto", InputForm::automatic, false, "finds out from the first bytes", readerOf<AutoReader>,
+    {"auto", InputForm::automatic, false, "finds out from the first bytes", autoReader,
      writerOf<StreamPacketWriter>},
     {"stream", InputForm::stream, false, "as it is sent: 6 bits a byte, with parity",
      readerOf<StreamReader>, writerOf<StreamPacketWriter>},
@@ -88,9 +93,9 @@ bool isText(InputForm form)
     return rowOf(form).isText;
 }
 
-std::unique_ptr<PacketReader> makeReader(InputForm form)
+std::unique_ptr<PacketReader> makeReader(InputForm form, std::uint64_t firstByte)
 {
-    return rowOf(form).reader();
+    return rowOf(form).reader(firstByte);
 }
 
 std::unique_ptr<PacketWriter> makeWriter(InputForm form)

@@ -30,8 +30,9 @@ const char* aboutForm(InputForm form);
 // Whether the form is text that a terminal can show.
 bool isText(InputForm form);
 
-// A reader for one input from its first byte on.
-std::unique_ptr<PacketReader> makeReader(InputForm form);
+// A reader for one input, which gets its bytes from this one on. InputForm::automatic needs the
+// input's first byte.
+std::unique_ptr<PacketReader> makeReader(InputForm form, std::uint64_t firstByte = 0);
 
 // A writer for one output from its first byte on: words of a stream and of a recording continue the
 // parity of those before. InputForm::automatic is written as a stream.

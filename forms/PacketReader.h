@@ -50,6 +50,12 @@ public:
     // Valid as long as the frame.
     virtual const Envelope* envelope() const { return nullptr; }
 
+    // No frame to come begins before this byte of the input, as far as the reader can tell.
+    virtual std::uint64_t doneUpTo() const { return 0; }
+
+    // Whether it wants no more bytes, though there may be some.
+    virtual bool isComplete() const { return false; }
+
     virtual ReaderCounters counters() const = 0;
 
     // Why the input cannot be read, for people, once that is known; empty where all is well. No

@@ -6,6 +6,9 @@
 
 class StreamReader : public PacketReader {
 public:
+    // The first byte pushed is this one of the input; those before count as skipped.
+    explicit StreamReader(std::uint64_t firstByte = 0) : framer(firstByte) {}
+
     void push(std::span<const std::uint8_t> bytes) override { framer.push(bytes); }
     void finish() override { framer.finish(); }
     const framing::Frame* next() override
@@ -14,6 +17,7 @@ public:
         return frame;
     }
     std::string damage() const override;
+    std::uint64_t doneUpTo() const override { return framer.doneUpTo(); }
     ReaderCounters counters() const override;
 
 private:

@@ -16,9 +16,9 @@ void StreamWitness::finish()
     drain();
 }
 
-std::unique_ptr<PacketReader> StreamWitness::makeReader() const
+std::unique_ptr<PacketReader> StreamWitness::makeReader(std::uint64_t firstByte) const
 {
-    return std::make_unique<StreamReader>();
+    return std::make_unique<StreamReader>(firstByte);
 }
 
 // The good words of a damaged or cut message vouch as well, but its number of words does not, which

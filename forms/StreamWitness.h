@@ -10,7 +10,7 @@ public:
     void finish() override;
     bool isCertain() const override { return certain; }
     bool vouches() const override { return true; }
-    std::unique_ptr<PacketReader> makeReader() const override;
+    std::unique_ptr<PacketReader> makeReader(std::uint64_t firstByte) const override;
 
 private:
     void drain();

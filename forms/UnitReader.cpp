@@ -168,7 +168,7 @@ UnitReader::Step UnitReader::fail()
     deliver(framing::Frame::Kind::damaged, words,
             isWhole ? (words + 1) * form.size : form.preambleBytes);
     frame.failedWord = static_cast<std::uint8_t>(isWhole ? words + 1 : 0);
-    begin = lastEnd > lastBegin ? lastBegin + 1 : begin + 1;
+    begin = searchBegin();
     expected = false;
     return Step::deliver;
 }

@@ -4,6 +4,7 @@
 #include "forms/PacketReader.h"
 #include "forms/UnitForm.h"
 
+#include <algorithm>
 #include <array>
 
 // Every message is as long as its header says, and the next one follows, from the first byte of the
@@ -18,11 +19,10 @@
 // none; only the first message after a damaged frame may begin before that frame.
 class UnitReader : public PacketReader {
 public:
-    // The first `bytesBefore` bytes of the input are not given to the reader, which counts them as
-    // skipped.
-    explicit UnitReader(const UnitForm& unitForm, std::uint64_t bytesBefore = 0)
-        : form(unitForm), windowBegin(bytesBefore), begin(bytesBefore), lastBegin(bytesBefore),
-          lastEnd(bytesBefore), skipped(bytesBefore)
+    // The first byte pushed is this one of the input; those before count as skipped.
+    explicit UnitReader(const UnitForm& unitForm, std::uint64_t firstByte = 0)
+        : form(unitForm), windowBegin(firstByte), begin(firstByte), lastBegin(firstByte),
+          lastEnd(firstByte), skipped(firstByte)
     {
     }
 
@@ -31,6 +31,10 @@ public:
     const framing::Frame* next() override;
     std::string damage() const override;
     std::span<const std::uint8_t> recorded() const override;
+    std::uint64_t doneUpTo() const override
+    {
+        return expected ? std::min(begin, searchBegin()) : begin;
+    }
     ReaderCounters counters() const override;
 
 private:
@@ -48,6 +52,8 @@ private:
     void conclude();
     bool refill();
 
+    // Where the search begins once no message stands where one had to: inside the last message.
+    std::uint64_t searchBegin() const { return (lastEnd > lastBegin ? lastBegin : begin) + 1; }
     Room room();
     bool isGood() const { return form.goodWords == nullptr || goodWords() == wordsWanted; }
     std::size_t goodWords() const;

@@ -152,7 +152,7 @@ bool UnitWitness::endsCutOff() const
     return left < headerBytes() || left < form.words(header) * form.size;
 }
 
-std::unique_ptr<PacketReader> UnitWitness::makeReader() const
+std::unique_ptr<PacketReader> UnitWitness::makeReader(std::uint64_t firstByte) const
 {
-    return std::make_unique<UnitReader>(form, before);
+    return std::make_unique<UnitReader>(form, firstByte);
 }

@@ -24,7 +24,7 @@ public:
     bool vouches() const override { return form.goodWords != nullptr; }
     unsigned messages() const override { return longestRow; }
     std::uint64_t bytesBefore() const override { return before; }
-    std::unique_ptr<PacketReader> makeReader() const override;
+    std::unique_ptr<PacketReader> makeReader(std::uint64_t firstByte) const override;
 
 private:
     // Messages in a row, by the place where the last of them ends.

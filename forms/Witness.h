@@ -31,8 +31,9 @@ public:
     // How many bytes stand before the first message. They are nothing for the reader.
     virtual std::uint64_t bytesBefore() const { return 0; }
 
-    // A reader for the input, which gets its bytes from the first message on.
-    virtual std::unique_ptr<PacketReader> makeReader() const = 0;
+    // A reader for the input, which gets its bytes from this one on, that of the first message or
+    // one behind it.
+    virtual std::unique_ptr<PacketReader> makeReader(std::uint64_t firstByte) const = 0;
 };
 
 // How many of a message's words tell by their parity that it is one. Zeros, and the same word again

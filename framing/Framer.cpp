@@ -67,6 +67,12 @@ FramerCounters Framer::counters() const
     return counters;
 }
 
+// A search that follows an expected message goes back over the last one (see fail()).
+std::uint64_t Framer::doneUpTo() const
+{
+    return window_.earliestByteOf(expected_ ? lastBegin_ + 1 : begin_);
+}
+
 bool Framer::refill()
 {
     if (pending_.empty()) {

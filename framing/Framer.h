@@ -46,6 +46,9 @@ struct WordFacts {
 // Memory is constant, and the frames do not depend on how the stream is cut into pushes.
 class Framer {
 public:
+    // The first byte pushed is this one of the input; those before count as read and skipped.
+    explicit Framer(std::uint64_t firstByte = 0) : window_(firstByte) {}
+
     // `bytes` must stay valid until next() has returned null; only then may be pushed again.
     void push(std::span<const std::uint8_t> bytes);
 
@@ -57,6 +60,9 @@ public:
 
     // The next frame, valid until the following call, or null when more bytes are needed.
     const Frame* next();
+
+    // No frame to come begins before this byte of the input.
+    std::uint64_t doneUpTo() const;
 
     FramerCounters counters() const;
 

@@ -45,7 +45,7 @@ std::uint64_t lastBits(std::uint8_t byte, unsigned used)
 
 }    // namespace
 
-SextetWindow::SextetWindow()
+SextetWindow::SextetWindow(std::uint64_t firstByte) : bytesTaken_(firstByte)
 {
     runs_.reserve(capacitySextets + 1);
 }

@@ -20,7 +20,8 @@ class SextetWindow {
 public:
     static constexpr std::uint64_t firstBit = 8;
 
-    SextetWindow();
+    // The first byte that it takes is this one of the input; those before count as skipped.
+    explicit SextetWindow(std::uint64_t firstByte = 0);
 
     // Takes bytes as long as there is room; returns how many were taken.
     std::size_t append(std::span<const std::uint8_t> bytes);
@@ -58,6 +59,13 @@ public:
 
     // Offset in the input of the byte that carries a bit.
     std::uint64_t byteOffsetOf(std::uint64_t bit) const;
+
+    // No bit from this one on stands in a byte before the one of this offset, also of those that
+    // have not come in.
+    std::uint64_t earliestByteOf(std::uint64_t bit) const
+    {
+        return bit < endBit_ ? byteOffsetOf(bit) : bytesTaken_;
+    }
 
     // Which of that byte's six bits it is, in the order sent, from 0.
     static unsigned bitOfByte(std::uint64_t bit)
@@ -107,7 +115,7 @@ private:
     std::array<std::uint8_t, capacityBits / 8 + overhang> bits_{};
     std::uint64_t base_ = 0;    // position of the first bit in bits_; a multiple of 8
     std::uint64_t endBit_ = firstBit;
-    std::uint64_t bytesTaken_ = 0;
+    std::uint64_t bytesTaken_;
     bool inGap_ = true;    // the next sextet begins a new run
     Gap gap_;              // what stands before that
     Runs runs_;

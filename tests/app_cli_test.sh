@@ -55,6 +55,55 @@ for command in list show stats position export "convert --to hex"; do
     expect 2 "" $command --where 'PRC <' "$sample" -o old
     keeps "after a mistake: $command"
 done
+
+# Parts of files
+for pair in "5-1:no range of bytes" "18446744073709551000-:no message begins"; do
+    "$rtcm2" list --range "${pair%%:*}" "$sample" 2> err && fail "takes $pair"
+    grep -q "${pair#*:}" err || fail "does not say '${pair#*:}'"
+done
+expect 2 "can only be read from its beginning" list --range 0-5 -
+# Every 20 minutes from 45:00 on, and what the options take of it
+awk 'BEGIN { for (i = 0; i < 12; ++i)
+    printf "%06x%06x010203\n", 6699425, (2700 + i * 1200) % 3600 / 0.6 * 2048 + i % 8 * 256 + 8 }' > hours.hex
+while read -r first last options; do
+    "$rtcm2" list $options hours.hex > out 2> err
+    [ "$(awk 'NR == 2 { first = $1 } END { print first, $1 }' out)" = "$first $last" ] || fail "another part: $options"
+done << 'EOF'
+3 5 --from 3 --until 5
+1 12 --from 44:00
+3 12 --from 06:00
+2 3 --from 05:00 --until 45:00
+1 1 --until 05:00
+5 8 --date 2026-11-23T22 --from 00:05:00 --until 01:25:00
+6 7 --date 2026-11-23T22:45:00 --from 2026-11-24T00:20:00Z --until 2026-11-24T01:05:00
+12 12 --from 12
+EOF
+expect 3 "do not tell when they were received" list --from 14:30:15 hours.hex
+expect 1 "--from and --until choose" list --from 13 hours.hex
+[ "$("$rtcm2" list --from 2026-01-01T00:00:00Z <(cat hours.hex) | wc -l)" = 13 ] || fail "does not know when it received"
+"$rtcm2" list --until 2026-01-01T00:00:00Z <(cat hours.hex; sleep 100) > out 2> err && fail "received it too early"
+expect 2 "neither the number of a message" list --from 0 "$sample"
+expect 2 "no date with an hour" list --date 2026-11-23 "$sample"
+"$rtcm2" list --until 2 <(cat "$sample"; sleep 100) > out || fail "does not end where nothing more is wanted"
+
+# A file for each hour, station or type, which together have all messages
+for split in "hour 5 hour-004" "hour 5 2026-11-24T02 --date 2026-11-23T22" "station 1 station-417" "type 1 type-14"; do
+    read -r by count last options <<< "$split"
+    expect 0 "12 messages in $count file" convert --to hex --split "$by" $options -o "by-$last" hours.hex
+    [ "$(find "by-$last" | wc -l)" = $((count + 1)) ] && [ -f "by-$last/$last.hex" ] || fail "other files: $split"
+    cat "by-$last"/* | cmp - hours.hex || fail "other messages: $split"
+    (ulimit -f 0; exec "$rtcm2" convert --to hex --split type -o "by-$last" "$all" 2>&1) | grep -q "too large" ||
+        fail "no limit: $split"
+    cat "by-$last"/.[!.]* "by-$last"/* 2> err | cmp - hours.hex || fail "old files are lost: $split"
+done
+(ulimit -n 20; "$rtcm2" convert --to stream --split type -o many "$all" 2> err) || fail "too many files are open"
+"$rtcm2" convert --to stream --type 16 "$all" | cmp - many/type-16.rtcm2 || fail "the parity of a file is another one"
+expect 2 "needs a directory" convert --to hex --split type hours.hex -o old
+expect 2 "lies in the output directory" convert --to hex --split type hours.hex -o .
+expect 3 "nothing was written to empty" convert --to hex --split type -o empty "$sample" missing
+[ -z "$(ls -A empty)" ] || fail "something is left"
+
+
 for command in --help --version "list --help" manual "completion zsh" describe; do
     expect 0 "" $command
     "$rtcm2" $command > /dev/full 2> err

@@ -2,6 +2,7 @@
 
 #include "base/Unfinished.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
@@ -45,9 +46,10 @@ int NewFile::create(const std::string& wanted, mode_t mode)
     const fs::path target = followed(wanted, error);
     errno = error.value();
     int descriptor = -1;
-    for (int attempt = 0; descriptor < 0 && (errno == 0 || errno == EEXIST); ++attempt) {
+    static std::atomic<unsigned> number = 0;    // of many files, none is tried for twice
+    while (descriptor < 0 && (errno == 0 || errno == EEXIST)) {
         name = target.parent_path() /
-               (".rtcm2-" + std::to_string(::getpid()) + '-' + std::to_string(attempt));
+               (".rtcm2-" + std::to_string(::getpid()) + '-' + std::to_string(number++));
         descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     }
     if (descriptor < 0) {

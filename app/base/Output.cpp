@@ -80,10 +80,32 @@ void Output::write(std::string_view text)
 
 void Output::flush()
 {
-    if (!failed()) {
-        check(writeAll(descriptor, buffer));
+    if (!failed() && !buffer.empty()) {
+        openAgain();
+        if (!failed()) {
+            check(writeAll(descriptor, buffer));
+        }
+        if (rests) {
+            closeDescriptor();
+        }
     }
     buffer.clear();
+}
+
+void Output::rest()
+{
+    flush();
+    closeDescriptor();
+    rests = true;
+}
+
+void Output::openAgain()
+{
+    if (rests) {
+        const std::string& path = newFile.exists() ? newFile.path() : name;
+        descriptor = ::open(path.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC | O_NOCTTY);
+        check(descriptor >= 0);
+    }
 }
 
 bool Output::close()

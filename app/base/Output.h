@@ -24,6 +24,9 @@ public:
     // Writes to a file instead. False when that is not possible.
     [[nodiscard]] bool open(const std::string& path);
 
+    // From now on the file is open only while it is written to. Not for standard output.
+    void rest();
+
     void write(std::string_view text);
     Output& operator<<(std::string_view text)
     {
@@ -58,6 +61,7 @@ public:
 
 private:
     void replace(const struct stat& old);
+    void openAgain();
     void closeDescriptor();
     void check(bool succeeded);
 
@@ -66,5 +70,6 @@ private:
     std::string buffer;
     NewFile newFile;
     bool isTerminal;
+    bool rests = false;
     int error = 0;
 };

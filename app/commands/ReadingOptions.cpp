@@ -22,6 +22,7 @@ void ReadingOptions::declareInput(CLI::App& command)
         ->capture_default_str()
         ->type_name("NUMBER")
         ->group(optionGroup::input);
+    part.declare(command);
 }
 
 void ReadingOptions::declare(CLI::App& command)
@@ -77,12 +78,32 @@ bool showsProgress(const ReadingOptions& options, const Sink& sink)
            !(resultsOnTerminal && sink.writesAlong());
 }
 
-std::string nothingFound(std::uint64_t messages)
+InputOptions inputOptionsOf(const ReadingOptions& options)
 {
-    return messages == 0 ? "no message found in the input"
+    options.part.requireOneBeginning(options.inputs);
+    if (!options.part.range.empty() && options.session.follows) {
+        throw UsageError{"--range does not go with --follow"};
+    }
+    return {.form = *inputFormOf(options.form), .range = options.part.bytesOf(options.inputs)};
+}
+
+SessionOptions sessionOptionsOf(const ReadingOptions& options, const Sink& sink)
+{
+    SessionOptions result = options.session;
+    result.window = options.part.window();
+    result.mode = static_cast<unsigned char>(options.mode);
+    result.showsProgress = showsProgress(options, sink);
+    result.showsResults = goesToTerminal(options.output) && ::isatty(STDERR_FILENO) == 1;
+    return result;
+}
+
+std::string nothingFound(std::uint64_t messages, bool isRange)
+{
+    return messages == 0 ? (isRange ? "no message begins in this range of the input"
+                                    : "no message found in the input")
                          : "none of the messages in the input (" + std::to_string(messages) +
-                               ") is among those that --type, --except, --station, --mmsi and "
-                               "--where choose";
+                               ") is among those that --type, --except, --station, --mmsi, "
+                               "--where, --from and --until choose";
 }
 
 }    // namespace
@@ -92,24 +113,19 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
     Output output;
     try {
         const MessageFilter filter(host.model, options.filter);
+        const InputOptions inputOptions = inputOptionsOf(options);
         requireOtherOutput(options.inputs, options.output);
         if (!openOutput(output, options.output)) {
             return ExitStatus::unwritable;
         }
         switchKinds(*host.decoder, host.model, filter);
-        const InputForm form = *inputFormOf(options.form);
-        Session session(host.model, host.driver, filter, [form] { return makeReader(form); });
+        Session session(host.model, host.driver, filter, inputOptions);
         const std::unique_ptr<Sink> sink = makeSink(output, filter);
-        SessionOptions sessionOptions = options.session;
-        sessionOptions.mode = static_cast<unsigned char>(options.mode);
-        sessionOptions.showsProgress = showsProgress(options, *sink);
-        sessionOptions.showsResults =
-            goesToTerminal(options.output) && ::isatty(STDERR_FILENO) == 1;
         const ExitStatus status = workInto(output, options.inputs, [&] {
-            return session.run(options.inputs, sessionOptions, *sink);
+            return session.run(options.inputs, sessionOptionsOf(options, *sink), *sink);
         });
         if (status == ExitStatus::nothingFound) {
-            tell(nothingFound(session.messages()));
+            tell(nothingFound(session.messages(), inputOptions.range.has_value()));
         }
         return status;
     } catch (const FilterError& error) {

@@ -4,6 +4,7 @@
 
 #include "base/Output.h"
 #include "commands/Host.h"
+#include "commands/PartOptions.h"
 #include "filter/MessageFilter.h"
 #include "session/Session.h"
 
@@ -18,6 +19,7 @@ struct ReadingOptions {
     std::vector<std::string> inputs{"-"};
     std::string form = "auto";
     unsigned mode = 0;
+    PartOptions part;
     FilterOptions filter;
     SessionOptions session;
     std::string output;    // empty for standard output

@@ -3,6 +3,7 @@
 #include "base/Interrupt.h"
 #include "base/Terminal.h"
 #include "filter/MessageFilter.h"
+#include "forms/UnitForm.h"
 #include "framing/Header.h"
 #include "sources/Sources.h"
 
@@ -13,9 +14,9 @@ constexpr std::size_t bitsPerWord = framing::bytesPerWord * 8;
 }    // namespace
 
 Session::Session(const FormatModel& model, DecoderDriver& driver,
-                 const MessageFilter& messageFilter, ReaderFactory makeReader)
+                 const MessageFilter& messageFilter, const InputOptions& inputOptionsOfIt)
     : formatModel(model), decoderDriver(driver), filter(messageFilter),
-      readerFactory(std::move(makeReader)),
+      inputOptions(inputOptionsOfIt),
       troubles(model, [this](const std::string& line) { tellAlong(line); })
 {
 }
@@ -37,7 +38,7 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
         }
         progress = std::make_unique<Progress>(options.showsProgress && !input->isTyped());
         readInput();
-        for (const std::string& problem : {input->problem(), problemOfForm()}) {
+        for (const std::string& problem : {input->problem(), problemOfForm(), problemOfWindow()}) {
             if (!problem.empty()) {
                 tell(problem);
                 allReadable = false;
@@ -63,15 +64,19 @@ ExitStatus Session::statusOfEnd(bool allReadable) const
     if (!allReadable) {
         return ExitStatus::unreadable;
     }
-    const bool noneChosen = counted == 0 && filter.isRestricted();
+    const bool noneChosen = counted == 0 && (filter.isRestricted() || !options.window.isOpen());
     return good == 0 || noneChosen ? ExitStatus::nothingFound : ExitStatus::success;
 }
 
 void Session::readInput()
 {
-    reader = readerFactory();
+    reader = readerFor(*input, inputOptions);
     bytesRead = 0;
     isFinished = false;
+    window.reset();
+    if (!options.window.isOpen()) {
+        window.emplace(formatModel, options.window, input->isLive());
+    }
     progress->begin(input->name(), input->size());
     sink->beginInput(input->name());
     troubles.beginInput(input->name());
@@ -100,6 +105,13 @@ std::string Session::problemOfForm() const
     return problem.empty() ? problem
                            : "cannot read " + input->name() + ": " + problem +
                                  "; --form says in which form it is";
+}
+
+std::string Session::problemOfWindow() const
+{
+    return window && !window->problem().empty() ? "cannot choose messages of " + input->name() +
+                                                      " by their time: " + window->problem()
+                                                : std::string();
 }
 
 // Does not wait for bytes with something at hand.
@@ -134,7 +146,7 @@ void Session::addEnvelope(FrameBatch& batch) const
 // more.
 bool Session::readOn()
 {
-    if (isFinished || !reader->problem().empty()) {
+    if (isFinished || !reader->problem().empty() || reader->isComplete()) {
         return false;
     }
     const std::span<const std::uint8_t> bytes = input->read();
@@ -175,6 +187,9 @@ void Session::take(const FrameBatch& batch, const FrameBatch::Entry& entry)
     found.envelope = &batch.envelopeOf(entry);
     found.text.clear();
     found.isShort = false;
+    if (window && !isInWindow(batch, entry)) {
+        return;
+    }
     switch (entry.kind) {
     case framing::Frame::Kind::message:
         if (!decode(batch.bytesOf(entry), entry.isRecording)) {
@@ -195,6 +210,20 @@ void Session::take(const FrameBatch& batch, const FrameBatch::Entry& entry)
     if (!found.text.empty() || found.isShort) {
         tellTrouble();
     }
+}
+
+bool Session::isInWindow(const FrameBatch& batch, const FrameBatch::Entry& entry)
+{
+    const bool isMessage = entry.kind == framing::Frame::Kind::message;
+    framing::Header header;
+    if (isMessage) {
+        const std::span<const std::uint8_t> bytes = batch.bytesOf(entry);
+        const UnitForm& units = entry.isRecording ? recordedUnits : packedUnits;
+        header = framing::headerOf(units.data(bytes.data()), units.data(&bytes[units.size]));
+    }
+    const bool takes = window->takes(entry.number, isMessage ? &header : nullptr, *found.envelope);
+    good += isMessage && !takes ? 1 : 0;    // else it is counted where it is decoded
+    return takes;
 }
 
 // False for what the filter keeps back.

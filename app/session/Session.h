@@ -3,22 +3,23 @@
 
 #include "base/ExitStatus.h"
 #include "base/Progress.h"
-#include "forms/PacketReader.h"
 #include "plugin/DecoderDriver.h"
 #include "session/FrameQueue.h"
+#include "session/InputReader.h"
 #include "session/ShortMessage.h"
 #include "session/Sink.h"
 #include "session/TableRecord.h"
 #include "session/Troubles.h"
+#include "session/Window.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
-class Source;
 class MessageFilter;
 
 // What to do about messages that are damaged or cannot be decoded.
@@ -32,15 +33,14 @@ struct SessionOptions {
     bool showsResults = false;     // people see them come, so that what is told must stand in order
     unsigned char mode = 0;        // of recorded messages
     bool follows = false;          // waits at the end of a file for what is written to it
+    WindowOptions window{};        // of each input
 };
 
 class Session {
 public:
-    using ReaderFactory = std::function<std::unique_ptr<PacketReader>()>;
-
     // Everything given must outlive the session.
     Session(const FormatModel& model, DecoderDriver& driver, const MessageFilter& messageFilter,
-            ReaderFactory makeReader);
+            const InputOptions& inputOptions);
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -61,9 +61,11 @@ private:
     void addEnvelope(FrameBatch& batch) const;
     bool readOn();
     std::string problemOfForm() const;
+    std::string problemOfWindow() const;
 
     void takeAll(const FrameBatch& batch);
     void take(const FrameBatch& batch, const FrameBatch::Entry& entry);
+    bool isInWindow(const FrameBatch& batch, const FrameBatch::Entry& entry);
     bool decode(std::span<const std::uint8_t> bytes, bool isRecording);
     bool decodeHeard(std::span<const std::uint8_t> bytes);
     bool decodeWhole(std::span<const std::uint8_t> bytes, bool isRecording);
@@ -80,13 +82,14 @@ private:
     void tellAlong(const std::string& text);
     void tell(const std::string& text);
     ExitStatus statusOfEnd(bool allReadable) const;
-    bool isInputDone() const { return isDone() || sink->hasEnough(); }
+    bool isInputDone() const { return isDone() || sink->hasEnough() || isPastWindow(); }
+    bool isPastWindow() const { return window && (window->isPast() || !window->problem().empty()); }
     bool isDone() const;
 
     const FormatModel& formatModel;
     DecoderDriver& decoderDriver;
     const MessageFilter& filter;
-    ReaderFactory readerFactory;
+    InputOptions inputOptions;
 
     SessionOptions options;
     Sink* sink = nullptr;
@@ -94,9 +97,10 @@ private:
     TableRecord tableRecord;    // of what is in work, where the decoder gives none
     ShortMessage shortMessage;
     Troubles troubles;
-    std::uint64_t good = 0;       // messages of any kind, decodable or not
-    std::uint64_t counted = 0;    // of what was found, what counts for the sink
-    bool stopped = false;         // at trouble
+    std::optional<Window> window;    // nothing where all messages are wanted
+    std::uint64_t good = 0;          // messages of any kind, decodable or not
+    std::uint64_t counted = 0;       // of what was found, what counts for the sink
+    bool stopped = false;            // at trouble
 
     // What fill() works with, perhaps on a second thread:
     std::unique_ptr<Source> input;

@@ -3,6 +3,7 @@
 #include "base/Interrupt.h"
 #include "sources/TerminalInput.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -58,7 +59,8 @@ void FileSource::open(const std::string& name)
     live = followed || comesSlowly(status);
     typed = live && ::isatty(descriptor) == 1;
     hintText = typed ? terminalHint(descriptor) : std::string();
-    wholeSize = !S_ISREG(status.st_mode) ? 0 : static_cast<std::uint64_t>(status.st_size);
+    isFile = S_ISREG(status.st_mode);
+    expectedSize = isFile ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 
 std::span<const std::uint8_t> FileSource::read()
@@ -83,6 +85,21 @@ std::span<const std::uint8_t> FileSource::read()
         }
     }
     return {};
+}
+
+void FileSource::seek(std::uint64_t place, std::uint64_t end)
+{
+    if (!problemText.empty()) {
+        return;
+    }
+    const std::uint64_t size = expectedSize;
+    position = std::min(place, size);
+    if (!isFile) {
+        Source::seek(place, end);
+    } else if (::lseek(descriptor, static_cast<off_t>(position), SEEK_SET) < 0) {
+        fail();
+    }
+    expectedSize = std::clamp(end, position, size) - position;
 }
 
 // False when the program is asked to end. A signal that comes right before the wait is seen after

@@ -16,6 +16,7 @@ public:
     ~FileSource() override;
 
     std::span<const std::uint8_t> read() override;
+    void seek(std::uint64_t place, std::uint64_t end) override;
 
 private:
     void open(const std::string& name);
@@ -25,6 +26,7 @@ private:
 
     int descriptor = -1;
     bool followed;
+    bool isFile = false;
     std::uint64_t position = 0;    // in a file that is followed
     std::vector<std::uint8_t> buffer;
 };

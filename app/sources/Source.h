@@ -20,6 +20,10 @@ public:
     // by the first read.
     virtual std::span<const std::uint8_t> read() = 0;
 
+    // Goes on with the byte at this place of the input. Those from `end` on are not expected to be
+    // read, though they can be. Input that does not lie in a file has a problem then.
+    virtual void seek(std::uint64_t place, std::uint64_t end);
+
     // Called a few times a second while a live input is waited for.
     void setIdle(std::function<void()> function) { idle = std::move(function); }
     // Hears of what happens to a live input that goes on all the same.
@@ -40,8 +44,8 @@ public:
     // What people should know before they wait for its bytes; empty when nothing.
     const std::string& hint() const { return hintText; }
 
-    // Bytes of the whole input; 0 when that is not known.
-    std::uint64_t size() const { return wholeSize; }
+    // Bytes that are expected to be read of it; 0 when that is not known.
+    std::uint64_t size() const { return expectedSize; }
 
     // When the bytes that were read last came, in microseconds since 1970; nothing where they lay
     // in a file.
@@ -58,7 +62,7 @@ protected:
     std::string hintText;
     bool live = false;
     bool typed = false;
-    std::uint64_t wholeSize = 0;
+    std::uint64_t expectedSize = 0;
     std::function<void()> idle = [] {};
     Tell tell = [](const std::string&) {};
 

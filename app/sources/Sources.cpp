@@ -11,6 +11,11 @@ void Source::stampTime()
                       .count();
 }
 
+void Source::seek(std::uint64_t, std::uint64_t)
+{
+    problemText = "cannot read a part of " + displayName + ": its bytes come one after another";
+}
+
 std::unique_ptr<Source> openSource(const std::string& name, const SourceOptions& options)
 {
     return std::make_unique<FileSource>(name, options.follows);

@@ -60,7 +60,7 @@ public:
     ExitStatus read(const std::vector<std::string>& paths, Sink& sink)
     {
         const MessageFilter filter(host.model, filterOptions);
-        Session session(host.model, host.driver, filter, [this] { return makeReader(form); });
+        Session session(host.model, host.driver, filter, {.form = form});
         return session.run(paths, sessionOptions, sink);
     }
 

@@ -6,6 +6,7 @@
 #include "commands/ReadingOptions.h"
 #include "commands/WritingOptions.h"
 #include "commands/convert/CopySink.h"
+#include "commands/convert/Split.h"
 
 #include <string>
 
@@ -24,6 +25,7 @@ private:
     bool keepsTimes = false;
     bool knownOnly = false;
     bool keepsUndecodable = false;
+    std::string split;
 };
 
 }    // namespace
@@ -48,6 +50,7 @@ void ConvertCommand::declare(CLI::App& program)
     app->add_flag("--keep-undecodable", keepsUndecodable,
                   "Also copy messages of known types whose content does not fit. Not together "
                   "with --type, --station or --where");
+    declareSplit(*app, split);
     app->footer("Every message that passes the filter is written bit by bit as it was; only parity "
                 "is made anew.\nDamaged and truncated messages and what stands between messages "
                 "are left out.\n"
@@ -57,6 +60,7 @@ void ConvertCommand::declare(CLI::App& program)
                 "  rtcm2 convert --to stream -o clean.rtcm2 damaged.rtcm2\n"
                 "  rtcm2 convert --type 1,31 --to hex capture.rtcm2\n"
                 "  rtcm2 convert --form words --to packed -o out.packed recording.bin\n"
+                "  rtcm2 convert --to stream --split station -o stations/ capture.rtcm2\n"
                 "  rtcm2 convert --to aivdm --mmsi 2734450 --position 59.9,30.2 capture.rtcm2");
 }
 
@@ -90,9 +94,11 @@ ExitStatus ConvertCommand::copy(Host& host, CopyOptions options)
 {
     std::uint64_t withoutSender = 0;
     options.withoutSender = &withoutSender;
-    const ExitStatus status = runSession(host, reading, [&](Output& output, const MessageFilter&) {
+    const auto makeSink = [&](Output& output, const MessageFilter&) {
         return std::make_unique<CopySink>(output, options);
-    });
+    };
+    const ExitStatus status = split.empty() ? runSession(host, reading, makeSink)
+                                            : runSplit(host, reading, options, split);
     if (withoutSender == 0) {
         return status;
     }
