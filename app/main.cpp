@@ -7,6 +7,8 @@
 #include "commands/HelpFormatter.h"
 #include "commands/Mistakes.h"
 #include "commands/OutputFile.h"
+#include "sources/InputUrl.h"
+#include "sources/Passwords.h"
 
 #include <QLocale>
 
@@ -66,6 +68,8 @@ ExitStatus runChosen(const Commands& commands)
             }
         }
     } catch (const UsageError& error) {
+        tellLines("rtcm2: " + error.text);
+    } catch (const UrlError& error) {
         tellLines("rtcm2: " + error.text);
     } catch (const Interrupted&) {
         return ExitStatus::interrupted;
@@ -141,6 +145,7 @@ int run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    takePasswords(argc, argv);
     occupyStandardDescriptors();
     lastWords::install();
     interrupt::install();

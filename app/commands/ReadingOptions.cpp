@@ -21,6 +21,11 @@ void ReadingOptions::declareInput(CLI::App& command)
         ->check(CLI::IsMember({"auto", "stream", "packed", "hex", "words"}))
         ->capture_default_str()
         ->group(optionGroup::input);
+    command
+        .add_flag("--follow", session.follows,
+                  "Wait at the end of the file, or of the last of several, for what is written to "
+                  "it, until interrupted")
+        ->group(optionGroup::input);
     command.add_option("--mode", mode, "Mode byte that the receiver was set to, for --form words")
         ->check(CLI::Range(0, 255))
         ->capture_default_str()
@@ -37,6 +42,11 @@ void ReadingOptions::declare(CLI::App& command)
     declareTrouble(command, session,
                    "What to do about damaged and undecodable messages: report them on standard "
                    "error, skip them silently, or stop at the first");
+}
+
+bool ReadingOptions::isLive() const
+{
+    return session.follows || anyIsLive(inputs);
 }
 
 void ReadingOptions::declareFilter(CLI::App& command)
@@ -96,6 +106,9 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
     Output output;
     try {
         const MessageFilter filter(host.model, options.filter);
+        if (!options.endsEach) {
+            requireInputs(options.inputs);
+        }
         requireOtherOutput(options.inputs, options.output);
         if (!openOutput(output, options.output)) {
             return ExitStatus::unwritable;
@@ -109,7 +122,8 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
         sessionOptions.showsProgress = showsProgress(options, *sink);
         sessionOptions.showsResults =
             goesToTerminal(options.output) && ::isatty(STDERR_FILENO) == 1;
-        const ExitStatus status = workInto(output, options.inputs, [&] {
+        const auto isPartOfUse = [&] { return session.messages() > 0 && options.isLive(); };
+        const ExitStatus status = workInto(output, isPartOfUse, [&] {
             return session.run(options.inputs, sessionOptions, *sink);
         });
         if (status == ExitStatus::nothingFound) {

@@ -79,6 +79,7 @@ ExitStatus EncodeCommand::run(Host&)
     }
     const InputForm to = *inputFormOf(form);
     requireNoBinaryOnTerminal(form, outputName);
+    requireInputs(inputs);
     requireOtherOutput(inputs, outputName);
     Output output;
     if (!openOutput(output, outputName)) {
@@ -88,7 +89,8 @@ ExitStatus EncodeCommand::run(Host&)
         !options.quiet && !goesToTerminal(outputName) && ::isatty(STDERR_FILENO) == 1;
     const std::unique_ptr<PacketWriter> writer = makeWriter(to);
     EncodeSession session(output, *writer, options);
-    const ExitStatus status = workInto(output, inputs, [&] { return session.run(inputs); });
+    const ExitStatus status = workInto(
+        output, [&] { return anyIsLive(inputs); }, [&] { return session.run(inputs); });
     if (status == ExitStatus::nothingFound) {
         tell("no message found in the input");
     }

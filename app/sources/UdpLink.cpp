@@ -1,0 +1,128 @@
+#include "sources/UdpLink.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <net/if.h>
+#include <netinet/in.h>
+#include <poll.h>
+
+namespace {
+
+constexpr std::size_t sendersTold = 8;
+
+bool set(int socket, int level, int option, int value)
+{
+    return ::setsockopt(socket, level, option, &value, sizeof value) == 0;
+}
+
+bool isGroup(const Address& address)
+{
+    if (address.family() == AF_INET6) {
+        const auto& six = reinterpret_cast<const sockaddr_in6&>(address.bytes);
+        return IN6_IS_ADDR_MULTICAST(&six.sin6_addr);
+    }
+    const auto& four = reinterpret_cast<const sockaddr_in&>(address.bytes);
+    return IN_MULTICAST(ntohl(four.sin_addr.s_addr));
+}
+
+}    // namespace
+
+bool UdpLink::fail()
+{
+    problemText = errno == EADDRINUSE ? "another program receives on this port"
+                  : errno == EADDRNOTAVAIL
+                      ? "this address is neither one of this computer nor that of a group"
+                      : std::strerror(errno);
+    return false;
+}
+
+bool UdpLink::open(const Wait& wait, const Tell& /*tell*/)
+{
+    if (!url.host.empty()) {
+        const Resolved resolved = resolve(url.host, url.port, wait);
+        problemText = resolved.problem;
+        return !resolved.addresses.empty() && bindTo(resolved.addresses.front());
+    }
+    // The first takes what comes by IPv4, too; some systems have no IPv6.
+    return bindTo(numericAddresses("::", url.port).front()) ||
+           bindTo(numericAddresses("0.0.0.0", url.port).front());
+}
+
+// Several programs may listen to a group. An address has one listener: with another one, each would
+// get a part of the datagrams.
+bool UdpLink::bindTo(const Address& address)
+{
+    socket =
+        OwnedDescriptor(::socket(address.family(), SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    if (!socket.isOpen()) {
+        return fail();
+    }
+    const bool group = isGroup(address);
+    constexpr int wantedBytes = 4 << 20;    // the system gives less where that is too much
+    set(socket.get(), SOL_SOCKET, SO_RCVBUF, wantedBytes);
+    if (group) {
+        set(socket.get(), SOL_SOCKET, SO_REUSEADDR, 1);
+    }
+    if (address.family() == AF_INET6) {
+        set(socket.get(), IPPROTO_IPV6, IPV6_V6ONLY, 0);
+    }
+    if (::bind(socket.get(), address.get(), address.length) != 0 || (group && !join(address))) {
+        return fail();
+    }
+    problemText.clear();
+    return true;
+}
+
+bool UdpLink::join(const Address& group)
+{
+    group_req request = {};
+    request.gr_group = group.bytes;
+    const std::string interface = url.text("interface");
+    if (!interface.empty()) {
+        request.gr_interface = ::if_nametoindex(interface.c_str());
+        if (request.gr_interface == 0) {
+            return false;
+        }
+    }
+    const int level = group.family() == AF_INET6 ? static_cast<int>(IPPROTO_IPV6) : IPPROTO_IP;
+    return ::setsockopt(socket.get(), level, MCAST_JOIN_GROUP, &request, sizeof request) == 0;
+}
+
+std::span<const std::uint8_t> UdpLink::receive(const Wait& wait, const Tell& tell)
+{
+    problemText.clear();
+    while (wait.forDescriptor(socket.get(), POLLIN, Wait::Clock::time_point::max()) ==
+           Wait::End::ready) {
+        Address sender;
+        sender.length = sizeof sender.bytes;
+        const ssize_t count =
+            ::recvfrom(socket.get(), buffer.data(), buffer.size(), 0,
+                       reinterpret_cast<sockaddr*>(&sender.bytes), &sender.length);
+        if (count < 0 && errno != EAGAIN && errno != EINTR) {
+            fail();
+            return {};
+        }
+        if (count > 0 && isWanted(sender)) {
+            note(sender, tell);
+            return std::span(buffer).first(static_cast<std::size_t>(count));
+        }
+    }
+    return {};
+}
+
+bool UdpLink::isWanted(const Address& sender) const
+{
+    const std::string wanted = url.text("from");
+    return wanted.empty() || wanted == hostText(sender);
+}
+
+// Messages of two senders may be mixed up, and none can be told by its content.
+void UdpLink::note(const Address& sender, const Tell& tell)
+{
+    if (senders.size() < sendersTold && senders.insert(addressText(sender)).second &&
+        senders.size() > 1) {
+        tell("datagrams on port " + std::to_string(url.port) + " come from a further sender, " +
+             addressText(sender) + "; all are taken, and ?from=ADDRESS takes those of one only");
+    }
+}

@@ -1,0 +1,33 @@
+// Datagrams: udp://:port, udp://group:port
+#pragma once
+
+#include "base/OwnedDescriptor.h"
+#include "sources/InputUrl.h"
+#include "sources/Link.h"
+#include "sources/Resolver.h"
+
+#include <set>
+#include <vector>
+
+// In the order of their arrival, from whoever sends them.
+class UdpLink : public Link {
+public:
+    explicit UdpLink(const InputUrl& inputUrl) : url(inputUrl), buffer(largestDatagram) {}
+
+    bool open(const Wait& wait, const Tell& tell) override;
+    std::span<const std::uint8_t> receive(const Wait& wait, const Tell& tell) override;
+
+private:
+    static constexpr std::size_t largestDatagram = 1 << 16;
+
+    bool fail();
+    bool bindTo(const Address& address);
+    bool join(const Address& group);
+    bool isWanted(const Address& sender) const;
+    void note(const Address& sender, const Tell& tell);
+
+    InputUrl url;
+    OwnedDescriptor socket;
+    std::set<std::string> senders;
+    std::vector<std::uint8_t> buffer;
+};
