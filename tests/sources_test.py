@@ -119,6 +119,7 @@ class Sources(unittest.TestCase):
         for name, answer in {
                 "tcp": DATA,
                 "version 2": V2 + b"\r\n" + DATA,
+                "many fields": V2 + b"A: b\r\n" * 2700 + b"\r\n" + DATA,
                 "chunks": CHUNKED + chunks(DATA),
                 "length": V2 + b"Content-Length: %d\r\n\r\n" % len(DATA) + DATA + b"more",
                 "version 1": b"ICY 200 OK\r\n" + DATA,
@@ -235,7 +236,7 @@ class Sources(unittest.TestCase):
                     self.assertEqual(asked[0], "GET /D HTTP/1.1")
 
     def test_casters_list_their_streams_and_lead_elsewhere(self):
-        table = Server(b"", lambda asked: b"SOURCETABLE 200 OK\r\nServer: x\r\n\r\n" + TABLE
+        table = Server(b"", lambda asked: b"SOURCETABLE 200 OK\r\nServer: x\r\n" + TABLE
                        if "HTTP/1.0" in asked and asked.startswith("GET / ") else b"")
         status, out, err = run(f"ntrip://localhost:{table.port}/")
         self.assertEqual((status, err), (0, ""))

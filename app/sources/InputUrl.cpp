@@ -2,6 +2,7 @@
 
 #include "base/NearestName.h"
 #include "base/PlainText.h"
+#include "sources/UrlSchemes.h"
 
 #include <algorithm>
 #include <charconv>
@@ -10,74 +11,6 @@
 #include <vector>
 
 namespace {
-
-struct Parameter {
-    const char* name;
-    const char* expected;
-    // Numbers from the first to the second are taken; where both are 0, texts.
-    double least = 0;
-    double most = 0;
-};
-
-struct Scheme {
-    const char* name;
-    const char* form;
-    bool needsHost;
-    bool needsPort;
-    unsigned usualPort;
-    bool hasPath;
-    std::vector<Parameter> parameters;
-};
-
-const Parameter timeoutParameter{"timeout", "seconds of silence, 0 for any", 0, 1e6};
-const Parameter pauseParameter{"pause", "seconds, from 0.01 to 60", 0.01, 60};
-const Parameter retriesParameter{"retries", "a number, 0 or more", 0, 1e9};
-
-const std::vector<Scheme>& schemes()
-{
-    static const std::vector<Scheme> all = {
-        {"tcp",
-         "tcp://HOST:PORT",
-         true,
-         true,
-         0,
-         false,
-         {timeoutParameter, pauseParameter, retriesParameter}},
-        {"ntrip",
-         "ntrip://[USER@]HOST[:PORT]/MOUNTPOINT",
-         true,
-         false,
-         2101,
-         true,
-         {timeoutParameter, pauseParameter, retriesParameter}},
-        {"udp",
-         "udp://:PORT or udp://GROUP:PORT",
-         false,
-         true,
-         0,
-         false,
-         {{"from", "the address of the sender"}, {"interface", "the name of an interface"}}},
-        {"serial",
-         "serial:/dev/ttyUSB0?baud=38400",
-         false,
-         false,
-         0,
-         true,
-         {{"baud", "bits a second", 1, 1e8},
-          {"bits", "5 to 8", 5, 8},
-          {"parity", "none, even or odd"},
-          {"stop", "1 or 2", 1, 2},
-          pauseParameter,
-          retriesParameter}}};
-    return all;
-}
-
-const Scheme* schemeOf(std::string_view name)
-{
-    const auto found = std::find_if(schemes().begin(), schemes().end(),
-                                    [&](const Scheme& scheme) { return scheme.name == name; });
-    return found == schemes().end() ? nullptr : &*found;
-}
 
 // What stands before the ":"; empty where that can be no scheme.
 std::string schemeName(std::string_view name)
@@ -99,7 +32,7 @@ std::string_view takeUpTo(std::string_view& text, std::string_view signs)
 
 class Reading {
 public:
-    Reading(const std::string& name, const Scheme& is) : scheme(is)
+    Reading(const std::string& name, const UrlScheme& is) : scheme(is)
     {
         url.scheme = scheme.name;
         rest = std::string_view(name).substr(url.scheme.size() + 1);
@@ -200,7 +133,7 @@ private:
     void requireParameter(const std::string& name) const
     {
         std::vector<std::string> names;
-        for (const Parameter& parameter : scheme.parameters) {
+        for (const UrlParameter& parameter : scheme.parameters) {
             if (parameter.name == name) {
                 requireValue(parameter);
                 return;
@@ -216,7 +149,7 @@ private:
                        "' but: " + all + (meant.empty() ? "" : "; " + meant)};
     }
 
-    void requireValue(const Parameter& parameter) const
+    void requireValue(const UrlParameter& parameter) const
     {
         const std::string& value = url.parameters.at(parameter.name);
         const auto number = numberIn<double>(value);
@@ -230,7 +163,7 @@ private:
         }
     }
 
-    const Scheme& scheme;
+    const UrlScheme& scheme;
     std::string_view rest;
     InputUrl url;
 };
@@ -239,7 +172,7 @@ private:
 {
     std::vector<std::string> names;
     std::string forms;
-    for (const Scheme& scheme : schemes()) {
+    for (const UrlScheme& scheme : urlSchemes()) {
         names.emplace_back(scheme.name);
         forms += std::string(forms.empty() ? "" : ", ") + scheme.form;
     }
@@ -291,14 +224,14 @@ std::string percentDecoded(std::string_view text)
 bool isUrl(std::string_view name)
 {
     const std::string scheme = schemeName(name);
-    return schemeOf(scheme) != nullptr ||
+    return urlScheme(scheme) != nullptr ||
            (!scheme.empty() && name.substr(scheme.size(), 3) == "://");
 }
 
 InputUrl inputUrl(const std::string& name)
 {
     const std::string scheme = schemeName(name);
-    const Scheme* const known = schemeOf(scheme);
+    const UrlScheme* const known = urlScheme(scheme);
     if (known == nullptr) {
         refuseScheme(scheme);
     }

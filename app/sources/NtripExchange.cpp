@@ -2,6 +2,8 @@
 
 #include <QByteArray>
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::size_t longestHead = 16384;
@@ -11,6 +13,24 @@ constexpr int mostRedirects = 3;
 std::string base64(const std::string& text)
 {
     return QByteArray::fromStdString(text).toBase64().toStdString();
+}
+
+// Where a redirect leads, as the address of an input.
+std::string addressOf(const std::string& location, const InputUrl& from)
+{
+    const std::string http = "http://";
+    if (location.compare(0, 1, "/") == 0) {
+        return "ntrip://" + from.authority() + location;
+    }
+    if (location.compare(0, http.size(), http) != 0) {
+        return location;
+    }
+    std::string address = location.substr(http.size());
+    const std::size_t end = std::min(address.find('/'), address.size());
+    if (address.find(':') > end) {
+        address.insert(end, ":80");
+    }
+    return "ntrip://" + address;
 }
 
 }    // namespace
@@ -46,21 +66,13 @@ bool NtripExchange::isForVersion1(bool isAnswered) const
 {
     return knowsVersion2 &&
            (isAnswered ? head.status == 400 || head.status == 501 || head.status == 505
-                       : stream.isAtEnd() && received.empty());
+                       : stream.isClosedByPeer() && received.empty());
 }
 
 bool NtripExchange::redirect()
 {
-    const std::string& location = head.location;
-    if (location.substr(0, 1) == "/") {
-        target.path = location.substr(1);
-        return true;
-    }
-    const std::string http = "http://";
     try {
-        const bool isHttp = location.compare(0, http.size(), http) == 0;
-        const InputUrl next =
-            inputUrl(isHttp ? "ntrip://" + location.substr(http.size()) : location);
+        const InputUrl next = inputUrl(addressOf(head.location, target));
         target.host = next.host;
         target.port = next.port;
         target.path = next.path;
@@ -98,7 +110,7 @@ std::string NtripExchange::request() const
 bool NtripExchange::readHead(const Wait& wait)
 {
     const Wait::Clock::time_point deadline = deadlineIn(longestWait);
-    while (!takeHead(false)) {
+    while (true) {
         const std::chrono::duration<double> time = deadline - Wait::Clock::now();
         if (time.count() <= 0) {
             return fail("it does not answer as a caster does within " +
@@ -106,7 +118,7 @@ bool NtripExchange::readHead(const Wait& wait)
         }
         const std::span<const std::uint8_t> bytes = stream.receive(time.count(), wait);
         if (bytes.empty()) {
-            const bool isClosed = stream.isAtEnd();
+            const bool isClosed = stream.isClosedByPeer();
             return (isClosed && takeHead(true)) ||
                    fail(isClosed ? "it closes the connection without an answer" : stream.problem());
         }
@@ -114,11 +126,13 @@ bool NtripExchange::readHead(const Wait& wait)
         if (!mayBeNtripReply(received)) {
             return fail("what answers is no caster; tcp:// reads what it sends as it is");
         }
-        if (received.size() > longestHead && !takeHead(false)) {
+        if (takeHead(false)) {
+            return true;
+        }
+        if (received.size() > longestHead) {
             return fail("its answer has no end");
         }
     }
-    return true;
 }
 
 bool NtripExchange::takeHead(bool areAll)

@@ -78,13 +78,13 @@ CasterAnswer readTable(NtripExchange& exchange, const Wait& wait)
 
 bool NtripLink::open(const Wait& wait, const Tell& tell)
 {
-    if (!hasWarned && !credentials.warning.empty()) {
+    if (isFirst && !credentials.warning.empty()) {
         tell(credentials.warning);
     }
-    hasWarned = true;
     const bool isAnswered = exchange.ask(url.path, wait);
     const bool isStream = isAnswered && exchange.reply().kind == NtripReply::Kind::stream;
     problemText = isStream ? "" : isAnswered ? refusal(wait) : exchange.problem();
+    isFirst = false;
     return isStream;
 }
 
@@ -105,14 +105,17 @@ std::string NtripLink::refusal(const Wait& wait) const
 
 std::string NtripLink::noMountpoint(const Wait& wait) const
 {
+    const std::string what = "the caster has no stream at mountpoint '" + url.path + "' now";
+    if (!isFirst) {
+        return what;    // it was there before
+    }
     std::vector<std::string> names;
     for (const CasterStream& stream : askCaster(url, credentials, wait).streams) {
         names.push_back(stream.mountpoint);
     }
     const std::string meant = suggestion(nearestNames(url.path, names));
-    return "the caster has no stream at mountpoint '" + url.path + "' now; " +
-           (meant.empty() ? "" : meant + " ") + "'rtcm2 list ntrip://" + url.authority() +
-           "' shows those that it has";
+    return what + "; " + (meant.empty() ? "" : meant + " ") + "'rtcm2 list ntrip://" +
+           url.authority() + "' shows those that it has";
 }
 
 std::span<const std::uint8_t> NtripLink::receive(const Wait& wait, const Tell& /*tell*/)

@@ -22,13 +22,7 @@ private:
     InputUrl url;
     Credentials credentials;
     NtripExchange exchange;
-    bool hasWarned = false;
-};
-
-// What streams a caster has, or why that cannot be told.
-struct CasterAnswer {
-    std::vector<CasterStream> streams;
-    std::string problem;    // empty also when the program is asked to end
+    bool isFirst = true;    // of its openings
 };
 
 CasterAnswer askCaster(const InputUrl& url, const Credentials& credentials, const Wait& wait);

@@ -74,12 +74,16 @@ std::optional<NtripReply> readFields(NtripReply reply, std::string_view rest, st
 {
     bool isTable = reply.kind == NtripReply::Kind::sourceTable;
     bool isPage = false;
+    std::size_t read = whole - rest.size();
     while (const auto line = takeLine(rest)) {
-        if (line->empty()) {
+        // Some casters leave out the empty line before their table.
+        const bool isBody = isTable && line->find(';') < line->find(':');
+        if (line->empty() || isBody) {
             reply.kind = kindOf(reply, isTable, isPage);
-            reply.headBytes = whole - rest.size();
+            reply.headBytes = isBody ? read : whole - rest.size();
             return reply;
         }
+        read = whole - rest.size();
         readField(reply, *line, isTable, isPage);
     }
     return std::nullopt;

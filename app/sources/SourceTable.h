@@ -21,4 +21,10 @@ struct CasterStream {
     bool isReadable() const;
 };
 
+// What streams a caster has, or why that cannot be told.
+struct CasterAnswer {
+    std::vector<CasterStream> streams;
+    std::string problem;    // empty also when the program is asked to end
+};
+
 std::vector<CasterStream> casterStreams(std::string_view table);

@@ -2,6 +2,7 @@
 
 #include "sources/FileSource.h"
 #include "sources/LiveSource.h"
+#include "sources/NtripLink.h"
 #include "sources/SerialLink.h"
 #include "sources/TcpLink.h"
 #include "sources/UdpLink.h"
@@ -43,6 +44,11 @@ std::unique_ptr<Source> openSource(const std::string& name, const SourceOptions&
     rule.firstPause = url.number("pause", rule.firstPause);
     rule.most = url.number("retries", rule.most);
     return std::make_unique<LiveSource>(url.shown(), linkOf(url, name), rule);
+}
+
+std::string shownInput(const std::string& name)
+{
+    return isUrl(name) ? inputUrl(name).shown() : name == "-" ? "standard input" : name;
 }
 
 bool isLiveInput(const std::string& name)

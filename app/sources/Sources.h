@@ -10,8 +10,8 @@
 #pragma once
 
 #include "sources/InputUrl.h"
-#include "sources/NtripLink.h"
 #include "sources/Source.h"
+#include "sources/SourceTable.h"
 
 #include <memory>
 
@@ -21,6 +21,9 @@ struct SourceOptions {
 
 // "-" is standard input. Throws UrlError.
 std::unique_ptr<Source> openSource(const std::string& name, const SourceOptions& options = {});
+
+// As it stands in tables and messages, without passwords.
+std::string shownInput(const std::string& name);
 
 // Whether the bytes of the input of this name come in their own time, from a pipe, a terminal, a
 // device or the network. Then they do not come a second time.

@@ -37,6 +37,7 @@ void keepAlive(int socket)
 bool TcpStream::fail(int error)
 {
     problemText = std::strerror(error);
+    closedByPeer = error == ECONNRESET || error == EPIPE;
     return false;
 }
 
@@ -44,14 +45,17 @@ bool TcpStream::connect(const std::string& host, unsigned port, const Wait& wait
 {
     socket.close();
     atEnd = false;
+    closedByPeer = false;
     const Resolved resolved = resolve(host, port, wait);
-    problemText = resolved.problem;
+    std::string firstProblem = resolved.problem;
     for (const Address& address : resolved.addresses) {
+        problemText.clear();
         if (connectTo(address, wait)) {
-            problemText.clear();
             return true;
         }
+        firstProblem = firstProblem.empty() ? problemText : firstProblem;
     }
+    problemText = firstProblem;
     return false;
 }
 
@@ -117,6 +121,7 @@ std::span<const std::uint8_t> TcpStream::receive(double longestSilence, const Wa
         }
         if (count == 0) {
             atEnd = true;
+            closedByPeer = true;
             problemText = "the other end closed it";
             return {};
         }

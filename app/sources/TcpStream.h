@@ -27,6 +27,8 @@ public:
     const std::string& problem() const { return problemText; }
     // Whether the other end has closed the connection in order.
     bool isAtEnd() const { return atEnd; }
+    // Whether it has closed it in any way.
+    bool isClosedByPeer() const { return closedByPeer; }
 
 private:
     bool connectTo(const Address& address, const Wait& wait);
@@ -36,5 +38,6 @@ private:
     OwnedDescriptor socket;
     std::string problemText;
     bool atEnd = false;
+    bool closedByPeer = false;
     std::array<std::uint8_t, 1 << 14> buffer{};
 };

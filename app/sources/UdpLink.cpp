@@ -1,5 +1,6 @@
 #include "sources/UdpLink.h"
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 
@@ -61,6 +62,7 @@ bool UdpLink::bindTo(const Address& address)
     const bool group = isGroup(address);
     constexpr int wantedBytes = 4 << 20;    // the system gives less where that is too much
     set(socket.get(), SOL_SOCKET, SO_RCVBUF, wantedBytes);
+    set(socket.get(), SOL_SOCKET, SO_RXQ_OVFL, 1);
     if (group) {
         set(socket.get(), SOL_SOCKET, SO_REUSEADDR, 1);
     }
@@ -95,20 +97,38 @@ std::span<const std::uint8_t> UdpLink::receive(const Wait& wait, const Tell& tel
     while (wait.forDescriptor(socket.get(), POLLIN, Wait::Clock::time_point::max()) ==
            Wait::End::ready) {
         Address sender;
-        sender.length = sizeof sender.bytes;
-        const ssize_t count =
-            ::recvfrom(socket.get(), buffer.data(), buffer.size(), 0,
-                       reinterpret_cast<sockaddr*>(&sender.bytes), &sender.length);
+        const ssize_t count = receiveOne(sender);
         if (count < 0 && errno != EAGAIN && errno != EINTR) {
             fail();
             return {};
         }
         if (count > 0 && isWanted(sender)) {
-            note(sender, tell);
+            noteSender(sender, tell);
+            noteLost(tell);
             return std::span(buffer).first(static_cast<std::size_t>(count));
         }
     }
     return {};
+}
+
+ssize_t UdpLink::receiveOne(Address& sender)
+{
+    iovec place = {.iov_base = buffer.data(), .iov_len = buffer.size()};
+    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof lost)> control{};
+    msghdr message = {};
+    message.msg_name = &sender.bytes;
+    message.msg_namelen = sizeof sender.bytes;
+    message.msg_iov = &place;
+    message.msg_iovlen = 1;
+    message.msg_control = control.data();
+    message.msg_controllen = control.size();
+    const ssize_t count = ::recvmsg(socket.get(), &message, 0);
+    sender.length = message.msg_namelen;
+    const cmsghdr* const told = count < 0 ? nullptr : CMSG_FIRSTHDR(&message);
+    if (told != nullptr && told->cmsg_level == SOL_SOCKET && told->cmsg_type == SO_RXQ_OVFL) {
+        std::memcpy(&lost, CMSG_DATA(told), sizeof lost);
+    }
+    return count;
 }
 
 bool UdpLink::isWanted(const Address& sender) const
@@ -118,11 +138,21 @@ bool UdpLink::isWanted(const Address& sender) const
 }
 
 // Messages of two senders may be mixed up, and none can be told by its content.
-void UdpLink::note(const Address& sender, const Tell& tell)
+void UdpLink::noteSender(const Address& sender, const Tell& tell)
 {
     if (senders.size() < sendersTold && senders.insert(addressText(sender)).second &&
         senders.size() > 1) {
         tell("datagrams on port " + std::to_string(url.port) + " come from a further sender, " +
              addressText(sender) + "; all are taken, and ?from=ADDRESS takes those of one only");
+    }
+}
+
+// At the first, and whenever there are twice as many.
+void UdpLink::noteLost(const Tell& tell)
+{
+    if (lost > 2 * lostTold) {
+        tell(std::to_string(lost) + " datagrams on port " + std::to_string(url.port) +
+             " are lost: they came faster than they were read");
+        lostTold = lost;
     }
 }

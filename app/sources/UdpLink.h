@@ -24,10 +24,14 @@ private:
     bool bindTo(const Address& address);
     bool join(const Address& group);
     bool isWanted(const Address& sender) const;
-    void note(const Address& sender, const Tell& tell);
+    ssize_t receiveOne(Address& sender);
+    void noteSender(const Address& sender, const Tell& tell);
+    void noteLost(const Tell& tell);
 
     InputUrl url;
     OwnedDescriptor socket;
     std::set<std::string> senders;
+    std::uint32_t lost = 0;    // datagrams for which there was no room, as the system counts
+    std::uint32_t lostTold = 0;
     std::vector<std::uint8_t> buffer;
 };

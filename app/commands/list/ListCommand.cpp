@@ -67,7 +67,7 @@ std::size_t ListCommand::inputWidth() const
 {
     std::size_t width = std::string_view("Input").size();
     for (const std::string& name : reading.inputs) {
-        width = std::max(width, printable(name).size());
+        width = std::max(width, printable(shownInput(name)).size());
     }
     return reading.inputs.size() > 1 ? width : 0;
 }
