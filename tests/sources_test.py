@@ -194,6 +194,7 @@ class Sources(unittest.TestCase):
                 ("udp://:1?form=1", "no parameter 'form' but: from"),
                 ("serial:/dev/x?baud=1234", "one of 50, 75"),
                 ("serial:/dev/x?parity=most", "none, even or odd"),
+                ("udp://:1?from=x", "an address in numbers"),
                 ("tcp://h:1?timeout=x", "seconds of silence"),
                 ("show ntrip://host", "rtcm2 list ntrip://host"),
                 (f"tcp://h:1 {SAMPLE}", "would never be read"),

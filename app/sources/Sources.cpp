@@ -62,9 +62,7 @@ void checkInput(const std::string& name)
         return;
     }
     const InputUrl url = inputUrl(name);
-    if (url.scheme == "serial") {
-        static_cast<void>(SerialLink(url));    // which speeds there are, it knows
-    }
+    static_cast<void>(linkOf(url, name));    // which parameters it cannot take, it knows
     if (isCaster(name)) {
         throw UrlError{url.shown() + " names no mountpoint; 'rtcm2 list ntrip://" +
                        url.authority() + "' shows those that it has"};

@@ -29,11 +29,26 @@ bool isGroup(const Address& address)
 
 }    // namespace
 
+UdpLink::UdpLink(const InputUrl& inputUrl) : url(inputUrl), buffer(largestDatagram)
+{
+    const std::string wanted = url.text("from");
+    if (!wanted.empty()) {
+        const std::vector<Address> addresses = numericAddresses(wanted, url.port);
+        if (addresses.empty()) {
+            throw UrlError{"input udp:...: from=" + wanted +
+                           " is wrong; expected an address in numbers"};
+        }
+        from = hostText(addresses.front());
+    }
+}
+
 bool UdpLink::fail()
 {
     problemText = errno == EADDRINUSE ? "another program receives on this port"
                   : errno == EADDRNOTAVAIL
                       ? "this address is neither one of this computer nor that of a group"
+                  : errno == ENODEV || errno == EINVAL
+                      ? "it is not known on which interface; ?interface=NAME says it"
                       : std::strerror(errno);
     return false;
 }
@@ -52,8 +67,14 @@ bool UdpLink::open(const Wait& wait, const Tell& /*tell*/)
 
 // Several programs may listen to a group. An address has one listener: with another one, each would
 // get a part of the datagrams.
-bool UdpLink::bindTo(const Address& address)
+bool UdpLink::bindTo(Address address)
 {
+    const std::string interface = url.text("interface");
+    const unsigned index = interface.empty() ? 0 : ::if_nametoindex(interface.c_str());
+    if (!interface.empty() && index == 0) {
+        problemText = "there is no interface '" + interface + "'";
+        return false;
+    }
     socket =
         OwnedDescriptor(::socket(address.family(), SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
     if (!socket.isOpen()) {
@@ -65,28 +86,34 @@ bool UdpLink::bindTo(const Address& address)
     set(socket.get(), SOL_SOCKET, SO_RXQ_OVFL, 1);
     if (group) {
         set(socket.get(), SOL_SOCKET, SO_REUSEADDR, 1);
+    } else if (!bindToDevice(interface)) {
+        return fail();
     }
     if (address.family() == AF_INET6) {
+        auto& six = reinterpret_cast<sockaddr_in6&>(address.bytes);
+        six.sin6_scope_id = index != 0 ? index : six.sin6_scope_id;
         set(socket.get(), IPPROTO_IPV6, IPV6_V6ONLY, 0);
     }
-    if (::bind(socket.get(), address.get(), address.length) != 0 || (group && !join(address))) {
+    if (::bind(socket.get(), address.get(), address.length) != 0 ||
+        (group && !join(address, index))) {
         return fail();
     }
     problemText.clear();
     return true;
 }
 
-bool UdpLink::join(const Address& group)
+bool UdpLink::bindToDevice(const std::string& interface)
+{
+    return interface.empty() ||
+           ::setsockopt(socket.get(), SOL_SOCKET, SO_BINDTODEVICE, interface.c_str(),
+                        static_cast<socklen_t>(interface.size())) == 0;
+}
+
+bool UdpLink::join(const Address& group, unsigned interface)
 {
     group_req request = {};
     request.gr_group = group.bytes;
-    const std::string interface = url.text("interface");
-    if (!interface.empty()) {
-        request.gr_interface = ::if_nametoindex(interface.c_str());
-        if (request.gr_interface == 0) {
-            return false;
-        }
-    }
+    request.gr_interface = interface;
     const int level = group.family() == AF_INET6 ? static_cast<int>(IPPROTO_IPV6) : IPPROTO_IP;
     return ::setsockopt(socket.get(), level, MCAST_JOIN_GROUP, &request, sizeof request) == 0;
 }
@@ -133,8 +160,7 @@ ssize_t UdpLink::receiveOne(Address& sender)
 
 bool UdpLink::isWanted(const Address& sender) const
 {
-    const std::string wanted = url.text("from");
-    return wanted.empty() || wanted == hostText(sender);
+    return from.empty() || from == hostText(sender);
 }
 
 // Messages of two senders may be mixed up, and none can be told by its content.

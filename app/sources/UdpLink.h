@@ -12,7 +12,8 @@
 // In the order of their arrival, from whoever sends them.
 class UdpLink : public Link {
 public:
-    explicit UdpLink(const InputUrl& inputUrl) : url(inputUrl), buffer(largestDatagram) {}
+    // Throws UrlError where the sender is none.
+    explicit UdpLink(const InputUrl& inputUrl);
 
     bool open(const Wait& wait, const Tell& tell) override;
     std::span<const std::uint8_t> receive(const Wait& wait, const Tell& tell) override;
@@ -21,14 +22,16 @@ private:
     static constexpr std::size_t largestDatagram = 1 << 16;
 
     bool fail();
-    bool bindTo(const Address& address);
-    bool join(const Address& group);
+    bool bindTo(Address address);
+    bool bindToDevice(const std::string& interface);
+    bool join(const Address& group, unsigned interface);
     bool isWanted(const Address& sender) const;
     ssize_t receiveOne(Address& sender);
     void noteSender(const Address& sender, const Tell& tell);
     void noteLost(const Tell& tell);
 
     InputUrl url;
+    std::string from;    // the only sender that is wanted; empty for all
     OwnedDescriptor socket;
     std::set<std::string> senders;
     std::uint32_t lost = 0;    // datagrams for which there was no room, as the system counts
