@@ -70,7 +70,7 @@ private:
 
     void readAuthority()
     {
-        require(rest.substr(0, 2) == "//", "\"//\" is missing behind \":\"");
+        require(rest.substr(0, 2) == "//", R"("//" is missing behind ":")");
         rest.remove_prefix(2);
         std::string_view authority = takeUpTo(rest, "/?");
         const std::size_t at = authority.rfind('@');

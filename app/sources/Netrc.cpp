@@ -18,7 +18,8 @@ std::vector<std::string> wordsOf(const std::string& line)
         std::string& word = words.emplace_back();
         const bool isQuoted = line[i] == '"';
         const std::string_view ends = isQuoted ? "\"" : " \t\r";
-        for (i += isQuoted ? 1 : 0; i < line.size() && ends.find(line[i]) == ends.npos; ++i) {
+        for (i += isQuoted ? 1 : 0; i < line.size() && ends.find(line[i]) == std::string_view::npos;
+             ++i) {
             i += isQuoted && line[i] == '\\' && i + 1 < line.size() ? 1 : 0;
             word += line[i];
         }

@@ -105,7 +105,7 @@ std::string NtripLink::refusal(const Wait& wait) const
 
 std::string NtripLink::noMountpoint(const Wait& wait) const
 {
-    const std::string what = "the caster has no stream at mountpoint '" + url.path + "' now";
+    std::string what = "the caster has no stream at mountpoint '" + url.path + "' now";
     if (!isFirst) {
         return what;    // it was there before
     }

@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr std::size_t longestName = 64;    // of a field
+
 constexpr std::array<std::string_view, 4> firstWords = {"HTTP/1.", "ICY ", "SOURCETABLE ", "ERROR"};
 
 std::string_view trimmed(std::string_view text)
@@ -124,14 +126,13 @@ std::optional<std::size_t> bytesBeforeData(std::string_view text)
 {
     const std::size_t whole = text.size();
     while (true) {
-        const auto behind = std::find_if_not(text.begin(), text.end(), isNameSign);
-        const auto length = static_cast<std::size_t>(behind - text.begin());
+        const auto length = static_cast<std::size_t>(
+            std::find_if_not(text.begin(), text.end(), isNameSign) - text.begin());
         if (length == text.size()) {
-            constexpr std::size_t longestName = 64;
             return length > longestName ? std::optional(whole - length) : std::nullopt;
         }
-        const char sign = *behind;
-        const bool isField = length > 0 && sign == ':';
+        const char sign = text[length];
+        const bool isField = length > 0 && length <= longestName && sign == ':';
         const bool isEmptyLine = length == 0 && (sign == '\r' || sign == '\n');
         if (!isField && !isEmptyLine) {
             return whole - text.size();

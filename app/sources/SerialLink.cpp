@@ -59,7 +59,7 @@ SerialLink::SerialLink(const InputUrl& inputUrl) : url(inputUrl)
             "none, even or odd");
     require(url, "bits", bits == static_cast<int>(bits), "5, 6, 7 or 8");
     require(url, "stop", stop == static_cast<int>(stop), "1 or 2");
-    require(url, "baud", url.parameters.count("baud") == 0 || speedOf(url.number("baud", 0)) != B0,
+    require(url, "baud", !url.parameters.contains("baud") || speedOf(url.number("baud", 0)) != B0,
             "one of " + allSpeeds());
 }
 

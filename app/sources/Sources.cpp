@@ -71,7 +71,7 @@ void checkInput(const std::string& name)
 
 bool isEndless(const std::string& name)
 {
-    return isUrl(name) && inputUrl(name).parameters.count("retries") == 0;
+    return isUrl(name) && !inputUrl(name).parameters.contains("retries");
 }
 
 bool isCaster(const std::string& name)
