@@ -8,6 +8,7 @@ pieces, from casters of all kinds and over connections that break; and no passwo
 import base64
 import os
 import pty
+import select
 import signal
 import socket
 import subprocess
@@ -288,6 +289,20 @@ class Sources(unittest.TestCase):
             sender.sendto(DATA[i:i + 500], ("127.0.0.1", port))
         out, err = process.communicate(timeout=WAIT)
         self.is_whole((process.returncode, out, err), "come from a further sender")
+
+    def test_a_terminal_shows_that_a_server_is_silent(self):
+        server = Server(DATA[:HALF], asks=False, ends=False)
+        ours, theirs = pty.openpty()
+        process = subprocess.Popen([PROGRAM, "stats", f"tcp://127.0.0.1:{server.port}"],
+                                   stdout=subprocess.DEVNULL, stderr=theirs)
+        shown = b""
+        while b"2.9 kB, " not in shown or b"B/s, silent for " not in shown:
+            self.assertTrue(select.select([ours], [], [], WAIT)[0], shown)
+            shown += os.read(ours, 4096)
+        process.send_signal(signal.SIGINT)
+        self.assertEqual(process.wait(timeout=WAIT), 130)
+        os.close(ours)
+        os.close(theirs)
 
     def test_serial_line(self):
         ours, theirs = pty.openpty()
