@@ -33,7 +33,7 @@ std::optional<CasterStream> streamOf(std::string_view line)
           &skipped, &skipped, &skipped, &stream.authentication, &stream.fee}) {
         *field = takeField(line);
     }
-    return stream;
+    return stream.mountpoint.empty() ? std::nullopt : std::optional(stream);
 }
 
 }    // namespace
