@@ -7,6 +7,8 @@
 #include "commands/HelpFormatter.h"
 #include "commands/Mistakes.h"
 #include "commands/OutputFile.h"
+#include "sources/InputUrl.h"
+#include "sources/Passwords.h"
 
 #include <QLocale>
 
@@ -22,6 +24,20 @@ constexpr const char* programHelp =
     "  rtcm2 stats capture.rtcm2        what is in a file\n"
     "  rtcm2 show -n 1 capture.rtcm2    its first message in full\n"
     "  rtcm2 describe                   the types of messages\n\n"
+    "Inputs, beside files:\n"
+    "  tcp://HOST:PORT                   what a server sends\n"
+    "  ntrip://[USER@]HOST/MOUNTPOINT    a stream of a caster; 'rtcm2 list ntrip://HOST' lists "
+    "them\n"
+    "  udp://:PORT, udp://GROUP:PORT     datagrams; ?from=ADDRESS, ?interface=NAME\n"
+    "  'serial:/dev/ttyS0?baud=4800'     a serial line; also bits=8&parity=none&stop=1\n"
+    "  A connection that breaks, or is silent for 60 s (?timeout=60), is made anew after pauses of "
+    "1 "
+    "s\n"
+    "  (?pause=1) to 60 s; with ?retries=0 it is not, and its end is the end of the input. A "
+    "password is\n"
+    "  best put into RTCM2_NTRIP_PASSWORD or ~/.netrc, the user also into RTCM2_NTRIP_USER; one in "
+    "the\n"
+    "  address, USER:PASSWORD@, is in the history of the shell.\n\n"
     "Conditions (--where):\n"
     "  FIELD == VALUE    also != < <= > >=, and ~ for a piece of a text\n"
     "  present(FIELD)    and, or, not, parentheses\n"
@@ -51,9 +67,9 @@ constexpr const char* programHelp =
     "'rtcm2 check' has others: 0 good, 1 warning, 2 critical, 3 not checked.\n\n"
     "A file that is named with --output takes its place when it is complete. It stays what it was "
     "when\n"
-    "the exit status is 2 to 4 or more than 6, unless the input is a pipe or a device: what came "
-    "from\n"
-    "there until then is kept.";
+    "the exit status is 2 to 4 or more than 6, unless messages came from a pipe, a device or the "
+    "network,\n"
+    "or from a file that was followed: they are kept.";
 
 using Commands = std::vector<std::unique_ptr<Command>>;
 
@@ -67,6 +83,8 @@ ExitStatus runChosen(const Commands& commands)
             }
         }
     } catch (const UsageError& error) {
+        tellLines("rtcm2: " + error.text);
+    } catch (const UrlError& error) {
         tellLines("rtcm2: " + error.text);
     } catch (const Interrupted&) {
         return ExitStatus::interrupted;
@@ -142,6 +160,7 @@ int run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    takePasswords(argc, argv);
     occupyStandardDescriptors();
     lastWords::install();
     interrupt::install();

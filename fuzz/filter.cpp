@@ -77,7 +77,8 @@ try {
                 field.element != nullptr && field.anyElement(message.record, [&](const void* one) {
                     return filter.takes({message.record, one}, kind);
                 });
-            promise(4, field.element == nullptr || anyElement == filter.takes({message.record}, kind),
+            promise(4,
+                    field.element == nullptr || anyElement == filter.takes({message.record}, kind),
                     "elements answer otherwise than their message");
         }
     }

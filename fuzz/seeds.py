@@ -24,6 +24,10 @@ Station_Health contains "udre" or ECEF_X = 12
 OPERATORS = "( ) [ ] . == != <= >= < > ~ contains and or not present && || ! \" ' \\ 0x1f 1e3 -".split()
 JSON_WORDS = ['"kind":', '"fields":', '"fill":', '"hex":', '{"', '":', '},{', '[', ']', '\\u0000',
               'null', 'true', '-1', '1e308', '18446744073709551615', '0.5', '\\n{']
+CASTER = [b"ICY 200 OK\r\nServer: x\r\n\r\nfA", b"ERROR - Bad Password\r\n",
+          b"SOURCETABLE 200 OK\r\nA: b\r\nSTR;M;\"a;b\";RTCM 2;;2;GPS\r\nENDSOURCETABLE\r\n",
+          b"HTTP/1.1 307 Go\r\nTransfer-Encoding: chunked\r\nLocation: /x\r\nContent-Length: 7\r\n\r\nfA",
+          b"Server: x\r\n\r\nfA", b"5;a=b\r\nfAfAf\r\n0\r\nA: b\r\n\r\n"]
 FORMS = ["stream", "auto", "packed", "hex", "words", "aivdm"]    # in the order of forms.cpp
 
 
@@ -76,6 +80,7 @@ def main():
     lines = (samples / "source" / "all-types.ndjson").read_bytes().splitlines(keepends=True)
     lines += run(program, "export", "--hex", str(samples / "all-types.rtcm2")).splitlines(True)[:3]
     write(output / "json", lines + [b"[" + b",\n".join(lines[:3]) + b"]\n"])
+    write(output / "caster", [bytes([cut]) + text for text in CASTER for cut in (30, 150, 220)])
     write(output / "filter", [expression.encode() for expression in EXPRESSIONS])
 
     names = set(re.findall(r'"(?:name|identifier)":\s*"([^"\\]+)"',

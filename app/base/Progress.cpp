@@ -48,23 +48,31 @@ std::size_t columns()
 
 }    // namespace
 
-void Progress::begin(const std::string& inputName, std::uint64_t inputSize)
+void Progress::begin(const std::string& inputName, std::uint64_t inputSize, bool isInputLive)
 {
+    isLive = isInputLive;
+    lastBytes = 0;
     name = printable(inputName);
     size = inputSize;
     started = Clock::now();
+    lastCame = started;
+    rate = {};
     nextTime = started + firstAfter;
 }
 
 void Progress::show(std::uint64_t bytes)
 {
     const Clock::time_point now = Clock::now();
+    if (isLive && bytes != lastBytes) {
+        rate.add(now, bytes - lastBytes);
+        lastCame = now;
+    }
+    lastBytes = bytes;
     if (now < nextTime) {
         return;
     }
     nextTime = now + interval;
-    const double seconds = std::chrono::duration<double>(now - started).count();
-    std::string line = progressText(bytes, size, seconds);
+    std::string line = text(now);
     if (line.size() + 2 + name.size() <= columns()) {
         line += "  " + name;
     }
@@ -72,6 +80,15 @@ void Progress::show(std::uint64_t bytes)
     std::fprintf(stderr, "%s%s", eraseLine, line.c_str());
     std::fflush(stderr);
     visible = true;
+}
+
+std::string Progress::text(Clock::time_point now) const
+{
+    const auto since = [now](Clock::time_point then) {
+        return std::chrono::duration<double>(now - then).count();
+    };
+    return isLive ? liveProgressText(lastBytes, rate.perSecond(now), since(lastCame))
+                  : progressText(lastBytes, size, since(started));
 }
 
 void Progress::erase()
@@ -105,4 +122,14 @@ std::string progressText(std::uint64_t bytes, std::uint64_t size, double seconds
         text += ", " + durationText(static_cast<double>(size - bytes) / rate) + " left";
     }
     return text;
+}
+
+std::string liveProgressText(std::uint64_t bytes, double rate, double silence)
+{
+    const std::string text =
+        amountText(static_cast<double>(bytes)) + ", " + amountText(rate) + "/s";
+    constexpr double toldSilence = 2;
+    return silence < toldSilence
+               ? text
+               : text + (bytes == 0 ? ", waiting for " : ", silent for ") + durationText(silence);
 }

@@ -52,7 +52,7 @@ std::vector<std::string>::iterator firstWord(const CLI::App& command,
 void requireFile(const CLI::App& program, const std::string& name)
 {
     std::error_code unknown;
-    if (name.find_first_of("-./") != std::string::npos || std::filesystem::exists(name, unknown)) {
+    if (name.find_first_of("-./:") != std::string::npos || std::filesystem::exists(name, unknown)) {
         return;
     }
     std::vector<std::string> names;

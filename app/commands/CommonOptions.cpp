@@ -22,9 +22,10 @@ std::string wrongNumber(const std::string& text)
 void declareInputs(CLI::App& command, std::vector<std::string>& inputs)
 {
     command
-        .add_option("input", inputs,
-                    "Files or devices to read, one after another; without any, and for -, "
-                    "standard input")
+        .add_option(
+            "input", inputs,
+            "Files, devices or addresses such as tcp://host:port to read, one after another; "
+            "without any, and for -, standard input")
         ->type_name("FILE");
 }
 

@@ -12,6 +12,16 @@
 
 #include <unistd.h>
 
+void requireInputs(const std::vector<std::string>& inputs)
+{
+    std::for_each(inputs.begin(), inputs.end(), checkInput);
+    const auto endless = std::find_if(inputs.begin(), inputs.end(), isEndless);
+    if (endless != inputs.end() && endless + 1 != inputs.end()) {
+        throw UsageError{*endless + " has no end, so that " + *(endless + 1) +
+                         " would never be read; ?retries=0 ends it with its connection"};
+    }
+}
+
 void requireOtherOutput(const std::vector<std::string>& inputs, const std::string& outputName)
 {
     for (const std::string& input : inputs) {
@@ -49,11 +59,15 @@ bool openOutput(Output& output, const std::string& name)
     return false;
 }
 
-bool isWorthKeeping(ExitStatus status, const std::vector<std::string>& inputs)
+bool anyIsLive(const std::vector<std::string>& inputs)
 {
-    const bool isCut = status == ExitStatus::unreadable || status == ExitStatus::interrupted ||
-                       status == ExitStatus::outOfMemory;
-    return !isCut || std::any_of(inputs.begin(), inputs.end(), isLiveInput);
+    return std::any_of(inputs.begin(), inputs.end(), isLiveInput);
+}
+
+bool isCutShort(ExitStatus status)
+{
+    return status == ExitStatus::unreadable || status == ExitStatus::interrupted ||
+           status == ExitStatus::outOfMemory;
 }
 
 namespace {
@@ -69,11 +83,11 @@ ExitStatus statusOf(const std::function<ExitStatus()>& work)
 
 }    // namespace
 
-ExitStatus workInto(Output& output, const std::vector<std::string>& inputs,
+ExitStatus workInto(Output& output, const std::function<bool()>& isPartOfUse,
                     const std::function<ExitStatus()>& work)
 {
     const ExitStatus status = statusOf(work);
-    if (!isWorthKeeping(status, inputs) && output.discard()) {
+    if (isCutShort(status) && !isPartOfUse() && output.discard()) {
         tell("nothing was written to " + output.fileName());
     } else if (!output.close() && !output.readerIsGone()) {
         tell(output.problem());
@@ -88,8 +102,10 @@ ExitStatus print(const std::string& text, const std::string& outputName)
     if (!openOutput(output, outputName)) {
         return ExitStatus::unwritable;
     }
-    return workInto(output, {}, [&] {
-        output << text;
-        return ExitStatus::success;
-    });
+    return workInto(
+        output, [] { return false; },
+        [&] {
+            output << text;
+            return ExitStatus::success;
+        });
 }

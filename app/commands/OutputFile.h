@@ -8,6 +8,10 @@
 #include <string>
 #include <vector>
 
+// Throws UrlError for an input whose name is wrong, and UsageError for one that has no end and is
+// not the last.
+void requireInputs(const std::vector<std::string>& inputs);
+
 // Throws UsageError when the output is one of the inputs: opening it would empty that.
 void requireOtherOutput(const std::vector<std::string>& inputs, const std::string& outputName);
 
@@ -24,15 +28,18 @@ struct Interrupted {};
 // error, when it cannot be written. Throws Interrupted.
 bool openOutput(Output& output, const std::string& name);
 
-// Whether what was written is of use: not when an input could not be read or the program was asked
-// to end before it was through, so that it would end differently the next time. What came from a
-// live input is always of use, as it does not come again.
-bool isWorthKeeping(ExitStatus status, const std::vector<std::string>& inputs);
+// Whether one of them is live, so that what came from there does not come again.
+bool anyIsLive(const std::vector<std::string>& inputs);
 
-// Does the work, closes the output, or gives it up if it is not worth keeping, and tells on
-// standard error what ended the command. The result is that of the work, unless the output could
-// not be written.
-ExitStatus workInto(Output& output, const std::vector<std::string>& inputs,
+// Whether the command ended so before it was through its inputs.
+bool isCutShort(ExitStatus status);
+
+// Does the work, closes the output, or gives it up, and tells on standard error what ended the
+// command. The result is that of the work, unless the output could not be written.
+//
+// The output is given up when the work was cut short, so that it would end differently the next
+// time, unless a part is of use all the same: what came from a live input does not come again.
+ExitStatus workInto(Output& output, const std::function<bool()>& isPartOfUse,
                     const std::function<ExitStatus()>& work);
 
 // Writes a text to the file of this name, or to standard output if there is no name.

@@ -17,6 +17,11 @@ void ReadingOptions::declareInput(CLI::App& command)
         ->check(CLI::IsMember(namesOfForms(true)))
         ->capture_default_str()
         ->group(optionGroup::input);
+    command
+        .add_flag("--follow", session.follows,
+                  "Wait at the end of the file, or of the last of several, for what is written to "
+                  "it, until interrupted")
+        ->group(optionGroup::input);
     command.add_option("--mode", mode, "Mode byte that the receiver was set to, for --form words")
         ->check(CLI::Range(0, 255))
         ->capture_default_str()
@@ -34,6 +39,11 @@ void ReadingOptions::declare(CLI::App& command)
     declareTrouble(command, session,
                    "What to do about damaged and undecodable messages: report them on standard "
                    "error, skip them silently, or stop at the first");
+}
+
+bool ReadingOptions::isLive() const
+{
+    return session.follows || anyIsLive(inputs);
 }
 
 void ReadingOptions::declareFilter(CLI::App& command)
@@ -113,6 +123,9 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
     Output output;
     try {
         const MessageFilter filter(host.model, options.filter);
+        if (!options.endsEach) {
+            requireInputs(options.inputs);
+        }
         const InputOptions inputOptions = inputOptionsOf(options);
         requireOtherOutput(options.inputs, options.output);
         if (!openOutput(output, options.output)) {
@@ -121,7 +134,8 @@ ExitStatus runSession(Host& host, const ReadingOptions& options, const SinkFacto
         switchKinds(*host.decoder, host.model, filter);
         Session session(host.model, host.driver, filter, inputOptions);
         const std::unique_ptr<Sink> sink = makeSink(output, filter);
-        const ExitStatus status = workInto(output, options.inputs, [&] {
+        const auto isPartOfUse = [&] { return session.messages() > 0 && options.isLive(); };
+        const ExitStatus status = workInto(output, isPartOfUse, [&] {
             return session.run(options.inputs, sessionOptionsOf(options, *sink), *sink);
         });
         if (status == ExitStatus::nothingFound) {

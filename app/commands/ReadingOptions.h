@@ -22,11 +22,15 @@ struct ReadingOptions {
     PartOptions part;
     FilterOptions filter;
     SessionOptions session;
-    std::string output;    // empty for standard output
+    std::string output;       // empty for standard output
+    bool endsEach = false;    // an input, so that also one without an end may come before others
 
     void declare(CLI::App& command);
     // Those that say what is read.
     void declareInput(CLI::App& command);
+
+    // Whether bytes of an input come in their own time.
+    bool isLive() const;
 
 private:
     void declareFilter(CLI::App& command);

@@ -30,11 +30,16 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
     sink = &target;
     bool allReadable = true;
     for (const std::string& name : inputs) {
-        input = openSource(name, {.follows = options.follows});
-        input->setTell([this](const std::string& line) { tellAlong(line); });
-        input->setIdle([this] { sink->idle(); });
+        input = openSource(name, {.follows = options.follows && &name == &inputs.back()});
+        input->setIdle([this] {
+            progress->wait();
+            sink->idle();
+        });
         if (!options.quiet && !input->hint().empty()) {
             ::tell(input->hint());
+        }
+        if (!options.quiet) {
+            input->setTell([this](const std::string& line) { tellAlong(line); });
         }
         progress = std::make_unique<Progress>(options.showsProgress && !input->isTyped());
         readInput();
@@ -77,7 +82,7 @@ void Session::readInput()
     if (!options.window.isOpen()) {
         window.emplace(formatModel, options.window, input->isLive());
     }
-    progress->begin(input->name(), input->size());
+    progress->begin(input->name(), input->size(), input->isLive());
     sink->beginInput(input->name());
     troubles.beginInput(input->name());
     {

@@ -32,8 +32,8 @@ struct SessionOptions {
     bool showsProgress = false;    // on standard error, unless an input is typed
     bool showsResults = false;     // people see them come, so that what is told must stand in order
     unsigned char mode = 0;        // of recorded messages
-    bool follows = false;          // waits at the end of a file for what is written to it
     WindowOptions window{};        // of each input
+    bool follows = false;          // waits at the end of the last file for what is written to it
 };
 
 class Session {

@@ -28,6 +28,7 @@ std::string terminalHint(int descriptor)
     const char* const name = ::ttyname(descriptor);
     const std::string device = name != nullptr ? name : "DEVICE";
     return device +
-           " is not in raw mode, in which alone all bytes arrive as they were sent: stty -F " +
-           device + " raw -echo";
+           " is not in raw mode, in which alone all bytes arrive as they were sent: name it "
+           "serial:" +
+           device + "?baud=RATE, or stty -F " + device + " raw -echo";
 }

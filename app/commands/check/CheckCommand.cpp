@@ -4,7 +4,6 @@
 #include "commands/ReadingOptions.h"
 #include "commands/check/CheckSink.h"
 #include "commands/check/Finding.h"
-#include "sources/Sources.h"
 
 #include <algorithm>
 #include <charconv>
@@ -33,7 +32,7 @@ constexpr const char* checkHelp =
     "Examples:\n"
     "    rtcm2 check capture.rtcm2\n"
     "    rtcm2 check --expect 1:1s,3:1min --position 3705294.33,513572.04,5148765.99 a.rtcm2\n"
-    "    rtcm2 check --follow --expect 9:5s /dev/ttyS0";
+    "    rtcm2 check --expect 9:5s 'serial:/dev/ttyS0?baud=4800'";
 
 std::vector<unsigned> numbersOf(const std::vector<std::string>& texts, const char* what)
 {
@@ -93,8 +92,6 @@ void CheckCommand::declare(CLI::App& program)
         ->check(CLI::Range(0.0, 1e7))
         ->type_name("METRES")
         ->capture_default_str();
-    app->add_flag("--follow", reading.session.follows,
-                  "Wait at the end of the file for what is written to it, until interrupted");
     declareOutput(*app, reading.output);
     declareTimes(*app, withTimes);
     app->add_flag("-j,--json", asJson, "For programs: as JSON");
@@ -119,15 +116,11 @@ ExitStatus CheckCommand::run(Host& host)
     } catch (const WantedError& error) {
         throw UsageError{error.text};
     }
-    if (reading.session.follows && reading.inputs.size() > 1) {
-        throw UsageError{"only one input can be followed"};
-    }
     // Numbers of messages follow each other: all messages are looked at.
     ReadingOptions options = reading;
     options.filter = {};
     options.session.onError = OnError::skip;
-    const bool isWatch = reading.session.follows ||
-                         std::any_of(options.inputs.begin(), options.inputs.end(), isLiveInput);
+    const bool isWatch = reading.isLive();
     CheckReport report{.isJson = asJson, .isWatch = isWatch};
     const ExitStatus end = runSession(host, options, [&](Output& output, const MessageFilter&) {
         return std::make_unique<CheckSink>(output, host.model, wanted, report);

@@ -3,6 +3,9 @@
 #include "base/Terminal.h"
 #include "commands/ReadingOptions.h"
 #include "commands/compare/CompareSink.h"
+#include "sources/Sources.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -25,6 +28,7 @@ void CompareCommand::declare(CLI::App& program)
     app->get_option("input")->required()->expected(2)->description(
         "A and B, the files to compare; one of them may be -, standard input");
     app->get_option("--max")->description("Only so many messages of each input");
+    app->remove_option(app->get_option("--follow"));    // both are read to their end
     app->add_flag("-j,--json", asJson, "For programs: as JSON");
     app->footer(
         "Messages of the same station, system, type, time and sequence are compared field by "
@@ -52,7 +56,7 @@ void CompareCommand::declare(CLI::App& program)
         "\n"
         "Examples:\n"
         "    rtcm2 compare before.rtcm2 after.rtcm2\n"
-        "    nc caster 2101 | rtcm2 compare --type 1 --max 1000 - recorded.rtcm2");
+        "    rtcm2 compare --type 1 --max 1000 tcp://receiver:2101 recorded.rtcm2");
 }
 
 ExitStatus CompareCommand::run(Host& host)
@@ -60,8 +64,15 @@ ExitStatus CompareCommand::run(Host& host)
     if (reading.inputs[0] == "-" && reading.inputs[1] == "-") {
         throw UsageError{"standard input can only be one of the two inputs"};
     }
+    std::for_each(reading.inputs.begin(), reading.inputs.end(), checkInput);
     ReadingOptions each = reading;
     each.session.max = 0;
+    each.endsEach = true;
+    if (reading.session.max == 0 &&
+        std::any_of(reading.inputs.begin(), reading.inputs.end(), isEndless)) {
+        throw UsageError{"inputs are compared when they have ended: --max says after how many "
+                         "messages of each, ?retries=0 that one ends with its connection"};
+    }
     CompareSink::Result result = CompareSink::Result::none;
     const ExitStatus status = runSession(host, each, [&](Output& output, const MessageFilter&) {
         return std::make_unique<CompareSink>(host.model, output,

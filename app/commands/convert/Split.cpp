@@ -68,7 +68,7 @@ ExitStatus runSplit(Host& host, const ReadingOptions& reading, const CopyOptions
         return std::make_unique<SplitSink>(files, host.model, options, written);
     };
     const ExitStatus status = runSession(host, toFiles, makeSink);
-    if (!isWorthKeeping(status, reading.inputs)) {
+    if (isCutShort(status) && (written == 0 || !reading.isLive())) {
         tell("nothing was written to " + reading.output);
         return status;
     }

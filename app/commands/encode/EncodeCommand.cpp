@@ -81,6 +81,7 @@ ExitStatus EncodeCommand::run(Host&)
     }
     const Envelope envelope = commonEnvelope();
     requireNoBinaryOnTerminal(writing.form, outputName);
+    requireInputs(inputs);
     requireOtherOutput(inputs, outputName);
     Output output;
     if (!openOutput(output, outputName)) {
@@ -91,7 +92,8 @@ ExitStatus EncodeCommand::run(Host&)
     const std::unique_ptr<PacketWriter> writer = makeWriter(writing.to());
     writer->setEnvelope(envelope);
     EncodeSession session(output, *writer, options);
-    const ExitStatus status = workInto(output, inputs, [&] { return session.run(inputs); });
+    const ExitStatus status = workInto(
+        output, [&] { return anyIsLive(inputs); }, [&] { return session.run(inputs); });
     if (status == ExitStatus::nothingFound) {
         tell("no message found in the input");
     }

@@ -34,7 +34,11 @@ void EncodeSession::readInput(const std::string& name)
     }
     JsonInput input(file);
     Progress progress(options.showsProgress && !file.isTyped());
-    progress.begin(file.name(), file.size());
+    progress.begin(file.name(), file.size(), file.isLive());
+    file.setIdle([&] { progress.wait(); });
+    if (!options.quiet) {
+        file.setTell([&](const std::string& line) { progress.tell(line); });
+    }
     for (std::uint64_t number = 1; !isDone() && input.next(); ++number) {
         // An input that was left early does not end here: what is incomplete is no mistake.
         if (!input.problem().empty() && interrupt::requested()) {

@@ -177,7 +177,7 @@ ExitStatus ExportCommand::writeCsvFiles(Host& host, CsvTables& tables)
     const ExitStatus status = runSession(host, toFiles, [&](Output&, const MessageFilter&) {
         return std::make_unique<CsvFiles>(reading.output, std::move(tables), withTimes, files);
     });
-    if (!isWorthKeeping(status, reading.inputs)) {
+    if (isCutShort(status) && (files.empty() || !reading.isLive())) {
         tell("nothing was written to " + reading.output);
         return status;
     }

@@ -1,10 +1,14 @@
 #include "commands/Commands.h"
 
+#include "base/Interrupt.h"
 #include "base/Terminal.h"
 #include "commands/CommonOptions.h"
+#include "commands/OutputFile.h"
 #include "commands/ReadingOptions.h"
 #include "commands/list/BriefView.h"
 #include "commands/list/ListView.h"
+#include "commands/list/StreamsTable.h"
+#include "sources/Sources.h"
 
 #include <algorithm>
 
@@ -18,6 +22,7 @@ public:
 private:
     bool wantsColumns() const { return line || !list.fields.empty(); }
     std::size_t inputWidth() const;
+    ExitStatus listStreams() const;
 
     ReadingOptions reading;
     ListOptions list;
@@ -54,7 +59,9 @@ void ListCommand::declare(CLI::App& program)
         "  rtcm2 list --fields Modified_Z_Count_s,Corrections.Satellite,Corrections.PRC_m "
         "capture.rtcm2\n"
         "  rtcm2 list --line -i capture.rtcm2\n"
-        "  nc caster 2101 | rtcm2 list --type 1,31");
+        "  rtcm2 list --type 1,31 tcp://receiver:2101\n"
+        "  rtcm2 list ntrip://caster               the streams that a caster has\n"
+        "  rtcm2 list ntrip://caster/MOUNTPOINT");
 }
 
 // Names lead where there are several.
@@ -62,13 +69,33 @@ std::size_t ListCommand::inputWidth() const
 {
     std::size_t width = std::string_view("Input").size();
     for (const std::string& name : reading.inputs) {
-        width = std::max(width, printable(name).size());
+        width = std::max(width, printable(shownInput(name)).size());
     }
     return reading.inputs.size() > 1 ? width : 0;
 }
 
+// Of a caster.
+ExitStatus ListCommand::listStreams() const
+{
+    const CasterAnswer answer = askCaster(reading.inputs.front());
+    if (interrupt::requested()) {
+        return ExitStatus::interrupted;
+    }
+    if (!answer.problem.empty()) {
+        tell("cannot list the streams: " + answer.problem);
+    }
+    const ExitStatus status = answer.problem.empty() || !answer.streams.empty()
+                                  ? print(streamsTable(answer.streams), reading.output)
+                                  : ExitStatus::unreadable;
+    return status == ExitStatus::success && !answer.problem.empty() ? ExitStatus::unreadable
+                                                                    : status;
+}
+
 ExitStatus ListCommand::run(Host& host)
 {
+    if (reading.inputs.size() == 1 && isCaster(reading.inputs.front())) {
+        return listStreams();
+    }
     if (!wantsColumns() && (list.interpreted || app->count("--separator") > 0)) {
         throw UsageError{"--interpreted and --separator are for --line and --fields"};
     }

@@ -1,0 +1,102 @@
+#include "sources/LiveSource.h"
+
+#include "base/Interrupt.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace {
+
+constexpr double longestPause = 60;
+
+std::string pauseText(double seconds)
+{
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), "%.3g s", seconds);
+    return text.data();
+}
+
+}    // namespace
+
+LiveSource::LiveSource(const std::string& shownName, std::unique_ptr<Link> way,
+                       const RetryRule& rule)
+    : Source(shownName), link(std::move(way)), retry(rule), wait([this] { idle(); }),
+      pause(rule.firstPause)
+{
+    live = true;
+}
+
+std::span<const std::uint8_t> LiveSource::read()
+{
+    if (isOver || (!wasOpen && !openFirst())) {
+        return {};
+    }
+    while (!interrupt::requested()) {
+        const std::span<const std::uint8_t> bytes = link->receive(wait, tell);
+        if (!bytes.empty()) {
+            linkBytes += bytes.size();
+            attempts = 0;
+            pause = retry.firstPause;
+            stampTime();
+            return bytes;
+        }
+        if (interrupt::requested() || !openAgain()) {
+            break;
+        }
+    }
+    isOver = true;
+    return {};
+}
+
+bool LiveSource::openFirst()
+{
+    wasOpen = link->open(wait, tell);
+    if (!wasOpen) {
+        fail();
+    }
+    return wasOpen;
+}
+
+void LiveSource::fail()
+{
+    isOver = true;
+    if (!interrupt::requested()) {
+        problemText = "cannot read " + displayName + ": " + link->problem();
+    }
+}
+
+bool LiveSource::openAgain()
+{
+    if (retry.most == 0 && link->isAtEnd()) {
+        return false;
+    }
+    std::string what =
+        "connection to " + displayName + " lost after " + std::to_string(linkBytes) + " bytes: ";
+    while (waitForNext(what)) {
+        if (link->open(wait, tell)) {
+            tell("connected to " + displayName + " again");
+            linkBytes = 0;
+            return true;
+        }
+        what = "no connection to " + displayName + ": ";
+    }
+    return false;
+}
+
+// Tells what happened, and until when nothing is tried. False when nothing will be.
+bool LiveSource::waitForNext(const std::string& what)
+{
+    if (attempts >= retry.most) {
+        fail();
+        return false;
+    }
+    if (interrupt::requested()) {
+        return false;
+    }
+    tell(what + link->problem() + "; trying again in " + pauseText(pause));
+    ++attempts;
+    const std::chrono::duration<double> time(pause);
+    pause = std::min(2 * pause, longestPause);
+    return wait.pause(std::chrono::duration_cast<Wait::Clock::duration>(time));
+}
