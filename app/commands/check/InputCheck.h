@@ -2,11 +2,11 @@
 #pragma once
 
 #include "commands/check/Counters.h"
-#include "commands/check/InputClock.h"
 #include "commands/check/StationState.h"
 #include "commands/check/TypeRate.h"
 #include "commands/check/Wanted.h"
 #include "session/Found.h"
+#include "session/InputClock.h"
 
 #include <deque>
 #include <functional>

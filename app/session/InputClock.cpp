@@ -1,4 +1,4 @@
-#include "commands/check/InputClock.h"
+#include "session/InputClock.h"
 
 #include <algorithm>
 #include <cstdlib>
