@@ -20,9 +20,12 @@ struct ReadingOptions {
     unsigned mode = 0;
     FilterOptions filter;
     SessionOptions session;
-    std::string output;    // empty for standard output
+    std::string output;         // empty for standard output
+    bool hasProgress = true;    // to be shown where there is a place for it
 
     void declare(CLI::App& command);
+    // All of them but the one that says where to write.
+    void declareReading(CLI::App& command);
     // Those that say what is read.
     void declareInput(CLI::App& command);
 
