@@ -7,6 +7,7 @@ import signal
 import socket
 import subprocess
 import sys
+import tempfile
 import time
 import unittest
 
@@ -131,6 +132,18 @@ class ServeTest(unittest.TestCase):
             self.assertEqual(b"".join(before) + rest, convert(DEMO, "--to", "hex"))
             self.assertTrue(rest.endswith(late_rest) and late_rest.startswith(b"66"), late_rest)
             self.assertGreater(taken, 175.8 / 60 - 0.3)
+
+    def test_odd_times(self):
+        lines = convert(DEMO, "--to", "hex").splitlines(keepends=True)
+        for order, told in [(lines[:3] + lines[80:83], b"message 4: a pause of 132.6 s before it"),
+                            (lines[80:83] + lines[:3], b"message 5: the time goes back by 140.4 s")]:
+            with self.subTest(told), tempfile.NamedTemporaryFile() as file:
+                file.write(b"".join(order))
+                file.flush()
+                with Serving(file.name, "--speed", "20", "--at-once") as serving:
+                    status, all_told = serving.end()
+                self.assertEqual(status, 0)
+                self.assertIn(told, all_told)
 
     def test_slow_client_does_not_hold_up_others(self):
         with Serving(DEMO, "--speed", "1000000", "--loop", "-n", "30") as serving:

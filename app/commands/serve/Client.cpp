@@ -92,16 +92,11 @@ void Client::write(std::string_view text)
     socket->flush();
 }
 
+// Goes as soon as it has taken the answer, but not much later.
 void Client::leaveAfter(const std::string& answer)
 {
     state = State::leaving;
     write(answer);
-    endLater();
-}
-
-// Goes as soon as it has taken what waits, but not much later.
-void Client::endLater()
-{
     socket->disconnectFromHost();
     QTimer::singleShot(longestAsking, this, [this] { socket->abort(); });
 }
@@ -138,12 +133,12 @@ void Client::end()
 {
     if (state == State::asking) {
         drop("");
+    } else if (state == State::receiving) {
+        goodbye = "has it all";
+        state = State::leaving;
+        write(isChunked ? "0\r\n\r\n" : "");
+        socket->disconnectFromHost();
     }
-    if (state != State::receiving) {
-        return;
-    }
-    goodbye = "has it all";
-    leaveAfter(isChunked ? "0\r\n\r\n" : "");
 }
 
 void Client::drop(const std::string& reason)

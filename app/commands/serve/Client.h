@@ -41,7 +41,7 @@ public:
     qint64 waiting() const;
     // Drops a client that has not taken anything for long though bytes wait for it.
     void dropIfStuck();
-    // Nothing more comes: it goes when it has taken what waits.
+    // Nothing more comes: it goes when it has taken what waits, unless it is dropped before.
     void end();
     // It goes at once; `reason` is for people.
     void drop(const std::string& reason);
@@ -61,7 +61,6 @@ private:
     void takeInput();
     void takeHead();
     void leaveAfter(const std::string& answer);
-    void endLater();
     void write(std::string_view text);
 
     const ClientOptions& options;

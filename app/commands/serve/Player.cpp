@@ -43,6 +43,12 @@ void Player::beginInput(bool isLiveInput)
     last.reset();
 }
 
+void Player::beginAgain()
+{
+    awaitsClient = awaitsClient || options.speed == 0;
+    tell = [](const std::string&) {};
+}
+
 void Player::play(const Found& found)
 {
     if (!isLive) {

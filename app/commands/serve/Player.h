@@ -22,8 +22,8 @@ public:
     // A message, known or not. Returns when it was handed to the server, or the program is asked to
     // end.
     void play(const Found& found);
-    // All inputs were played and begin again.
-    void beginAgain() { awaitsClient = awaitsClient || options.speed == 0; }
+    // All inputs were played and begin again. What is odd about them was told.
+    void beginAgain();
 
 private:
     void waitForTurn(const Found& found);

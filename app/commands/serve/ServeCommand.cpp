@@ -90,7 +90,7 @@ void ServeCommand::declareServer()
     app->add_option("--tcp", tcp,
                     "Where to wait for clients: a port of every address, or of one; port 0 is any "
                     "free one, which is told. With --ntrip-mount :2101 if nothing else is said")
-        ->type_name("[HOST]:PORT")
+        ->type_name("ADDRESS")
         ->group(optionGroup::output);
     app->add_option("--ntrip-mount", mountpoint,
                     "Be an NTRIP caster that has the messages at this mountpoint")
