@@ -67,8 +67,19 @@ void Player::waitForTurn(const Found& found)
     }
     if (options.speed > 0) {
         sleepUntil(schedule.dueAfter(pauseBefore(found)));
+    } else {
+        waitForRoom();
+    }
+}
+
+// Clients have room for more messages than that.
+void Player::waitForRoom()
+{
+    constexpr unsigned asksOnceIn = 64;
+    if (++unasked < asksOnceIn) {
         return;
     }
+    unasked = 0;
     while (!server.keepUp() && !interrupt::requested()) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }

@@ -11,6 +11,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 
 namespace {
 
@@ -30,20 +31,26 @@ constexpr const char* serveHelp =
     "  rtcm2 serve --tcp 127.0.0.1:0 --speed max --type 1,9 --to hex capture.rtcm2\n"
     "  rtcm2 serve --tcp :5017 /dev/ttyUSB0    a receiver for several programs";
 
-// Seconds, or how many times as fast.
-double positiveNumber(const std::string& text)
+// How many times as fast; 0 for as fast as possible, nothing for what is no speed.
+std::optional<double> speedOf(const std::string& text)
 {
+    constexpr double slowest = 0.001;
+    if (text == "max") {
+        return 0;
+    }
     double number = 0;
     const char* const end = text.data() + text.size();
     const auto [last, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && last == end && std::isfinite(number) ? number : -1;
+    const bool isNumber = error == std::errc() && last == end && std::isfinite(number);
+    return isNumber && (number == 0 || number >= slowest) ? std::optional(number) : std::nullopt;
 }
 
 std::string wrongSpeed(const std::string& text)
 {
-    return text == "max" || positiveNumber(text) >= 0
-               ? std::string()
-               : "'" + text + "' is no speed: it has to be a number such as 1, 0.5 or 20, or max";
+    return speedOf(text) ? std::string()
+                         : "'" + text +
+                               "' is no speed: it has to be a number such as 20 or 0.5, "
+                               "not less than 0.001, or max";
 }
 
 class ServeCommand : public Command {
@@ -58,7 +65,7 @@ private:
     CasterOptions caster() const;
     ExitStatus lookAt(Host& host, FirstLook& look) const;
     std::string tableLine(const FirstLook& look) const;
-    ExitStatus serve(Host& host, const ClientOptions& clients);
+    ExitStatus serve(Host& host, const ClientOptions& clients, ListenAddress address);
     ExitStatus playAll(Host& host, Player& player);
     std::string announcement(const ListenAddress& address) const;
     void tellUnlessQuiet(const std::string& line) const;
@@ -172,7 +179,8 @@ CasterOptions ServeCommand::caster() const
 ExitStatus ServeCommand::run(Host& host)
 {
     checkArguments();
-    play.speed = speed == "max" ? 0 : positiveNumber(speed);
+    play.speed = speedOf(speed).value_or(1);
+    const ListenAddress address = listenAddress(tcp.empty() ? ":2101" : tcp);
     ClientOptions clients{.form = *inputFormOf(form)};
     if (!mountpoint.empty()) {
         clients.caster = caster();
@@ -185,7 +193,7 @@ ExitStatus ServeCommand::run(Host& host)
     if (clients.caster) {
         clients.caster->table = tableLine(look) + "\r\nENDSOURCETABLE\r\n";
     }
-    return serve(host, clients);
+    return serve(host, clients, address);
 }
 
 // What cannot be played is told now, and not when the first client comes.
@@ -225,10 +233,9 @@ std::string ServeCommand::announcement(const ListenAddress& address) const
            "; Ctrl-C ends";
 }
 
-ExitStatus ServeCommand::serve(Host& host, const ClientOptions& clients)
+ExitStatus ServeCommand::serve(Host& host, const ClientOptions& clients, ListenAddress address)
 {
     const auto tellLine = [this](const std::string& line) { tellUnlessQuiet(line); };
-    ListenAddress address = listenAddress(tcp.empty() ? ":2101" : tcp);
     Server server(clients, tellLine);
     const std::string problem = server.listen(address);
     if (!problem.empty()) {
