@@ -2,11 +2,10 @@
 
 #include <QHostAddress>
 #include <QTcpSocket>
-#include <QTimer>
 
 namespace {
 
-constexpr int longestAsking = 10000;                // ms
+constexpr int longestWait = 10000;                  // ms
 constexpr std::chrono::seconds longestStuck{10};    // where the others wait for a client
 constexpr int systemBytes = 1 << 16;    // what the system holds for a client comes late to it
 constexpr std::size_t longestAbout = 120;
@@ -34,15 +33,22 @@ Client::Client(QTcpSocket* connection, const ClientOptions& clientOptions, Tell 
     socket->setSocketOption(QAbstractSocket::KeepAliveOption, 1);
     connect(socket, &QTcpSocket::readyRead, this, [this] { takeInput(); });
     connect(socket, &QTcpSocket::bytesWritten, this, [this] { lastTaken = Clock::now(); });
+    connect(&patience, &QTimer::timeout, this, [this] { endPatience(); });
+    patience.setSingleShot(true);
     if (state == State::asking) {
-        QTimer::singleShot(longestAsking, this, [this] {
-            if (state == State::asking) {
-                tell(address + " refused: no request came within 10 s");
-                leaveAfter(casterRefusal());
-            }
-        });
+        patience.start(longestWait);
     } else {
         tell(address + " connected");
+    }
+}
+
+void Client::endPatience()
+{
+    if (state == State::asking) {
+        tell(address + " refused: no request came within 10 s");
+        leaveAfter(casterRefusal());
+    } else if (state == State::leaving) {
+        socket->abort();
     }
 }
 
@@ -80,6 +86,7 @@ void Client::takeHead()
     served = true;
     isChunked = answer.isChunked;
     state = State::receiving;
+    patience.stop();
     write(answer.text);
 }
 
@@ -96,9 +103,9 @@ void Client::write(std::string_view text)
 void Client::leaveAfter(const std::string& answer)
 {
     state = State::leaving;
+    patience.start(longestWait);
     write(answer);
     socket->disconnectFromHost();
-    QTimer::singleShot(longestAsking, this, [this] { socket->abort(); });
 }
 
 void Client::send(std::span<const std::uint8_t> packed, const Envelope& envelope)

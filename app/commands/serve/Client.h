@@ -5,6 +5,7 @@
 #include "forms/InputForm.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <chrono>
 #include <functional>
@@ -58,6 +59,7 @@ private:
     enum class State { asking, receiving, leaving };
     using Clock = std::chrono::steady_clock;
 
+    void endPatience();
     void takeInput();
     void takeHead();
     void leaveAfter(const std::string& answer);
@@ -68,6 +70,7 @@ private:
     Tell tell;
     std::string address;
     State state;
+    QTimer patience;    // with a client that asks or leaves
     bool served = false;
     bool isChunked = false;
     std::string head;    // of the request, so far

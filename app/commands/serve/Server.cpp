@@ -5,31 +5,29 @@
 #include <cstdlib>
 #include <thread>
 
-namespace {
-
-// It would take over the user's locale, in which numbers may look different.
-std::unique_ptr<QCoreApplication> makeApplication()
-{
-    static int count = 1;
-    static char name[] = "rtcm2";
-    static char* arguments[] = {name, nullptr};
-    ::setenv("LC_ALL", "C.UTF-8", 1);
-    return QCoreApplication::instance() == nullptr
-               ? std::make_unique<QCoreApplication>(count, arguments)
-               : nullptr;
-}
-
-}    // namespace
-
 Server::Server(const ClientOptions& clientOptions, Client::Tell tellLine)
-    : application(makeApplication())
 {
+    makeApplication();
+    QObject::connect(
+        &call, &ServerCall::made, &place, [this] { (*wanted)(); }, Qt::BlockingQueuedConnection);
     place.moveToThread(&thread);
     thread.start();
     inThread([&] {
         interrupt::leaveToFirstThread();
         clients = std::make_unique<Clients>(clientOptions, std::move(tellLine));
     });
+}
+
+// It would take over the user's locale, in which numbers may look different.
+void Server::makeApplication()
+{
+    static int count = 1;
+    static char name[] = "rtcm2";
+    static char* arguments[] = {name, nullptr};
+    ::setenv("LC_ALL", "C.UTF-8", 1);
+    if (QCoreApplication::instance() == nullptr) {
+        application.emplace(count, arguments);
+    }
 }
 
 Server::~Server()
@@ -41,7 +39,8 @@ Server::~Server()
 
 void Server::inThread(const std::function<void()>& work)
 {
-    QMetaObject::invokeMethod(&place, work, Qt::BlockingQueuedConnection);
+    wanted = &work;
+    Q_EMIT call.made();
 }
 
 std::string Server::listen(ListenAddress& address)

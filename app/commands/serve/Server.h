@@ -7,6 +7,14 @@
 #include <QCoreApplication>
 #include <QThread>
 
+// Calls into the thread.
+class ServerCall : public QObject {
+    Q_OBJECT
+
+Q_SIGNALS:
+    void made();
+};
+
 class Server {
 public:
     // The options must outlive the server. `tellLine` is called in its thread.
@@ -24,11 +32,14 @@ public:
     Served end();
 
 private:
+    void makeApplication();
     // Has the thread do something and waits for that.
     void inThread(const std::function<void()>& work);
 
-    std::unique_ptr<QCoreApplication> application;    // without one, no thread waits for events
+    std::optional<QCoreApplication> application;    // without one, no thread waits for events
     QThread thread;
     QObject place;    // lives in the thread
+    ServerCall call;
+    const std::function<void()>* wanted = nullptr;    // of a call
     std::unique_ptr<Clients> clients;
 };
