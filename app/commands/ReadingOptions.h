@@ -18,10 +18,10 @@ struct ReadingOptions {
     std::vector<std::string> inputs{"-"};
     std::string form = "auto";
     unsigned mode = 0;
+    bool hasProgress = true;    // to be shown where there is a place for it
     FilterOptions filter;
     SessionOptions session;
-    std::string output;         // empty for standard output
-    bool hasProgress = true;    // to be shown where there is a place for it
+    std::string output;    // empty for standard output
 
     void declare(CLI::App& command);
     // All of them but the one that says where to write.

@@ -120,12 +120,12 @@ std::string tableText(const CasterOptions& caster, const CasterRequest& request)
            caster.table;
 }
 
-CasterAnswer stream(const CasterOptions& caster, const CasterRequest& request)
+CasterReply stream(const CasterOptions& caster, const CasterRequest& request)
 {
     const std::string version = request.isVersion2 ? "2" : "1";
-    CasterAnswer answer{.text = "ICY 200 OK\r\n\r\n",
-                        .isStream = true,
-                        .about = "gets " + caster.mountpoint + " by NTRIP version " + version};
+    CasterReply answer{.text = "ICY 200 OK\r\n\r\n",
+                       .isStream = true,
+                       .about = "gets " + caster.mountpoint + " by NTRIP version " + version};
     if (request.isVersion2) {
         answer.isChunked = request.isHttp11;
         answer.text =
@@ -136,7 +136,7 @@ CasterAnswer stream(const CasterOptions& caster, const CasterRequest& request)
     return answer;
 }
 
-CasterAnswer answerTo(const CasterOptions& caster, const CasterRequest& request)
+CasterReply answerTo(const CasterOptions& caster, const CasterRequest& request)
 {
     if (!request.isHttp) {
         return {.text = casterRefusal(), .about = "refused: this is no request of HTTP or NTRIP"};
@@ -165,10 +165,10 @@ CasterAnswer answerTo(const CasterOptions& caster, const CasterRequest& request)
 
 }    // namespace
 
-CasterAnswer casterAnswer(const CasterOptions& caster, std::string_view head)
+CasterReply casterReply(const CasterOptions& caster, std::string_view head)
 {
     const CasterRequest request = requestOf(head);
-    CasterAnswer answer = answerTo(caster, request);
+    CasterReply answer = answerTo(caster, request);
     if (!request.agent.empty()) {
         answer.about += " (" + request.agent + ")";
     }

@@ -5,6 +5,8 @@
 #include <string_view>
 
 struct CasterOptions {
+    static constexpr std::size_t longestHead = 8192;    // of a request; longer ones are refused
+
     std::string mountpoint{};
     std::string user{};        // empty: everybody may have the stream
     std::string password{};    // of the user
@@ -12,19 +14,16 @@ struct CasterOptions {
     std::string server{};      // how the program names itself
 };
 
-struct CasterAnswer {
+struct CasterReply {
     std::string text{};        // to the client
     bool isStream = false;     // messages follow
     bool isChunked = false;    // each as a chunk of HTTP
     std::string about{};       // what was asked for, for people
 };
 
-// Longer heads are refused.
-constexpr std::size_t longestHead = 8192;
-
 // To the head of a request, empty line included. Clients of version 2 of the protocol name it in
 // their request and are answered in HTTP, all others as version 1 has it.
-CasterAnswer casterAnswer(const CasterOptions& caster, std::string_view head);
+CasterReply casterReply(const CasterOptions& caster, std::string_view head);
 
 // To those who sent no head of a request in time, or one that is too long.
 std::string casterRefusal();

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int longestWait = 10000;                  // ms
+constexpr int longestPatience = 10000;              // ms
 constexpr std::chrono::seconds longestStuck{10};    // where the others wait for a client
 constexpr int systemBytes = 1 << 16;    // what the system holds for a client comes late to it
 constexpr std::size_t longestAbout = 120;
@@ -27,7 +27,7 @@ Client::Client(QTcpSocket* connection, const ClientOptions& clientOptions, Tell 
       served(!options.caster), writer(makeWriter(options.form))
 {
     socket->setParent(this);
-    socket->setReadBufferSize(static_cast<qint64>(longestHead));
+    socket->setReadBufferSize(static_cast<qint64>(CasterOptions::longestHead));
     socket->setSocketOption(QAbstractSocket::SendBufferSizeSocketOption, systemBytes);
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     socket->setSocketOption(QAbstractSocket::KeepAliveOption, 1);
@@ -36,7 +36,7 @@ Client::Client(QTcpSocket* connection, const ClientOptions& clientOptions, Tell 
     connect(&patience, &QTimer::timeout, this, [this] { endPatience(); });
     patience.setSingleShot(true);
     if (state == State::asking) {
-        patience.start(longestWait);
+        patience.start(longestPatience);
     } else {
         tell(address + " connected");
     }
@@ -70,13 +70,13 @@ void Client::takeInput()
 void Client::takeHead()
 {
     if (head.find("\r\n\r\n") == std::string::npos && head.find("\n\n") == std::string::npos) {
-        if (head.size() > longestHead) {
+        if (head.size() > CasterOptions::longestHead) {
             tell(address + " refused: the head of its request has no end");
             leaveAfter(casterRefusal());
         }
         return;
     }
-    const CasterAnswer answer = casterAnswer(*options.caster, head);
+    const CasterReply answer = casterReply(*options.caster, head);
     head = {};
     tell(address + " " + answer.about.substr(0, longestAbout));
     if (!answer.isStream) {
@@ -103,7 +103,7 @@ void Client::write(std::string_view text)
 void Client::leaveAfter(const std::string& answer)
 {
     state = State::leaving;
-    patience.start(longestWait);
+    patience.start(longestPatience);
     write(answer);
     socket->disconnectFromHost();
 }

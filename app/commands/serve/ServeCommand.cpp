@@ -153,7 +153,7 @@ void ServeCommand::checkArguments() const
         throw UsageError{"--user goes with --ntrip-mount, and has no colon"};
     }
     for (const std::string& input : reading.inputs) {
-        if (loops && (input == "-" || isLiveInput(input))) {
+        if (loops && (input == "-" || reading.session.follows || isLiveInput(input))) {
             throw UsageError{"--loop needs files: what comes from " +
                              (input == "-" ? "standard input" : input) +
                              " does not come a second time"};
@@ -261,7 +261,7 @@ ExitStatus ServeCommand::playAll(Host& host, Player& player)
     ExitStatus status = ExitStatus::success;
     do {
         status = runSession(host, round, [&](Output&, const MessageFilter&) {
-            return std::make_unique<ServeSink>(player, round.inputs);
+            return std::make_unique<ServeSink>(player, round.inputs, round.session.follows);
         });
         player.beginAgain();
         round.session.quiet = true;

@@ -5,7 +5,8 @@
 
 void ServeSink::beginInput(const std::string&)
 {
-    player.beginInput(isLiveInput(inputs[begun++]));
+    const std::string& input = inputs[begun++];
+    player.beginInput(isLiveInput(input) || (follows && begun == inputs.size()));
 }
 
 void ServeSink::take(const Found& found)

@@ -6,9 +6,10 @@
 
 class ServeSink : public Sink {
 public:
-    // Everything given must outlive the sink. The inputs as the session gets them.
-    ServeSink(Player& hisPlayer, const std::vector<std::string>& sessionInputs)
-        : player(hisPlayer), inputs(sessionInputs)
+    // Everything given must outlive the sink. The inputs as the session gets them, and whether the
+    // last one is waited for at its end.
+    ServeSink(Player& hisPlayer, const std::vector<std::string>& sessionInputs, bool followsLast)
+        : player(hisPlayer), inputs(sessionInputs), follows(followsLast)
     {
     }
 
@@ -19,5 +20,6 @@ public:
 private:
     Player& player;
     const std::vector<std::string>& inputs;
+    bool follows;
     std::size_t begun = 0;    // inputs
 };
