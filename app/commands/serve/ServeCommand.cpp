@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -66,8 +67,8 @@ private:
     ExitStatus lookAt(Host& host, FirstLook& look) const;
     std::string tableLine(const FirstLook& look) const;
     ExitStatus serve(Host& host, const ClientOptions& clients, ListenAddress address);
-    ExitStatus playAll(Host& host, Player& player);
-    std::string announcement(const ListenAddress& address) const;
+    ExitStatus playAll(Host& host, Player& player, const ServeSink::Announce& announce);
+    std::string announcement(const std::string& input, const ListenAddress& address) const;
     void tellUnlessQuiet(const std::string& line) const;
 
     ReadingOptions reading;
@@ -154,9 +155,8 @@ void ServeCommand::checkArguments() const
     }
     for (const std::string& input : reading.inputs) {
         if (loops && (input == "-" || reading.session.follows || isLiveInput(input))) {
-            throw UsageError{"--loop needs files: what comes from " +
-                             (input == "-" ? "standard input" : input) +
-                             " does not come a second time"};
+            throw UsageError{"--loop needs files: what comes from standard input, a pipe, a device "
+                             "or the network does not come a second time"};
         }
     }
 }
@@ -223,12 +223,10 @@ std::string ServeCommand::tableLine(const FirstLook& look) const
            ";N;0;none";
 }
 
-std::string ServeCommand::announcement(const ListenAddress& address) const
+std::string ServeCommand::announcement(const std::string& input, const ListenAddress& address) const
 {
-    const std::string first =
-        reading.inputs.front() == "-" ? "standard input" : reading.inputs.front();
     const std::size_t more = reading.inputs.size() - 1;
-    return "serving " + first + (more > 0 ? " and " + std::to_string(more) + " more" : "") +
+    return "serving " + input + (more > 0 ? " and " + std::to_string(more) + " more" : "") +
            " on " + address.text() + (mountpoint.empty() ? "" : ", mountpoint " + mountpoint) +
            "; Ctrl-C ends";
 }
@@ -242,9 +240,13 @@ ExitStatus ServeCommand::serve(Host& host, const ClientOptions& clients, ListenA
         tell(problem);
         return ExitStatus::unwritable;
     }
-    tellUnlessQuiet(announcement(address));
+    const ServeSink::Announce announce = [&, isTold = false](const std::string& input) mutable {
+        if (!std::exchange(isTold, true)) {
+            tellUnlessQuiet(announcement(input, address));
+        }
+    };
     Player player(host.model, server, play, tellLine);
-    const ExitStatus status = playAll(host, player);
+    const ExitStatus status = playAll(host, player, announce);
     const Served served = server.end();
     tellUnlessQuiet("played " + std::to_string(served.messages) + " messages; " +
                     std::to_string(served.bytes) + " bytes went to " +
@@ -254,14 +256,15 @@ ExitStatus ServeCommand::serve(Host& host, const ClientOptions& clients, ListenA
 }
 
 // What is wrong with the inputs is told once.
-ExitStatus ServeCommand::playAll(Host& host, Player& player)
+ExitStatus ServeCommand::playAll(Host& host, Player& player, const ServeSink::Announce& announce)
 {
     ReadingOptions round = reading;
     round.hasProgress = false;
     ExitStatus status = ExitStatus::success;
     do {
         status = runSession(host, round, [&](Output&, const MessageFilter&) {
-            return std::make_unique<ServeSink>(player, round.inputs, round.session.follows);
+            return std::make_unique<ServeSink>(player, round.inputs, round.session.follows,
+                                               announce);
         });
         player.beginAgain();
         round.session.quiet = true;

@@ -3,10 +3,12 @@
 #include "base/Interrupt.h"
 #include "sources/Sources.h"
 
-void ServeSink::beginInput(const std::string&)
+void ServeSink::beginInput(const std::string& name)
 {
+    announce(name);
     const std::string& input = inputs[begun++];
-    player.beginInput(isLiveInput(input) || (follows && begun == inputs.size()));
+    const bool isFollowed = follows && begun == inputs.size();
+    player.beginInput(isFollowed || isLiveInput(input));
 }
 
 void ServeSink::take(const Found& found)

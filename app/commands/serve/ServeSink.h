@@ -6,10 +6,14 @@
 
 class ServeSink : public Sink {
 public:
-    // Everything given must outlive the sink. The inputs as the session gets them, and whether the
-    // last one is waited for at its end.
-    ServeSink(Player& hisPlayer, const std::vector<std::string>& sessionInputs, bool followsLast)
-        : player(hisPlayer), inputs(sessionInputs), follows(followsLast)
+    using Announce = std::function<void(const std::string& input)>;
+
+    // Everything given must outlive the sink. The inputs are those of the session, the last of
+    // which may be followed at its end; `announceInput` hears of each that begins, by the name that
+    // people may see.
+    ServeSink(Player& hisPlayer, const std::vector<std::string>& sessionInputs, bool followsLast,
+              const Announce& announceInput)
+        : player(hisPlayer), inputs(sessionInputs), follows(followsLast), announce(announceInput)
     {
     }
 
@@ -21,5 +25,6 @@ private:
     Player& player;
     const std::vector<std::string>& inputs;
     bool follows;
+    const Announce& announce;
     std::size_t begun = 0;    // inputs
 };
