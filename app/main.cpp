@@ -134,6 +134,7 @@ int run(int argc, char** argv)
     commands.push_back(exportCommand());
     commands.push_back(convertCommand());
     commands.push_back(encodeCommand());
+    commands.push_back(serveCommand());
     commands.push_back(completionCommand());
     commands.push_back(manualCommand());
     for (const auto& command : commands) {

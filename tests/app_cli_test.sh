@@ -81,10 +81,8 @@ EOF
 expect 3 "do not tell when they were received" list --from 14:30:15 hours.hex
 expect 1 "--from and --until choose" list --from 13 hours.hex
 [ "$("$rtcm2" list --from 2026-01-01T00:00:00Z <(cat hours.hex) | wc -l)" = 13 ] || fail "does not know when it received"
-"$rtcm2" list --until 2026-01-01T00:00:00Z <(cat hours.hex; sleep 100) > out 2> err && fail "received it too early"
 expect 2 "neither the number of a message" list --from 0 "$sample"
 expect 2 "no date with an hour" list --date 2026-11-23 "$sample"
-"$rtcm2" list --until 2 <(cat "$sample"; sleep 100) > out || fail "does not end where nothing more is wanted"
 
 # A file for each hour, station or type, which together have all messages
 for split in "hour 5 hour-004" "hour 5 2026-11-24T02 --date 2026-11-23T22" "station 1 station-417" "type 1 type-14"; do
@@ -255,8 +253,10 @@ liveKeeps() {
 }
 # No more is read than what is asked for needs.
 exec 9<> fifo
-cat "$sample" >&9
-expect 0 "" list --max 2 fifo
+for enough in "0 --max 2" "0 --until 2" "1 --until 2026-01-01T00:00:00Z"; do
+    cat "$sample" >&9
+    expect "${enough%% *}" "" list ${enough#* } fifo
+done
 exec 9>&-
 head -c 50 "$sample" | cat "$sample" - > cut
 { "$rtcm2" export "$sample" && printf '{"kind": '; } > cut.json

@@ -16,6 +16,7 @@ std::unique_ptr<Command> compareCommand();
 std::unique_ptr<Command> exportCommand();
 std::unique_ptr<Command> convertCommand();
 std::unique_ptr<Command> encodeCommand();
+std::unique_ptr<Command> serveCommand();
 
 // About the program itself: the completion script for a shell, and the manual page, which the
 // installation uses.

@@ -67,3 +67,21 @@ void declareTrouble(CLI::App& command, SessionOptions& options, const std::strin
                   "Nothing on standard error but what ends the program")
         ->group(optionGroup::trouble);
 }
+
+std::vector<std::string> namesOfForms(bool forReading)
+{
+    std::vector<std::string> names;
+    for (int form = forReading ? 0 : 1; form < inputFormCount; ++form) {
+        names.emplace_back(nameOf(static_cast<InputForm>(form)));
+    }
+    return names;
+}
+
+std::string aboutForms(bool forReading)
+{
+    std::string text;
+    for (const std::string& name : namesOfForms(forReading)) {
+        text += (text.empty() ? "" : ", ") + name + " (" + aboutForm(*inputFormOf(name)) + ")";
+    }
+    return text;
+}

@@ -1,6 +1,7 @@
 // Options that several commands have, alike wherever they occur.
 #pragma once
 
+#include "forms/InputForm.h"
 #include "session/Session.h"
 
 #include <CLI/CLI.hpp>
@@ -30,3 +31,8 @@ void declareTimes(CLI::App& command, bool& withTimes);
 
 // --on-error, -q
 void declareTrouble(CLI::App& command, SessionOptions& options, const std::string& about);
+
+// "stream (...), packed (...), ...": the forms that are read, or those that are written.
+std::string aboutForms(bool forReading);
+// Their names.
+std::vector<std::string> namesOfForms(bool forReading);

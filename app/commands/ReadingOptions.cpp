@@ -4,7 +4,6 @@
 #include "commands/Command.h"
 #include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
-#include "commands/WritingOptions.h"
 #include "format/FieldPath.h"
 #include "forms/InputForm.h"
 
@@ -32,10 +31,15 @@ void ReadingOptions::declareInput(CLI::App& command)
 
 void ReadingOptions::declare(CLI::App& command)
 {
+    declareReading(command);
+    declareOutput(command, output);
+}
+
+void ReadingOptions::declareReading(CLI::App& command)
+{
     declareInput(command);
     declareFilter(command);
     declareMax(command, session.max);
-    declareOutput(command, output);
     declareTrouble(command, session,
                    "What to do about damaged and undecodable messages: report them on standard "
                    "error, skip them silently, or stop at the first");
@@ -84,7 +88,7 @@ void switchKinds(AbstractDecoder& decoder, const FormatModel& model, const Messa
 bool showsProgress(const ReadingOptions& options, const Sink& sink)
 {
     const bool resultsOnTerminal = goesToTerminal(options.output);
-    return !options.session.quiet && ::isatty(STDERR_FILENO) == 1 &&
+    return options.hasProgress && !options.session.quiet && ::isatty(STDERR_FILENO) == 1 &&
            !(resultsOnTerminal && sink.writesAlong());
 }
 

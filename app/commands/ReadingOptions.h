@@ -20,12 +20,15 @@ struct ReadingOptions {
     std::string form = "auto";
     unsigned mode = 0;
     PartOptions part;
+    bool hasProgress = true;    // to be shown where there is a place for it
     FilterOptions filter;
     SessionOptions session;
     std::string output;       // empty for standard output
     bool endsEach = false;    // an input, so that also one without an end may come before others
 
     void declare(CLI::App& command);
+    // All of them but the one that says where to write.
+    void declareReading(CLI::App& command);
     // Those that say what is read.
     void declareInput(CLI::App& command);
 

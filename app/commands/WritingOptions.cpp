@@ -60,24 +60,6 @@ std::uint32_t mmsiOf(const std::vector<std::string>& given)
 
 }    // namespace
 
-std::vector<std::string> namesOfForms(bool forReading)
-{
-    std::vector<std::string> names;
-    for (int form = forReading ? 0 : 1; form < inputFormCount; ++form) {
-        names.emplace_back(nameOf(static_cast<InputForm>(form)));
-    }
-    return names;
-}
-
-std::string aboutForms(bool forReading)
-{
-    std::string text;
-    for (const std::string& name : namesOfForms(forReading)) {
-        text += (text.empty() ? "" : ", ") + name + " (" + aboutForm(*inputFormOf(name)) + ")";
-    }
-    return text;
-}
-
 void WritingOptions::declareForm(CLI::App& command, const std::string& defaultForm)
 {
     form = defaultForm;
@@ -100,6 +82,31 @@ void WritingOptions::declarePosition(CLI::App& command)
                     "not tell it; without it, no position is written")
         ->type_name("LAT,LON")
         ->group(optionGroup::output);
+}
+
+void WritingOptions::declareSender(CLI::App& command)
+{
+    declarePosition(command);
+    command.get_option("--mmsi")->description(
+        "Only messages that these AIS stations sent; several with commas between them. With --to "
+        "aivdm it is one number, and also the sender of all messages that did not come by AIS");
+}
+
+SenderDefaults WritingOptions::defaultsFor(ReadingOptions& reading) const
+{
+    const SenderDefaults result = defaults(reading.filter.senders);
+    const InputForm from = *inputFormOf(reading.form);
+    if (needsSender() && !result.mmsi && from != InputForm::automatic && from != to()) {
+        throw UsageError{"--to " + form + " needs the MMSI of the sender: --mmsi"};
+    }
+    reading.filter.takesSenderless = needsSender();
+    return result;
+}
+
+std::string withoutSenderText(std::uint64_t messages)
+{
+    return std::to_string(messages) + (messages == 1 ? " message was" : " messages were") +
+           " left out that did not come by AIS; --mmsi names a sender for such";
 }
 
 SenderDefaults WritingOptions::defaults(const std::vector<std::string>& mmsi) const

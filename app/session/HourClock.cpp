@@ -48,6 +48,7 @@ std::int64_t HourClock::allowed() const
 
 std::optional<std::int64_t> HourClock::read(const framing::Header& header, const Envelope& envelope)
 {
+    back = 0;
     if (header.zCount >= unit.perHour) {
         return last;
     }
@@ -57,6 +58,9 @@ std::optional<std::int64_t> HourClock::read(const framing::Header& header, const
     }
     const InputClock::Reading reading =
         clock.read({header.station, envelope}, systemOf(header.type), header.zCount);
+    if (reading.kind == InputClock::Kind::jumped) {
+        back = microseconds(static_cast<double>(reading.behind), unit.seconds);
+    }
     last = sentAt(ofHour, reading);
     return last;
 }
@@ -80,8 +84,12 @@ void HourClock::start(std::int64_t first)
     begin = first + std::llround(hours) * hour;
 }
 
+std::int64_t HourClock::now() const
+{
+    return begin.value_or(0) + microseconds(static_cast<double>(clock.now()), unit.seconds);
+}
+
 std::int64_t HourClock::earliestNext() const
 {
-    return begin.value_or(0) + microseconds(static_cast<double>(clock.now()), unit.seconds) -
-           oneMinute;
+    return now() - oneMinute;
 }

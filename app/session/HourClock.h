@@ -23,6 +23,11 @@ public:
     // message has carried one.
     std::optional<std::int64_t> read(const framing::Header& header, const Envelope& envelope);
 
+    // The latest time of all messages so far; 0 as long as none has carried one.
+    std::int64_t now() const;
+    // How far the clock went back before the last message, to go on from there.
+    std::int64_t wentBack() const { return back; }
+
     // Messages to come have been sent at this time or later, if the times of their systems differ
     // by less than a minute.
     std::int64_t earliestNext() const;
@@ -42,4 +47,5 @@ private:
     InputClock clock;
     std::optional<std::int64_t> begin;    // of the first message
     std::optional<std::int64_t> last;
+    std::int64_t back = 0;
 };

@@ -36,10 +36,7 @@ void ConvertCommand::declare(CLI::App& program)
         "convert", "The messages as they are, cut and cleaned, in any of the input forms");
     reading.declare(*app);
     writing.declareForm(*app);
-    writing.declarePosition(*app);
-    app->get_option("--mmsi")->description(
-        "Only messages that these AIS stations sent; several with commas between them. With --to "
-        "aivdm it is one number, and also the sender of all messages that did not come by AIS");
+    writing.declareSender(*app);
     app->add_flag("--times", keepsTimes,
                   "Also write when the messages were received, where that is known; with --to hex "
                   "and --to aivdm")
@@ -80,13 +77,7 @@ ExitStatus ConvertCommand::run(Host& host)
                               .copiesUnknown = !knownOnly,
                               .copiesMisfits = keepsUndecodable,
                               .copiesTimes = keepsTimes,
-                              .sender = writing.defaults(reading.filter.senders)};
-    const InputForm from = *inputFormOf(reading.form);
-    if (writing.needsSender() && !options.sender.mmsi && from != InputForm::automatic &&
-        from != InputForm::aivdm) {
-        throw UsageError{"--to aivdm needs the MMSI of the sender: --mmsi"};
-    }
-    reading.filter.takesSenderless = writing.needsSender();
+                              .sender = writing.defaultsFor(reading)};
     return copy(host, options);
 }
 
@@ -103,9 +94,7 @@ ExitStatus ConvertCommand::copy(Host& host, CopyOptions options)
         return status;
     }
     if (!reading.session.quiet) {
-        tell(std::to_string(withoutSender) +
-             (withoutSender == 1 ? " message was" : " messages were") +
-             " left out that did not come by AIS; --mmsi names a sender for such");
+        tell(withoutSenderText(withoutSender));
     }
     return status == ExitStatus::success ? ExitStatus::refused : status;
 }

@@ -1,0 +1,111 @@
+#include "commands/serve/Player.h"
+
+#include "base/Interrupt.h"
+
+#include <array>
+#include <cstdio>
+#include <thread>
+
+namespace {
+
+constexpr double usualPause = 1;    // seconds, where the recording's own is not known or too long
+
+// Does not sleep on after a signal.
+void sleepUntil(Schedule::Clock::time_point due)
+{
+    constexpr std::chrono::milliseconds slice{100};
+    for (auto now = Schedule::Clock::now(); now < due && !interrupt::requested();
+         now = Schedule::Clock::now()) {
+        std::this_thread::sleep_for(std::min<Schedule::Clock::duration>(due - now, slice));
+    }
+}
+
+std::string withSeconds(const Found& found, const char* before, double seconds, const char* after)
+{
+    std::array<char, 40> number{};
+    std::snprintf(number.data(), number.size(), "%.1f s", seconds);
+    return "message " + std::to_string(found.number) + ": " + before + number.data() + after;
+}
+
+}    // namespace
+
+Player::Player(const FormatModel& formatModel, Server& playedTo, const PlayOptions& playOptions,
+               Client::Tell tellLine)
+    : model(formatModel), server(playedTo), options(playOptions), tell(std::move(tellLine)),
+      schedule(options.speed), awaitsClient(!options.beginsAtOnce)
+{
+}
+
+void Player::beginInput(bool isLiveInput)
+{
+    isLive = isLiveInput;
+    clock.emplace(model);
+    last.reset();
+}
+
+void Player::beginAgain()
+{
+    awaitsClient = awaitsClient || options.speed == 0;
+    tell = [](const std::string&) {};
+}
+
+void Player::play(const Found& found, const Envelope& sent)
+{
+    if (!isLive) {
+        waitForTurn(found);
+    }
+    if (!interrupt::requested()) {
+        server.send(found.bytes, sent);
+        hasPlayed = true;
+    }
+}
+
+void Player::waitForTurn(const Found& found)
+{
+    if (awaitsClient) {
+        waitForClient();
+    }
+    if (options.speed > 0) {
+        sleepUntil(schedule.dueAfter(pauseBefore(found)));
+    } else {
+        waitForRoom();
+    }
+}
+
+// Clients have room for more messages than that.
+void Player::waitForRoom()
+{
+    constexpr unsigned asksOnceIn = 64;
+    if (++unasked < asksOnceIn) {
+        return;
+    }
+    unasked = 0;
+    while (!server.keepUp() && !interrupt::requested()) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+void Player::waitForClient()
+{
+    while (!server.isAnybodyThere() && !interrupt::requested()) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    awaitsClient = false;
+}
+
+// In seconds of the recording. One recording follows the other after a moment.
+double Player::pauseBefore(const Found& found)
+{
+    const MessageClock::Reading reading = clock->read(found);
+    const double pause = last ? reading.seconds - *last : hasPlayed ? usualPause : 0;
+    last = reading.seconds;
+    if (reading.back > 0) {
+        tell(withSeconds(found, "the time goes back by ", reading.back,
+                         "; it is played on without a pause"));
+    }
+    if (pause <= std::max(options.longestPause, usualPause)) {
+        return pause;
+    }
+    tell(withSeconds(found, "a pause of ", pause, " before it is shortened to 1 s"));
+    return usualPause;
+}

@@ -1,0 +1,45 @@
+// Sends messages when they are due.
+#pragma once
+
+#include "commands/serve/MessageClock.h"
+#include "commands/serve/Schedule.h"
+#include "commands/serve/Server.h"
+
+struct PlayOptions {
+    double speed = 1;             // 0: as fast as clients take it
+    bool beginsAtOnce = false;    // else with the first client
+    double longestPause = 60;     // seconds of the recording; longer ones are shortened
+};
+
+class Player {
+public:
+    // Everything given must outlive the player.
+    Player(const FormatModel& formatModel, Server& playedTo, const PlayOptions& playOptions,
+           Client::Tell tellLine);
+
+    // Of an input whose messages come in their own time, each is sent at once.
+    void beginInput(bool isLiveInput);
+    // A message, known or not, to be sent with the envelope. Returns when it was handed to the
+    // server, or the program is asked to end.
+    void play(const Found& found, const Envelope& sent);
+    // All inputs were played and begin again. What is odd about them was told.
+    void beginAgain();
+
+private:
+    void waitForTurn(const Found& found);
+    void waitForClient();
+    void waitForRoom();
+    double pauseBefore(const Found& found);
+
+    const FormatModel& model;
+    Server& server;
+    const PlayOptions& options;
+    Client::Tell tell;
+    Schedule schedule;
+    std::optional<MessageClock> clock;    // of the input
+    std::optional<double> last;           // seconds of the message before in the input
+    bool isLive = false;
+    bool awaitsClient;
+    bool hasPlayed = false;
+    unsigned unasked = 0;    // messages since the clients were asked whether they keep up
+};
