@@ -21,6 +21,8 @@ public:
     void discard();
 
     bool exists() const { return !name.empty(); }
+    // Its name until it takes its place.
+    const std::string& path() const { return name; }
 
 private:
     void forget();
