@@ -28,7 +28,7 @@ CHECKS = [
     ("print", "framing", "at most", 6),
     ("print", "json_writer", "faster", 2),
     ("scaled", "raw", "at most", 2),
-    ("database", "insert", "at most", 1.5),
+    ("database", "insert", "at most", 1.3),
 ]
 
 
