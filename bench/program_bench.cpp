@@ -2,6 +2,7 @@
 // `stats`; for all that print, putting out the same text by copying it, and for JSON the JSON
 // library's own writer, too. What is written in metres and seconds is measured against the same in
 // raw values.
+#include "TemporaryFile.h"
 #include "Workload.h"
 #include "framing/Framer.h"
 
@@ -19,7 +20,6 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
-#include <random>
 #include <sstream>
 #include <string>
 
@@ -31,30 +31,6 @@ constexpr std::size_t streamSize = 100'000'000;
 constexpr std::size_t blockSize = std::size_t{64} << 10;
 
 const std::string program = RTCM2_BENCH_PROGRAM;
-
-// Quoted for the shell.
-std::string quotedPath(const std::filesystem::path& path)
-{
-    return "'" + path.string() + "'";
-}
-
-// A file of its own, gone at the end.
-class TemporaryFile {
-public:
-    explicit TemporaryFile(const std::string& name)
-        : path_(std::filesystem::temp_directory_path() /
-                ("rtcm2-bench-" + std::to_string(std::random_device()()) + "-" + name))
-    {
-    }
-    ~TemporaryFile() { std::filesystem::remove(path_); }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
 
 // The workload: a sample's messages over and over.
 struct Capture {

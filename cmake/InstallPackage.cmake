@@ -64,7 +64,7 @@ endforeach()
 install(FILES ${docs}/examples/decode.c ${docs}/examples/stream.c DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples
   COMPONENT codec_development)
 if(NOT RTCM2_CODEC_ONLY)
-  install(FILES ${docs}/json.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
+  install(FILES ${docs}/json.md ${docs}/sqlite.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
   install(FILES ${docs}/examples/host.cpp DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples
     COMPONENT plugin_development)
 endif()

@@ -5,6 +5,7 @@ and has to answer as it does with the real one: what it knows of a format stands
 import json
 import os
 import shutil
+import sqlite3
 import subprocess
 import sys
 import tempfile
@@ -56,6 +57,14 @@ class OtherSchema(unittest.TestCase):
         rows = self.ask("export", "--format", "csv", "--rows", "Buoys", "--fields", "Tick_s,Buoys.Drift_m",
                         "--where", "Buoys[Mark == N64 and Drift_m > -240.5]")
         self.assertEqual(rows.splitlines()[1], "38,1159,29,-240.25")
+
+    def test_database(self):
+        with tempfile.TemporaryDirectory() as folder:
+            self.ask("export", "--format", "sqlite", "-o", f"{folder}/x.db")
+            connection = sqlite3.connect(f"{folder}/x.db")
+            drifts = connection.execute("SELECT time_s, station, number_, Drift_m FROM Harbour_Buoys WHERE Mark = 'N64'")
+            self.assertEqual(drifts.fetchone(), (3590, 77, 1, -250))
+            connection.close()
 
     def test_watching(self):
         checked = json.loads(self.ask("check", "--json", "-", status=1))["inputs"][0]

@@ -68,6 +68,19 @@ void appendUtf8(std::string& text, std::string_view characters)
     text.resize(static_cast<std::size_t>(out - text.data()));
 }
 
+std::string withoutNuls(std::string_view characters)
+{
+    std::string text;
+    for (std::size_t nul = characters.find('\0'); nul != std::string_view::npos;
+         nul = characters.find('\0')) {
+        appendUtf8(text, characters.substr(0, nul));
+        text += "\xE2\x90\x80";
+        characters.remove_prefix(nul + 1);
+    }
+    appendUtf8(text, characters);
+    return text;
+}
+
 char* putJson(char* out, std::string_view characters)
 {
     for (const char character : characters) {

@@ -11,6 +11,10 @@ std::string_view upToFirstNul(std::string_view characters);
 // Appends the characters in UTF-8.
 void appendUtf8(std::string& text, std::string_view characters);
 
+// The characters in UTF-8. Many programs and databases take a NUL for the end of a text; U+2400
+// pictures it.
+std::string withoutNuls(std::string_view characters);
+
 // The most bytes that a character becomes in JSON.
 inline constexpr std::size_t jsonCharacterRoom = 6;
 

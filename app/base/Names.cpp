@@ -15,12 +15,6 @@ char lower(char c)
     return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
 }
 
-bool sameLetters(std::string_view a, std::string_view b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return lower(x) == lower(y); });
-}
-
 }    // namespace
 
 std::string identifierOf(std::string_view displayName)
@@ -37,6 +31,12 @@ std::string identifierOf(std::string_view displayName)
         identifier.pop_back();
     }
     return identifier;
+}
+
+bool sameLetters(std::string_view a, std::string_view b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return lower(x) == lower(y); });
 }
 
 bool sameName(std::string_view a, std::string_view b)

@@ -90,7 +90,7 @@ std::string markdown(const FormatModel& format, const Kinds& kinds)
 {
     std::string result = "# " + plain(format.name()) + "\n";
     for (const KindModel* kind : kinds) {
-        result += "\n" + section(format, *kind);
+        result.append("\n").append(section(format, *kind));
     }
     return result;
 }

@@ -21,20 +21,6 @@ const FieldModel* elementField(const KindModel& kind, const std::string& name)
     return field;
 }
 
-// The characters in UTF-8. Many programs take a NUL for the end of a line; U+2400 pictures it.
-std::string shownCharacters(std::string_view characters)
-{
-    std::string text;
-    for (std::size_t nul = characters.find('\0'); nul != characters.npos;
-         nul = characters.find('\0')) {
-        appendUtf8(text, characters.substr(0, nul));
-        text += "\xE2\x90\x80";
-        characters.remove_prefix(nul + 1);
-    }
-    appendUtf8(text, characters);
-    return text;
-}
-
 // What a spreadsheet would run as a formula.
 bool isFormula(std::string_view cell)
 {
@@ -211,7 +197,7 @@ void CsvTable::appendCell(Text& text, const FieldModel& field, const void* recor
     } else if (field.element != nullptr) {
         appendUnsigned(text, field.count(record));
     } else if (field.isText()) {
-        appendTextCell(text, shownCharacters(field.characters(record)));
+        appendTextCell(text, withoutNuls(field.characters(record)));
     } else if (field.isReal()) {
         appendRealCell(text, RTCM2_reader_real(&field.reader, record));
     } else {

@@ -7,6 +7,7 @@
 #include "commands/ReadingOptions.h"
 #include "commands/export/CsvExport.h"
 #include "commands/export/JsonExport.h"
+#include "commands/export/SqliteOutput.h"
 
 #include <filesystem>
 
@@ -21,6 +22,7 @@ private:
     void takeKindsWithRows(std::vector<const KindModel*>& kinds);
     void requireOneTable(const std::vector<const KindModel*>& kinds) const;
     ExitStatus writeJson(Host& host, const std::vector<const KindModel*>& kinds);
+    ExitStatus writeDatabase(Host& host, const std::vector<const KindModel*>& kinds);
     ExitStatus writeCsv(Host& host, const MessageFilter& filter);
     ExitStatus writeCsvFiles(Host& host, CsvTables& tables);
     CsvOptions csvOptions() const;
@@ -45,20 +47,21 @@ private:
 
 void ExportCommand::declare(CLI::App& program)
 {
-    app = program.add_subcommand("export", "Messages for other programs: JSON or CSV");
+    app = program.add_subcommand("export", "Messages for other programs: JSON, CSV or SQLite");
     reading.declare(*app);
     app->add_option("-F,--format", format,
-                    "ndjson (a JSON object a line), json (one array of them) or csv (one table; "
+                    "ndjson (a JSON object a line), json (one array of them), csv (one table; "
                     "choose one kind with --type, or give a directory as output to get a file for "
-                    "each kind, or --mixed)")
-        ->check(CLI::IsMember({"ndjson", "json", "csv"}))
+                    "each kind, or --mixed) or sqlite (a database with tables for each kind; the "
+                    "messages are added to what the file has)")
+        ->check(CLI::IsMember({"ndjson", "json", "csv", "sqlite"}))
         ->capture_default_str();
     app->add_flag("--scaled", wantsScaled,
                   "Quantities in the place of the numbers that stand for them: PRC_m in metres, "
                   "Satellite by name, as 'rtcm2 describe' shows them");
     app->add_flag("--raw", wantsRaw,
                   "The numbers as they are in the message, as without this option; with --scaled "
-                  "both, side by side");
+                  "both, side by side, as databases have them without either");
     app->add_flag("-T,--texts", withTexts, "Also say what coded values mean");
     app->add_flag("-x,--hex", withHex, "Also show the packed message, in hexadecimal");
     declareTimes(*app, withTimes);
@@ -83,7 +86,7 @@ void ExportCommand::declare(CLI::App& program)
     app->add_option("--decimal", decimal, "CSV: decimal sign")
         ->check(CLI::IsMember({".", ","}))
         ->capture_default_str();
-    app->footer("docs/json.md describes what is written.\n\n"
+    app->footer("docs/json.md describes what is written, docs/sqlite.md databases.\n\n"
                 "Examples:\n"
                 "    rtcm2 export capture.rtcm2 | jq .fields.Modified_Z_Count\n"
                 "    rtcm2 export --format json --texts --hex -o capture.json capture.rtcm2\n"
@@ -92,7 +95,11 @@ void ExportCommand::declare(CLI::App& program)
                 "The corrections of each satellite over time, in seconds and metres:\n"
                 "    rtcm2 export --format csv --type 1 --rows Corrections \\\n"
                 "        --fields Modified_Z_Count_s,Corrections.Satellite,Corrections.PRC_m "
-                "capture.rtcm2");
+                "capture.rtcm2\n"
+                "The same from a database:\n"
+                "    rtcm2 export --format sqlite -o capture.db capture.rtcm2\n"
+                "    sqlite3 capture.db 'SELECT time_s, Satellite, PRC_m FROM "
+                "Message_Type_1_Corrections'");
 }
 
 ExitStatus ExportCommand::run(Host& host)
@@ -104,9 +111,14 @@ ExitStatus ExportCommand::run(Host& host)
             return writeCsv(host, filter);
         }
         if (!rows.empty() || mixed || app->count("--separator") + app->count("--decimal") > 0) {
-            throw UsageError{"--rows, --mixed, --separator and --decimal are for --format csv"};
+            throw UsageError{"--rows, --mixed, --separator and --decimal are for --format csv" +
+                             std::string(format == "sqlite"
+                                             ? "; in a database sub-messages have tables of "
+                                               "their own"
+                                             : "")};
         }
-        return writeJson(host, filter.kinds());
+        return format == "sqlite" ? writeDatabase(host, filter.kinds())
+                                  : writeJson(host, filter.kinds());
     } catch (const FieldPathError& error) {
         throw UsageError{error.text};
     } catch (const FilterError& error) {
@@ -126,6 +138,16 @@ ExitStatus ExportCommand::writeJson(Host& host, const std::vector<const KindMode
     return runSession(host, reading, [&](Output& output, const MessageFilter&) {
         return std::make_unique<JsonExport>(output, options, kinds);
     });
+}
+
+ExitStatus ExportCommand::writeDatabase(Host& host, const std::vector<const KindModel*>& kinds)
+{
+    return exportToDatabase(host, reading,
+                            {.program = "rtcm2 " RTCM2_VERSION,
+                             .withPacked = withHex,
+                             .fields = fields,
+                             .values = wantsScaled == wantsRaw ? Values::both : values()},
+                            kinds);
 }
 
 ExitStatus ExportCommand::writeCsv(Host& host, const MessageFilter& filter)
