@@ -439,13 +439,12 @@ TEST_F(ExportTest, CsvOfSeveralKindsIsMixedOrInFiles)
               "\n# Message Type 1\nNo.,Byte,Ns\n4,75,2\n");
 
     const auto write = [&](const std::string& directory) {
-        CsvOutputs files;
+        OutputFiles files(app.pathOf(directory));
         app.run(messages, [&](Output&) {
-            return std::make_unique<CsvFiles>(app.pathOf(directory),
-                                              tablesFor(app.kinds({"1", "16", "3"}), options),
-                                              false, files);
+            return std::make_unique<CsvFiles>(
+                files, tablesFor(app.kinds({"1", "16", "3"}), options), false);
         });
-        return closeAll(files);
+        return files.close() ? std::string() : files.problem();
     };
     EXPECT_EQ(write("new/tables"), "");
     EXPECT_EQ(app.readFile("new/tables/Message_Type_1.csv"),

@@ -2,9 +2,6 @@
 
 #include "base/Names.h"
 
-#include <algorithm>
-#include <filesystem>
-
 CsvTables tablesFor(const std::vector<const KindModel*>& kinds, const CsvOptions& options)
 {
     CsvTables tables;
@@ -43,67 +40,26 @@ void CsvExport::finish()
     PrintingSink::finish();
 }
 
-std::string closeAll(CsvOutputs& outputs)
-{
-    std::string problem;
-    for (const auto& [kind, output] : outputs) {
-        if (!output->close() && problem.empty()) {
-            problem = output->problem();
-        }
-    }
-    return problem;
-}
-
-CsvFiles::CsvFiles(std::string path, CsvTables kindTables, bool withTimes, CsvOutputs& outputs)
-    : directory(std::move(path)), noColumns(withTimes), tables(std::move(kindTables)),
-      files(outputs)
-{
-}
-
 void CsvFiles::take(const Found& found)
 {
     if (found.hasRecord()) {
         rows.clear();
-        Output& file = fileOf(*found.kind, *found.envelope);
-        tables.at(found.kind).appendRows(rows, input, columns.at(found.kind), found);
-        file.write(rows.view());
+        const File& file = fileOf(*found.kind, *found.envelope);
+        tables.at(found.kind).appendRows(rows, input, file.columns, found);
+        files.file(file.name).write(rows.view());
     }
 }
 
-// The file of a kind, with its header line. One that cannot be written stays failed.
-Output& CsvFiles::fileOf(const KindModel& kind, const Envelope& envelope)
+// With its header line among the rows where it begins, or where more columns are needed.
+CsvFiles::File& CsvFiles::fileOf(const KindModel& kind, const Envelope& envelope)
 {
-    std::unique_ptr<Output>& file = files[&kind];
-    EnvelopeColumns& ofFile = columns.try_emplace(&kind, noColumns).first->second;
-    const bool isWider = ofFile.grow(envelope);
-    if (file == nullptr) {
-        file = std::make_unique<Output>();
-        if (open(kind, *file)) {
-            *file << tables.at(&kind).header(ofFile);
-        }
-    } else if (isWider) {
-        *file << "\n" + tables.at(&kind).header(ofFile);
+    const auto [entry, isNew] =
+        begun.try_emplace(&kind, File{identifierOf(kind.name) + ".csv", noColumns});
+    File& file = entry->second;
+    const bool isWider = file.columns.grow(envelope);
+    if (isNew || isWider) {
+        rows.append(isNew ? "" : "\n");
+        rows.append(tables.at(&kind).header(file.columns));
     }
-    return *file;
-}
-
-bool CsvFiles::open(const KindModel& kind, Output& file) const
-{
-    std::error_code ignored;    // opening the file fails then, and says why
-    std::filesystem::create_directories(directory, ignored);
-    return file.open(
-        (std::filesystem::path(directory) / (identifierOf(kind.name) + ".csv")).string());
-}
-
-void CsvFiles::pause()
-{
-    for (const auto& file : files) {
-        file.second->flush();
-    }
-}
-
-bool CsvFiles::isDone() const
-{
-    return std::any_of(files.begin(), files.end(),
-                       [](const auto& file) { return file.second->failed(); });
+    return file;
 }

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "base/Output.h"
+#include "base/OutputFiles.h"
 #include "commands/export/CsvTable.h"
 #include "session/Sink.h"
 
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -35,31 +35,32 @@ private:
     const KindModel* lastKind = nullptr;
 };
 
-using CsvOutputs = std::map<const KindModel*, std::unique_ptr<Output>>;
-
-// What could not be written, for people; empty when all was.
-[[nodiscard]] std::string closeAll(CsvOutputs& outputs);
-
 // Each kind of which there are messages goes to a file of its own in one directory.
 class CsvFiles : public Sink {
 public:
-    // `outputs` gets the files, which the caller closes.
-    CsvFiles(std::string path, CsvTables kindTables, bool withTimes, CsvOutputs& outputs);
+    // The caller closes the files.
+    CsvFiles(OutputFiles& outputs, CsvTables kindTables, bool withTimes)
+        : files(outputs), noColumns(withTimes), tables(std::move(kindTables))
+    {
+    }
 
     void beginInput(const std::string& name) override { input = name; }
     void take(const Found& found) override;
-    void pause() override;
-    bool isDone() const override;
+    void pause() override { files.flush(); }
+    bool isDone() const override { return files.failed(); }
 
 private:
-    Output& fileOf(const KindModel& kind, const Envelope& envelope);
-    bool open(const KindModel& kind, Output& file) const;
+    struct File {
+        std::string name;
+        EnvelopeColumns columns;
+    };
 
-    std::string directory;
+    File& fileOf(const KindModel& kind, const Envelope& envelope);
+
+    OutputFiles& files;
     EnvelopeColumns noColumns;
-    std::map<const KindModel*, EnvelopeColumns> columns;
     CsvTables tables;
-    CsvOutputs& files;
+    std::map<const KindModel*, File> begun;
     std::string input;
     Text rows;
 };

@@ -195,17 +195,16 @@ ExitStatus ExportCommand::writeCsvFiles(Host& host, CsvTables& tables)
     }
     ReadingOptions toFiles = reading;
     toFiles.output.clear();
-    CsvOutputs files;
+    OutputFiles files(reading.output);
     const ExitStatus status = runSession(host, toFiles, [&](Output&, const MessageFilter&) {
-        return std::make_unique<CsvFiles>(reading.output, std::move(tables), withTimes, files);
+        return std::make_unique<CsvFiles>(files, std::move(tables), withTimes);
     });
-    if (isCutShort(status) && (files.empty() || !reading.isLive())) {
+    if (isCutShort(status) && (files.count() == 0 || !reading.isLive())) {
         tell("nothing was written to " + reading.output);
         return status;
     }
-    const std::string problem = closeAll(files);
-    if (!problem.empty()) {
-        tell(problem);
+    if (!files.close()) {
+        tell(files.problem());
         return ExitStatus::unwritable;
     }
     return status;
