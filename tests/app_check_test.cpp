@@ -1,4 +1,5 @@
 #include "commands/check/CheckSink.h"
+#include "forms/InputForm.h"
 #include "support/AppSession.h"
 #include "support/MessageHelpers.h"
 
@@ -166,6 +167,27 @@ TEST_F(CheckTest, DamageExplainsAGapOnce)
 Packed point(std::uint8_t centimetres)
 {
     return {0x26, 0x04, 0x43, centimetres, 0, 0, 0, 0, 0, 0, 0, 0};
+}
+
+// They number their messages by themselves, and one is at times heard much later.
+TEST_F(CheckTest, SendersOfAisAreKeptApart)
+{
+    app.form = InputForm::aivdm;
+    const auto writer = makeWriter(app.form);
+    Packed sentences;
+    for (unsigned i = 0; i < 20; ++i) {
+        for (const bool isLate : {false, true}) {
+            writer->setEnvelope({.sender = AisSender{.mmsi = isLate ? 2000723U : 2000417U}});
+            const Part part{.type = 1, .station = 5, .late = isLate ? i % 2 * 14U : 0U};
+            const unsigned missing = isLate && i > 9 ? 2 : 0;
+            ASSERT_TRUE(
+                writer->append(message(part, 3000 + 15 * i, i + 3 * isLate + missing), sentences));
+        }
+    }
+    const rapidjson::Value& result = check(sentences);
+    EXPECT_EQ(textsOf(result),
+              "warning: station 5 of MMSI 2000723: 2 messages missing in 17.4 s\n");
+    EXPECT_EQ(result["stations"].Size(), 2U);
 }
 
 TEST_F(CheckTest, WhatAStreamSaysAndHowOften)

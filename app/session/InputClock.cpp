@@ -57,7 +57,7 @@ InputClock::Reading InputClock::read(const StationId& station, std::uint32_t sys
     const auto number = static_cast<std::int64_t>(shown);
     Hand& hand = handFor(station, system, number);
     const std::int64_t time = hand.time + stepOf(hand, number);
-    const std::int64_t behind = latest - time;
+    const std::int64_t behind = (station.mmsi != 0 ? hand.time : latest) - time;
     if (behind <= allowed) {
         hand = {number, time};
         doubted.erase(station);

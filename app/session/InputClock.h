@@ -12,8 +12,9 @@
 // another one. Each sender's own clock is followed from message to message, through the end of the
 // hour, and read as time since the first message of the input. A clock that is heard for the first
 // time shows what that of another station shows for the same system, or else the time of the
-// message heard last. Steps of half an hour or more cannot be told from
-// shorter ones or from steps back.
+// message heard last. What comes by AIS is longer on its way from one sender than from another, and
+// comes seldom: each of these clocks is compared with itself alone. Steps of half an hour or more
+// cannot be told from shorter ones or from steps back.
 class InputClock {
 public:
     enum class Kind : std::uint8_t {
