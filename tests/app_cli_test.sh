@@ -69,7 +69,7 @@ while read -r first last options; do
     "$rtcm2" list $options hours.hex > out 2> err
     [ "$(awk 'NR == 2 { first = $1 } END { print first, $1 }' out)" = "$first $last" ] || fail "another part: $options"
 done << 'EOF'
-3 5 --from 3 --until 5
+3 5 --from 3 --to 5
 1 12 --from 44:00
 3 12 --from 06:00
 2 3 --from 05:00 --until 45:00

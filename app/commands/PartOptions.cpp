@@ -133,10 +133,11 @@ void PartOptions::declare(CLI::App& command)
         "Only from this message on: its number in the input (17), the time that messages carry as "
         "'rtcm2 list' shows it (30:15), or the time at which it was received, in UTC (14:30:15 or "
         "2026-11-23T14:30:15Z); with --date the last two, too, are times that messages carry. A "
-        "time "
-        "without a date is the first such one in the input, or one up to ten minutes before it",
+        "time without a date is the first such one in the input, or one up to ten minutes before "
+        "it",
         wrongBound, "WHERE");
-    add("--until", until,
+    const bool writesForm = command.get_option_no_throw("--to") != nullptr;
+    add(writesForm ? "--until" : "--until,--to", until,
         "Only up to the message of this number, or before this time, written as for --from",
         wrongBound, "WHERE");
     add("--date", date,

@@ -16,6 +16,7 @@ struct PartOptions {
     std::string until;    // empty for the last one
     std::string date;     // when the input begins; empty where that is not told
 
+    // Where --to is the form of the output, it is declared before.
     void declare(CLI::App& command);
 
     // Throws UsageError for an input that has to be read from its beginning.

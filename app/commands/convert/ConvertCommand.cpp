@@ -34,8 +34,8 @@ void ConvertCommand::declare(CLI::App& program)
 {
     app = program.add_subcommand(
         "convert", "The messages as they are, cut and cleaned, in any of the input forms");
-    reading.declare(*app);
     writing.declareForm(*app);
+    reading.declare(*app);
     writing.declareSender(*app);
     app->add_flag("--times", keepsTimes,
                   "Also write when the messages were received, where that is known; with --to hex "

@@ -88,6 +88,7 @@ void ServeCommand::declare(CLI::App& program)
 {
     app =
         program.add_subcommand("serve", "Plays captures to receivers and programs in the network");
+    writing.declareForm(*app, nameOf(InputForm::stream));
     reading.declareReading(*app);
     declareServer();
     declarePlay();
@@ -108,7 +109,6 @@ void ServeCommand::declareServer()
     app->add_option("--user", user, "Only this user may have them, with a password")
         ->type_name("NAME")
         ->group(optionGroup::output);
-    writing.declareForm(*app, nameOf(InputForm::stream));
     writing.declareSender(*app);
 }
 
