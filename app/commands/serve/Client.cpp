@@ -1,156 +1,197 @@
 #include "commands/serve/Client.h"
 
-#include <QHostAddress>
-#include <QTcpSocket>
+#include <asio/buffer.hpp>
+
+#include <charconv>
 
 namespace {
 
-constexpr int longestPatience = 10000;              // ms
+constexpr std::chrono::seconds longestPatience{10};
 constexpr std::chrono::seconds longestStuck{10};    // where the others wait for a client
 constexpr int systemBytes = 1 << 16;    // what the system holds for a client comes late to it
 constexpr std::size_t longestAbout = 120;
 
-std::string nameOf(const QTcpSocket& socket)
+std::string nameOf(const asio::ip::tcp::endpoint& peer)
 {
-    bool isVersion4 = false;
-    const quint32 number = socket.peerAddress().toIPv4Address(&isVersion4);
-    const QString address =
-        isVersion4 ? QHostAddress(number).toString() : "[" + socket.peerAddress().toString() + "]";
-    return address.toStdString() + ":" + std::to_string(socket.peerPort());
+    const asio::ip::address address = peer.address();
+    const bool isMapped = address.is_v6() && address.to_v6().is_v4_mapped();
+    const std::string host = isMapped
+                                 ? make_address_v4(asio::ip::v4_mapped, address.to_v6()).to_string()
+                             : address.is_v6() ? "[" + address.to_string() + "]"
+                                               : address.to_string();
+    return host + ":" + std::to_string(peer.port());
+}
+
+// Of HTTP.
+std::string chunkOf(std::string_view text)
+{
+    std::array<char, 16> size{};
+    char* const end = std::to_chars(size.begin(), size.end(), text.size(), 16).ptr;
+    return std::string(size.begin(), end).append("\r\n").append(text).append("\r\n");
 }
 
 }    // namespace
 
-Client::Client(QTcpSocket* connection, const ClientOptions& clientOptions, Tell tellLine)
-    : options(clientOptions), socket(connection), tell(std::move(tellLine)),
-      address(nameOf(*connection)), state(options.caster ? State::asking : State::receiving),
-      served(!options.caster), writer(makeWriter(options.form))
+Client::Client(asio::ip::tcp::socket connection, const asio::ip::tcp::endpoint& peer,
+               const ClientOptions& clientOptions, Served& servedToAll)
+    : options(clientOptions), served(servedToAll), socket(std::move(connection)),
+      patience(socket.get_executor()), name(nameOf(peer)), writer(makeWriter(options.form))
 {
-    socket->setParent(this);
-    socket->setReadBufferSize(static_cast<qint64>(CasterOptions::longestHead));
-    socket->setSocketOption(QAbstractSocket::SendBufferSizeSocketOption, systemBytes);
-    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    socket->setSocketOption(QAbstractSocket::KeepAliveOption, 1);
-    connect(socket, &QTcpSocket::readyRead, this, [this] { takeInput(); });
-    connect(socket, &QTcpSocket::bytesWritten, this, [this] { lastTaken = Clock::now(); });
-    connect(&patience, &QTimer::timeout, this, [this] { endPatience(); });
-    patience.setSingleShot(true);
-    if (state == State::asking) {
-        patience.start(longestPatience);
+}
+
+void Client::begin()
+{
+    asio::error_code ignored;    // it is gone, which reading will tell
+    socket.non_blocking(true, ignored);
+    socket.set_option(asio::socket_base::send_buffer_size(systemBytes), ignored);
+    socket.set_option(asio::ip::tcp::no_delay(true), ignored);
+    socket.set_option(asio::socket_base::keep_alive(true), ignored);
+    if (options.caster) {
+        awaitRequest();
     } else {
-        tell(address + " connected");
+        options.tell(name + " connected");
+        welcome();
     }
+    read();
 }
 
-void Client::endPatience()
+void Client::welcome()
 {
-    if (state == State::asking) {
-        tell(address + " refused: no request came within 10 s");
-        leaveAfter(casterRefusal());
-    } else if (state == State::leaving) {
-        socket->abort();
-    }
+    state = State::receiving;
+    ++served.clients;
 }
 
-qint64 Client::waiting() const
+void Client::awaitRequest()
 {
-    return socket->bytesToWrite();
+    patience.expires_after(longestPatience);
+    patience.async_wait([self = shared_from_this()](const asio::error_code& error) {
+        if (!error && self->state == State::asking) {
+            self->refuse("no request came within 10 s");
+        }
+        if (!error && self->state == State::refused) {
+            self->leave({});
+        }
+    });
+}
+
+void Client::refuse(const std::string& reason)
+{
+    answer({.text = casterRefusal(), .about = "refused: " + reason});
 }
 
 // What comes behind the head of a request, such as the position of a receiver, is of no interest.
-void Client::takeInput()
+void Client::read()
 {
-    const QByteArray come = socket->readAll();
-    if (state == State::asking) {
-        head.append(come.constData(), static_cast<std::size_t>(come.size()));
-        takeHead();
-    }
+    socket.async_read_some(
+        asio::buffer(come),
+        [self = shared_from_this()](const asio::error_code& error, std::size_t count) {
+            if (error) {
+                self->leave("left");
+                return;
+            }
+            if (self->state == State::asking) {
+                self->head.append(self->come.data(), count);
+                self->takeHead();
+            }
+            self->read();
+        });
 }
 
 void Client::takeHead()
 {
-    if (head.find("\r\n\r\n") == std::string::npos && head.find("\n\n") == std::string::npos) {
-        if (head.size() > CasterOptions::longestHead) {
-            tell(address + " refused: the head of its request has no end");
-            leaveAfter(casterRefusal());
-        }
-        return;
+    if (head.find("\r\n\r\n") != std::string::npos || head.find("\n\n") != std::string::npos) {
+        answer(casterReply(*options.caster, head));
+    } else if (head.size() > CasterOptions::longestHead) {
+        refuse("the head of its request has no end");
     }
-    const CasterReply answer = casterReply(*options.caster, head);
-    head = {};
-    tell(address + " " + answer.about.substr(0, longestAbout));
-    if (!answer.isStream) {
-        leaveAfter(answer.text);
-        return;
-    }
-    served = true;
-    isChunked = answer.isChunked;
-    state = State::receiving;
-    patience.stop();
-    write(answer.text);
 }
 
+// Who gets no stream goes as soon as he has taken the answer.
+void Client::answer(const CasterReply& reply)
+{
+    head = {};
+    options.tell(name + " " + reply.about.substr(0, longestAbout));
+    isChunked = reply.isChunked;
+    if (reply.isStream) {
+        patience.cancel();
+        welcome();
+    } else {
+        state = State::refused;
+    }
+    write(reply.text);
+}
+
+// What the socket does not take is waited for there; then something is unsent.
 void Client::write(std::string_view text)
 {
-    if (waiting() == 0) {
-        lastTaken = Clock::now();
+    const bool isFree = unsent.empty();
+    unsent += text;
+    if (isFree) {
+        flush();
     }
-    socket->write(text.data(), static_cast<qint64>(text.size()));
-    socket->flush();
 }
 
-// Goes as soon as it has taken the answer, but not much later.
-void Client::leaveAfter(const std::string& answer)
+void Client::flush()
 {
-    state = State::leaving;
-    patience.start(longestPatience);
-    write(answer);
-    socket->disconnectFromHost();
+    asio::error_code error;
+    unsent.erase(0, socket.write_some(asio::buffer(unsent), error));
+    lastTaken = Clock::now();
+    if (error && error != asio::error::would_block) {
+        leave("left");
+    } else if (!unsent.empty()) {
+        socket.async_wait(asio::socket_base::wait_write,
+                          [self = shared_from_this()](const asio::error_code& failed) {
+                              if (!failed) {
+                                  self->flush();
+                              }
+                          });
+    } else if (state == State::refused || state == State::ending) {
+        leave("has it all");
+    }
 }
 
 void Client::send(std::span<const std::uint8_t> packed, const Envelope& envelope)
 {
-    message.clear();
+    std::vector<std::uint8_t> message;
     writer->setEnvelope(envelope);
     if (!writer->append(packed, message)) {
         return;
     }
-    if (waiting() > roomBytes) {
-        drop("it does not take what is sent; 1 MB waits");
+    if (unsent.size() > roomBytes) {
+        leave("dropped: it does not take what is sent; 1 MB waits");
         return;
     }
     const std::string_view text{reinterpret_cast<const char*>(message.data()), message.size()};
-    if (isChunked) {
-        const QByteArray size = QByteArray::number(static_cast<qulonglong>(text.size()), 16);
-        write(size.toStdString() + "\r\n" + std::string(text) + "\r\n");
-    } else {
-        write(text);
-    }
     bytes += text.size();
+    served.bytes += text.size();
+    write(isChunked ? chunkOf(text) : std::string(text));
 }
 
 void Client::dropIfStuck()
 {
-    if (waiting() > 0 && Clock::now() - lastTaken > longestStuck) {
-        drop("it has taken nothing for 10 s");
+    if (!unsent.empty() && Clock::now() - lastTaken > longestStuck) {
+        leave("dropped: it has taken nothing for 10 s");
     }
 }
 
 void Client::end()
 {
     if (state == State::asking) {
-        drop("");
+        leave({});
     } else if (state == State::receiving) {
-        goodbye = "has it all";
-        state = State::leaving;
+        state = State::ending;
         write(isChunked ? "0\r\n\r\n" : "");
-        socket->disconnectFromHost();
     }
 }
 
-void Client::drop(const std::string& reason)
+void Client::leave(const std::string& farewell)
 {
-    state = State::leaving;
-    goodbye = "dropped: " + reason;
-    socket->abort();
+    if (state == State::receiving || state == State::ending) {
+        options.tell(name + " " + farewell + ", " + std::to_string(bytes) + " bytes");
+    }
+    state = State::gone;
+    unsent.clear();
+    patience.cancel();
+    asio::error_code ignored;
+    socket.close(ignored);
 }

@@ -4,79 +4,81 @@
 #include "commands/serve/Caster.h"
 #include "forms/InputForm.h"
 
-#include <QObject>
-#include <QTimer>
+#include <asio/ip/tcp.hpp>
+#include <asio/steady_timer.hpp>
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
-#include <vector>
-
-class QTcpSocket;
 
 struct ClientOptions {
     InputForm form = InputForm::stream;
-    std::optional<CasterOptions> caster{};    // else messages follow without a word
+    std::optional<CasterOptions> caster{};                  // else messages follow without a word
+    std::function<void(const std::string& line)> tell{};    // hears what clients do
 };
 
-// Lives in the thread of its socket. Each client has a writer of its own, so that its stream begins
+// How much was served.
+struct Served {
+    std::uint64_t messages = 0;
+    std::uint64_t clients = 0;    // that messages were for
+    std::uint64_t bytes = 0;      // to all of them together
+};
+
+// Works in the thread of its socket. Each client has a writer of its own, so that its stream begins
 // with a message.
-class Client : public QObject {
+class Client : public std::enable_shared_from_this<Client> {
 public:
-    using Tell = std::function<void(const std::string& line)>;
-
     // So much may wait for a client to take it.
-    static constexpr qint64 roomBytes = 1 << 20;
+    static constexpr std::size_t roomBytes = 1 << 20;
 
-    // Owns the connection. `tell` hears what the client does.
-    Client(QTcpSocket* connection, const ClientOptions& clientOptions, Tell tell);
+    // Everything given must outlive the client, which counts itself and its bytes.
+    Client(asio::ip::tcp::socket connection, const asio::ip::tcp::endpoint& peer,
+           const ClientOptions& clientOptions, Served& servedToAll);
 
+    // Once, when it is owned by a shared pointer.
+    void begin();
     // Whether messages are for it.
     bool receives() const { return state == State::receiving; }
     // A message of any form that the writer takes. A client that has no room left is dropped.
     void send(std::span<const std::uint8_t> packed, const Envelope& envelope);
     // Bytes that it has not taken yet.
-    qint64 waiting() const;
+    std::size_t waiting() const { return unsent.size(); }
     // Drops a client that has not taken anything for long though bytes wait for it.
     void dropIfStuck();
     // Nothing more comes: it goes when it has taken what waits, unless it is dropped before.
     void end();
-    // It goes at once; `reason` is for people.
-    void drop(const std::string& reason);
-
-    // Whether messages were ever for it.
-    bool wasServed() const { return served; }
-    std::uint64_t bytesSent() const { return bytes; }
-    // "127.0.0.1:40123"
-    const std::string& name() const { return address; }
-    // How it went, once it is gone: "left", "dropped: ..."
-    const std::string& farewell() const { return goodbye; }
+    // It goes at once; how, is for people.
+    void leave(const std::string& farewell);
+    bool isGone() const { return state == State::gone; }
 
 private:
-    enum class State { asking, receiving, leaving };
+    enum class State { asking, refused, receiving, ending, gone };
     using Clock = std::chrono::steady_clock;
 
-    void endPatience();
-    void takeInput();
+    void welcome();
+    void awaitRequest();
+    void refuse(const std::string& reason);
+    void read();
     void takeHead();
-    void leaveAfter(const std::string& answer);
+    void answer(const CasterReply& reply);
     void write(std::string_view text);
+    void flush();
 
     const ClientOptions& options;
-    QTcpSocket* socket;
-    Tell tell;
-    std::string address;
-    State state;
-    QTimer patience;    // with a client that asks or leaves
-    bool served = false;
+    Served& served;
+    asio::ip::tcp::socket socket;
+    asio::steady_timer patience;    // with a client that asks
+    std::string name;               // "127.0.0.1:40123"
+    State state = State::asking;
     bool isChunked = false;
+    std::array<char, 4096> come{};
     std::string head;    // of the request, so far
     std::unique_ptr<PacketWriter> writer;
-    std::vector<std::uint8_t> message;    // in work
+    std::string unsent;
+    Clock::time_point lastTaken{};
     std::uint64_t bytes = 0;
-    Clock::time_point lastTaken = Clock::now();
-    std::string goodbye = "left";
 };

@@ -1,6 +1,7 @@
 #include "commands/serve/Player.h"
 
 #include "base/Interrupt.h"
+#include "commands/serve/Server.h"
 
 #include <array>
 #include <cstdio>
@@ -30,7 +31,7 @@ std::string withSeconds(const Found& found, const char* before, double seconds, 
 }    // namespace
 
 Player::Player(const FormatModel& formatModel, Server& playedTo, const PlayOptions& playOptions,
-               Client::Tell tellLine)
+               Tell tellLine)
     : model(formatModel), server(playedTo), options(playOptions), tell(std::move(tellLine)),
       schedule(options.speed), awaitsClient(!options.beginsAtOnce)
 {

@@ -3,7 +3,13 @@
 
 #include "commands/serve/MessageClock.h"
 #include "commands/serve/Schedule.h"
-#include "commands/serve/Server.h"
+#include "session/Found.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+class Server;
 
 struct PlayOptions {
     double speed = 1;             // 0: as fast as clients take it
@@ -13,9 +19,11 @@ struct PlayOptions {
 
 class Player {
 public:
+    using Tell = std::function<void(const std::string& line)>;
+
     // Everything given must outlive the player.
     Player(const FormatModel& formatModel, Server& playedTo, const PlayOptions& playOptions,
-           Client::Tell tellLine);
+           Tell tellLine);
 
     // Of an input whose messages come in their own time, each is sent at once.
     void beginInput(bool isLiveInput);
@@ -34,7 +42,7 @@ private:
     const FormatModel& model;
     Server& server;
     const PlayOptions& options;
-    Client::Tell tell;
+    Tell tell;
     Schedule schedule;
     std::optional<MessageClock> clock;    // of the input
     std::optional<double> last;           // seconds of the message before in the input

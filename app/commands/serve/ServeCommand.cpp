@@ -6,6 +6,7 @@
 #include "commands/WritingOptions.h"
 #include "commands/serve/FirstLook.h"
 #include "commands/serve/ServeSink.h"
+#include "commands/serve/Server.h"
 #include "sources/Sources.h"
 
 #include <charconv>
@@ -180,7 +181,8 @@ ExitStatus ServeCommand::run(Host& host)
     const ListenAddress address = listenAddress(tcp.empty() ? ":2101" : tcp);
     sending.sender = writing.defaultsFor(reading);
     sending.needsSender = writing.needsSender();
-    ClientOptions clients{.form = writing.to()};
+    ClientOptions clients{.form = writing.to(),
+                          .tell = [this](const std::string& line) { tellUnlessQuiet(line); }};
     if (!mountpoint.empty()) {
         clients.caster = caster();
     }
@@ -232,8 +234,7 @@ std::string ServeCommand::announcement(const std::string& input, const ListenAdd
 
 ExitStatus ServeCommand::serve(Host& host, const ClientOptions& clients, ListenAddress address)
 {
-    const auto tellLine = [this](const std::string& line) { tellUnlessQuiet(line); };
-    Server server(clients, tellLine);
+    Server server(clients);
     const std::string problem = server.listen(address);
     if (!problem.empty()) {
         tell(problem);
@@ -244,7 +245,7 @@ ExitStatus ServeCommand::serve(Host& host, const ClientOptions& clients, ListenA
             tellUnlessQuiet(announcement(input, address));
         }
     };
-    Player player(host.model, server, play, tellLine);
+    Player player(host.model, server, play, clients.tell);
     const ExitStatus status = playAll(host, player, announce);
     const Served served = server.end();
     if (sending.withoutSender > 0) {

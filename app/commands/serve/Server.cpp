@@ -2,85 +2,189 @@
 
 #include "base/Interrupt.h"
 
-#include <cstdlib>
+#include <asio/ip/v6_only.hpp>
+#include <asio/post.hpp>
+#include <asio/system_error.hpp>
+#include <asio/use_future.hpp>
+
+#include <algorithm>
 #include <thread>
 
-Server::Server(const ClientOptions& clientOptions, Client::Tell tellLine)
+using asio::ip::tcp;
+
+namespace {
+
+constexpr std::size_t behindBytes = Client::roomBytes / 4;
+
+tcp::endpoint endpointOf(const ListenAddress& address, asio::thread_pool& network)
 {
-    makeApplication();
-    QObject::connect(
-        &call, &ServerCall::made, &place, [this] { (*wanted)(); }, Qt::BlockingQueuedConnection);
-    place.moveToThread(&thread);
-    thread.start();
-    inThread([&] {
-        interrupt::leaveToFirstThread();
-        clients = std::make_unique<Clients>(clientOptions, std::move(tellLine));
-    });
+    asio::error_code error;
+    if (address.host.empty()) {
+        tcp::socket(network).open(tcp::v6(), error);    // which the system may not have
+        return {error ? tcp::v4() : tcp::v6(), address.port};
+    }
+    const asio::ip::address literal = asio::ip::make_address(address.host, error);
+    if (!error) {
+        return {literal, address.port};
+    }
+    return *tcp::resolver(network)
+                .resolve(address.host, std::to_string(address.port),
+                         tcp::resolver::address_configured | tcp::resolver::numeric_service)
+                .begin();
 }
 
-// It would take over the user's locale, in which numbers may look different.
-void Server::makeApplication()
+std::string reasonOf(const std::error_code& error)
 {
-    static int count = 1;
-    static char name[] = "rtcm2";
-    static char* arguments[] = {name, nullptr};
-    ::setenv("LC_ALL", "C.UTF-8", 1);
-    if (QCoreApplication::instance() == nullptr) {
-        application.emplace(count, arguments);
+    if (error.category() == asio::error::get_netdb_category() ||
+        error.category() == asio::error::get_addrinfo_category()) {
+        return "no such host is known";
     }
+    if (error == std::errc::address_in_use) {
+        return "the port is in use; take another one, or 0 for any that is free";
+    }
+    if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted) {
+        return "that is not allowed; ports from 1024 on are for everybody";
+    }
+    if (error == std::errc::address_not_available) {
+        return "this machine has no such address";
+    }
+    return error.message();
 }
+
+}    // namespace
 
 Server::~Server()
 {
-    inThread([this] { clients.reset(); });
-    thread.quit();
-    thread.wait();
+    network.stop();
+    network.join();
 }
 
-void Server::inThread(const std::function<void()>& work)
+template <typename Work>
+auto Server::inThread(const Work& work)
 {
-    wanted = &work;
-    Q_EMIT call.made();
+    return asio::post(network, asio::use_future(work)).get();
 }
 
 std::string Server::listen(ListenAddress& address)
 {
-    std::string problem;
-    inThread([&] { problem = clients->listen(address); });
-    return problem;
+    try {
+        inThread([&] { open(address); });
+        return {};
+    } catch (const std::system_error& error) {
+        return "cannot serve on " + address.text() + ": " + reasonOf(error.code());
+    }
+}
+
+// Every address is that of version 6, where clients of version 4 are taken as well.
+void Server::open(ListenAddress& address)
+{
+    interrupt::leaveToFirstThread();
+    const tcp::endpoint endpoint = endpointOf(address, network);
+    acceptor.open(endpoint.protocol());
+    if (endpoint.protocol() == tcp::v6()) {
+        acceptor.set_option(asio::ip::v6_only(!address.host.empty()));
+    }
+    acceptor.set_option(tcp::acceptor::reuse_address(true));
+    acceptor.bind(endpoint);
+    acceptor.listen();
+    address.port = acceptor.local_endpoint().port();
+    accept();
+}
+
+void Server::accept()
+{
+    acceptor.async_accept(peer, [this](const asio::error_code& error, tcp::socket connection) {
+        if (!acceptor.is_open()) {
+            return;
+        }
+        if (error) {
+            acceptLater();
+            return;
+        }
+        welcome(std::move(connection));
+        accept();
+    });
+}
+
+// The system may have no descriptor left.
+void Server::acceptLater()
+{
+    pause.expires_after(std::chrono::seconds(1));
+    pause.async_wait([this](const asio::error_code&) {
+        if (acceptor.is_open()) {
+            accept();
+        }
+    });
+}
+
+void Server::welcome(tcp::socket connection)
+{
+    forgetGone();
+    if (clients.size() < mostClients) {
+        isCrowded = false;
+        clients.push_back(std::make_shared<Client>(std::move(connection), peer, options, served));
+        clients.back()->begin();
+    } else if (!std::exchange(isCrowded, true)) {
+        options.tell("more than " + std::to_string(mostClients) + " connections are refused");
+    }
+}
+
+void Server::forgetGone()
+{
+    std::erase_if(clients, [](const auto& client) { return client->isGone(); });
 }
 
 void Server::send(std::span<const std::uint8_t> packed, const Envelope& envelope)
 {
-    inThread([&] { clients->send(packed, envelope); });
+    inThread([&] {
+        ++served.messages;
+        for (const auto& client : clients) {
+            if (client->receives()) {
+                client->send(packed, envelope);
+            }
+        }
+    });
 }
 
 bool Server::isAnybodyThere()
 {
-    bool isThere = false;
-    inThread([&] { isThere = clients->isAnybodyThere(); });
-    return isThere;
+    return inThread([this] {
+        return std::any_of(clients.begin(), clients.end(),
+                           [](const auto& client) { return client->receives(); });
+    });
 }
 
 bool Server::keepUp()
 {
-    bool doKeepUp = false;
-    inThread([&] { doKeepUp = clients->keepUp(); });
-    return doKeepUp;
+    return inThread([this] {
+        for (const auto& client : clients) {
+            client->dropIfStuck();
+        }
+        return std::all_of(clients.begin(), clients.end(),
+                           [](const auto& client) { return client->waiting() < behindBytes; });
+    });
 }
 
 Served Server::end()
 {
-    bool isEmpty = false;
-    inThread([&] { clients->end(); });
-    while (!isEmpty && !interrupt::requested()) {
-        inThread([&] {
-            clients->keepUp();
-            isEmpty = clients->isEmpty();
-        });
-        std::this_thread::sleep_for(std::chrono::milliseconds(isEmpty ? 0 : 5));
+    inThread([this] {
+        acceptor.close();
+        for (const auto& client : clients) {
+            client->end();
+        }
+    });
+    const auto isEmpty = [this] {
+        forgetGone();
+        return clients.empty();
+    };
+    while (!inThread(isEmpty) && !interrupt::requested()) {
+        keepUp();
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
-    Served served;
-    inThread([&] { served = clients->takeLeave(); });
-    return served;
+    return inThread([this] {
+        for (const auto& client : clients) {
+            client->leave("dropped: the server ends");
+        }
+        return served;
+    });
 }

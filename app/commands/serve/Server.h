@@ -2,44 +2,54 @@
 // for the other: clients are answered while an input is waited for.
 #pragma once
 
-#include "commands/serve/Clients.h"
+#include "commands/serve/Client.h"
+#include "commands/serve/ListenAddress.h"
 
-#include <QCoreApplication>
-#include <QThread>
+#include <asio/thread_pool.hpp>
 
-// Calls into the thread.
-class ServerCall : public QObject {
-    Q_OBJECT
-
-Q_SIGNALS:
-    void made();
-};
+#include <vector>
 
 class Server {
 public:
-    // The options must outlive the server. `tellLine` is called in its thread.
-    Server(const ClientOptions& clientOptions, Client::Tell tellLine);
+    static constexpr std::size_t mostClients = 100;
+
+    // The options must outlive the server. Their `tell` is called in its thread.
+    explicit Server(const ClientOptions& clientOptions) : options(clientOptions) {}
     ~Server();
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
 
-    // As those of Clients.
+    // Begins to wait for clients at this address, in which a free port is filled in. What is in the
+    // way, for people; empty when nothing is.
     std::string listen(ListenAddress& address);
+
     void send(std::span<const std::uint8_t> packed, const Envelope& envelope);
+    // Whether messages are for anybody.
     bool isAnybodyThere();
+    // Whether all clients take what is sent at the pace at which it comes. Those that take nothing
+    // at all are dropped.
     bool keepUp();
-    // Ends the clients when they have taken everything, or at once if the program is asked to end.
+    // Nothing more comes. Ends the clients when they have taken everything, or at once if the
+    // program is asked to end.
     Served end();
 
 private:
-    void makeApplication();
     // Has the thread do something and waits for that.
-    void inThread(const std::function<void()>& work);
+    template <typename Work>
+    auto inThread(const Work& work);
 
-    std::optional<QCoreApplication> application;    // without one, no thread waits for events
-    QThread thread;
-    QObject place;    // lives in the thread
-    ServerCall call;
-    const std::function<void()>* wanted = nullptr;    // of a call
-    std::unique_ptr<Clients> clients;
+    void open(ListenAddress& address);
+    void accept();
+    void acceptLater();
+    void welcome(asio::ip::tcp::socket connection);
+    void forgetGone();
+
+    const ClientOptions& options;
+    asio::thread_pool network{1};    // a single thread, in which everything that follows is used
+    asio::ip::tcp::acceptor acceptor{network};
+    asio::ip::tcp::endpoint peer;    // of the next connection
+    asio::steady_timer pause{network};
+    std::vector<std::shared_ptr<Client>> clients;
+    bool isCrowded = false;    // and that was told
+    Served served;
 };
