@@ -1,11 +1,12 @@
 #include "commands/serve/Caster.h"
 
+#include "base/PlainText.h"
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QLocale>
 
 #include <algorithm>
-#include <cctype>
 
 namespace {
 
@@ -18,15 +19,6 @@ struct CasterRequest {
     std::string authorization;
     std::string agent;
 };
-
-bool isSameWord(std::string_view left, std::string_view right)
-{
-    return left.size() == right.size() &&
-           std::equal(left.begin(), left.end(), right.begin(), [](char a, char b) {
-               return std::tolower(static_cast<unsigned char>(a)) ==
-                      std::tolower(static_cast<unsigned char>(b));
-           });
-}
 
 std::string_view withoutBlanks(std::string_view text)
 {
@@ -64,13 +56,13 @@ CasterRequest requestOf(std::string_view head)
     readRequestLine(takeUpTo(head, '\n'), request);
     while (!head.empty()) {
         std::string_view line = takeUpTo(head, '\n');
-        const std::string_view name = withoutBlanks(takeUpTo(line, ':'));
+        const std::string name = inSmallLetters(withoutBlanks(takeUpTo(line, ':')));
         const std::string_view value = withoutBlanks(line);
-        if (isSameWord(name, "Ntrip-Version")) {
-            request.isVersion2 = isSameWord(value.substr(0, 7), "Ntrip/2");
-        } else if (isSameWord(name, "Authorization")) {
+        if (name == "ntrip-version") {
+            request.isVersion2 = inSmallLetters(value.substr(0, 7)) == "ntrip/2";
+        } else if (name == "authorization") {
             request.authorization = value;
-        } else if (isSameWord(name, "User-Agent")) {
+        } else if (name == "user-agent") {
             request.agent = value;
         }
     }
@@ -85,7 +77,8 @@ bool mayHave(const CasterOptions& caster, const CasterRequest& request)
     std::string_view given = request.authorization;
     const std::string_view scheme = takeUpTo(given, ' ');
     const QByteArray wanted = QByteArray::fromStdString(caster.user + ":" + caster.password);
-    return isSameWord(scheme, "Basic") && withoutBlanks(given) == wanted.toBase64().toStdString();
+    return inSmallLetters(scheme) == "basic" &&
+           withoutBlanks(given) == wanted.toBase64().toStdString();
 }
 
 // Lines of a head, each with its end.

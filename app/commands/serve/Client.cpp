@@ -68,9 +68,6 @@ void Client::awaitRequest()
         if (!error && self->state == State::asking) {
             self->refuse("no request came within 10 s");
         }
-        if (!error && self->state == State::refused) {
-            self->leave({});
-        }
     });
 }
 

@@ -1,8 +1,7 @@
 #include "commands/serve/ListenAddress.h"
 
+#include "base/PlainText.h"
 #include "commands/Command.h"
-
-#include <charconv>
 
 namespace {
 
@@ -38,13 +37,9 @@ ListenAddress listenAddress(const std::string& text)
 {
     const std::size_t colon = text.rfind(':');
     const std::string port = colon == std::string::npos ? text : text.substr(colon + 1);
-    ListenAddress address;
-    const auto [end, error] = std::from_chars(port.data(), port.data() + port.size(), address.port);
-    if (error != std::errc() || end != port.data() + port.size()) {
+    const std::optional<std::uint16_t> number = numberIn<std::uint16_t>(port);
+    if (!number) {
         refuseAddress(text);
     }
-    if (colon != std::string::npos) {
-        address.host = hostIn(text, text.substr(0, colon));
-    }
-    return address;
+    return {colon == std::string::npos ? "" : hostIn(text, text.substr(0, colon)), *number};
 }

@@ -55,10 +55,15 @@ void Player::play(const Found& found, const Envelope& sent)
     if (!isLive) {
         waitForTurn(found);
     }
-    if (!interrupt::requested()) {
-        server.send(found.bytes, sent);
-        hasPlayed = true;
+    if (interrupt::requested()) {
+        return;
     }
+    bool hasRoom = server.send(found.bytes, sent) || isLive || options.speed > 0;
+    while (!hasRoom && !interrupt::requested()) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        hasRoom = server.keepUp();
+    }
+    hasPlayed = true;
 }
 
 void Player::waitForTurn(const Found& found)
@@ -68,21 +73,6 @@ void Player::waitForTurn(const Found& found)
     }
     if (options.speed > 0) {
         sleepUntil(schedule.dueAfter(pauseBefore(found)));
-    } else {
-        waitForRoom();
-    }
-}
-
-// Clients have room for more messages than that.
-void Player::waitForRoom()
-{
-    constexpr unsigned asksOnceIn = 64;
-    if (++unasked < asksOnceIn) {
-        return;
-    }
-    unasked = 0;
-    while (!server.keepUp() && !interrupt::requested()) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }
 

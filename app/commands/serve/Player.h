@@ -36,7 +36,6 @@ public:
 private:
     void waitForTurn(const Found& found);
     void waitForClient();
-    void waitForRoom();
     double pauseBefore(const Found& found);
 
     const FormatModel& model;
@@ -49,5 +48,4 @@ private:
     bool isLive = false;
     bool awaitsClient;
     bool hasPlayed = false;
-    unsigned unasked = 0;    // messages since the clients were asked whether they keep up
 };

@@ -1,6 +1,6 @@
 #include "commands/Commands.h"
 
-#include "base/Interrupt.h"
+#include "base/PlainText.h"
 #include "base/Terminal.h"
 #include "commands/CommonOptions.h"
 #include "commands/WritingOptions.h"
@@ -9,7 +9,6 @@
 #include "commands/serve/Server.h"
 #include "sources/Sources.h"
 
-#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <optional>
@@ -40,11 +39,9 @@ std::optional<double> speedOf(const std::string& text)
     if (text == "max") {
         return 0;
     }
-    double number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [last, error] = std::from_chars(text.data(), end, number);
-    const bool isNumber = error == std::errc() && last == end && std::isfinite(number);
-    return isNumber && (number == 0 || number >= slowest) ? std::optional(number) : std::nullopt;
+    const std::optional<double> number = numberIn<double>(text);
+    const bool isSpeed = number && std::isfinite(*number) && (*number == 0 || *number >= slowest);
+    return isSpeed ? number : std::nullopt;
 }
 
 std::string wrongSpeed(const std::string& text)

@@ -8,6 +8,7 @@
 #include <asio/use_future.hpp>
 
 #include <algorithm>
+#include <cerrno>
 #include <thread>
 
 using asio::ip::tcp;
@@ -39,16 +40,17 @@ std::string reasonOf(const std::error_code& error)
         error.category() == asio::error::get_addrinfo_category()) {
         return "no such host is known";
     }
-    if (error == std::errc::address_in_use) {
+    switch (error.value()) {
+    case EADDRINUSE:
         return "the port is in use; take another one, or 0 for any that is free";
-    }
-    if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted) {
+    case EACCES:
+    case EPERM:
         return "that is not allowed; ports from 1024 on are for everybody";
-    }
-    if (error == std::errc::address_not_available) {
+    case EADDRNOTAVAIL:
         return "this machine has no such address";
+    default:
+        return error.message();
     }
-    return error.message();
 }
 
 }    // namespace
@@ -134,15 +136,16 @@ void Server::forgetGone()
     std::erase_if(clients, [](const auto& client) { return client->isGone(); });
 }
 
-void Server::send(std::span<const std::uint8_t> packed, const Envelope& envelope)
+bool Server::send(std::span<const std::uint8_t> packed, const Envelope& envelope)
 {
-    inThread([&] {
+    return inThread([&] {
         ++served.messages;
         for (const auto& client : clients) {
             if (client->receives()) {
                 client->send(packed, envelope);
             }
         }
+        return doKeepUp();
     });
 }
 
@@ -154,14 +157,19 @@ bool Server::isAnybodyThere()
     });
 }
 
+bool Server::doKeepUp() const
+{
+    return std::all_of(clients.begin(), clients.end(),
+                       [](const auto& client) { return client->waiting() < behindBytes; });
+}
+
 bool Server::keepUp()
 {
     return inThread([this] {
         for (const auto& client : clients) {
             client->dropIfStuck();
         }
-        return std::all_of(clients.begin(), clients.end(),
-                           [](const auto& client) { return client->waiting() < behindBytes; });
+        return doKeepUp();
     });
 }
 

@@ -23,11 +23,11 @@ public:
     // way, for people; empty when nothing is.
     std::string listen(ListenAddress& address);
 
-    void send(std::span<const std::uint8_t> packed, const Envelope& envelope);
     // Whether messages are for anybody.
     bool isAnybodyThere();
-    // Whether all clients take what is sent at the pace at which it comes. Those that take nothing
-    // at all are dropped.
+    // Whether all clients take what is sent at the pace at which it comes.
+    bool send(std::span<const std::uint8_t> packed, const Envelope& envelope);
+    // The same later. Clients that take nothing at all are dropped.
     bool keepUp();
     // Nothing more comes. Ends the clients when they have taken everything, or at once if the
     // program is asked to end.
@@ -43,6 +43,7 @@ private:
     void acceptLater();
     void welcome(asio::ip::tcp::socket connection);
     void forgetGone();
+    bool doKeepUp() const;
 
     const ClientOptions& options;
     asio::thread_pool network{1};    // a single thread, in which everything that follows is used
