@@ -3,6 +3,7 @@
 #include <asio/buffer.hpp>
 
 #include <charconv>
+#include <sstream>
 
 namespace {
 
@@ -11,15 +12,15 @@ constexpr std::chrono::seconds longestStuck{10};    // where the others wait for
 constexpr int systemBytes = 1 << 16;    // what the system holds for a client comes late to it
 constexpr std::size_t longestAbout = 120;
 
-std::string nameOf(const asio::ip::tcp::endpoint& peer)
+std::string nameOf(asio::ip::tcp::endpoint peer)
 {
     const asio::ip::address address = peer.address();
-    const bool isMapped = address.is_v6() && address.to_v6().is_v4_mapped();
-    const std::string host = isMapped
-                                 ? make_address_v4(asio::ip::v4_mapped, address.to_v6()).to_string()
-                             : address.is_v6() ? "[" + address.to_string() + "]"
-                                               : address.to_string();
-    return host + ":" + std::to_string(peer.port());
+    if (address.is_v6() && address.to_v6().is_v4_mapped()) {
+        peer.address(make_address_v4(asio::ip::v4_mapped, address.to_v6()));
+    }
+    std::ostringstream text;
+    text << peer;
+    return text.str();
 }
 
 // Of HTTP.
@@ -41,7 +42,7 @@ Client::Client(asio::ip::tcp::socket connection, const asio::ip::tcp::endpoint& 
 
 void Client::begin()
 {
-    asio::error_code ignored;    // it is gone, which reading will tell
+    asio::error_code ignored;    // when it is gone already, reading tells
     socket.non_blocking(true, ignored);
     socket.set_option(asio::socket_base::send_buffer_size(systemBytes), ignored);
     socket.set_option(asio::ip::tcp::no_delay(true), ignored);
@@ -118,7 +119,7 @@ void Client::answer(const CasterReply& reply)
     write(reply.text);
 }
 
-// What the socket does not take is waited for there; then something is unsent.
+// As long as something is unsent, flush() waits for the socket to take more.
 void Client::write(std::string_view text)
 {
     const bool isFree = unsent.empty();

@@ -51,7 +51,7 @@ public:
     void dropIfStuck();
     // Nothing more comes: it goes when it has taken what waits, unless it is dropped before.
     void end();
-    // It goes at once; how, is for people.
+    // It goes at once; the farewell is for people: "left", "dropped: ..."
     void leave(const std::string& farewell);
     bool isGone() const { return state == State::gone; }
 
@@ -73,12 +73,12 @@ private:
     asio::ip::tcp::socket socket;
     asio::steady_timer patience;    // with a client that asks
     std::string name;               // "127.0.0.1:40123"
-    State state = State::asking;
+    State state = State::asking;    // "refused" and "ending" take what is unsent
     bool isChunked = false;
     std::array<char, 4096> come{};
     std::string head;    // of the request, so far
     std::unique_ptr<PacketWriter> writer;
-    std::string unsent;
+    std::string unsent;    // what the system has no room for
     Clock::time_point lastTaken{};
     std::uint64_t bytes = 0;
 };

@@ -3,6 +3,7 @@
 #include "base/Interrupt.h"
 #include "commands/serve/Server.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <thread>
@@ -10,16 +11,7 @@
 namespace {
 
 constexpr double usualPause = 1;    // seconds, where the recording's own is not known or too long
-
-// Does not sleep on after a signal.
-void sleepUntil(Schedule::Clock::time_point due)
-{
-    constexpr std::chrono::milliseconds slice{100};
-    for (auto now = Schedule::Clock::now(); now < due && !interrupt::requested();
-         now = Schedule::Clock::now()) {
-        std::this_thread::sleep_for(std::min<Schedule::Clock::duration>(due - now, slice));
-    }
-}
+constexpr std::chrono::seconds mostBehind{2};
 
 std::string withSeconds(const Found& found, const char* before, double seconds, const char* after)
 {
@@ -33,7 +25,7 @@ std::string withSeconds(const Found& found, const char* before, double seconds, 
 Player::Player(const FormatModel& formatModel, Server& playedTo, const PlayOptions& playOptions,
                Tell tellLine)
     : model(formatModel), server(playedTo), options(playOptions), tell(std::move(tellLine)),
-      schedule(options.speed), awaitsClient(!options.beginsAtOnce)
+      awaitsClient(!options.beginsAtOnce)
 {
 }
 
@@ -72,7 +64,7 @@ void Player::waitForTurn(const Found& found)
         waitForClient();
     }
     if (options.speed > 0) {
-        sleepUntil(schedule.dueAfter(pauseBefore(found)));
+        sleepFor(pauseBefore(found));
     }
 }
 
@@ -99,4 +91,18 @@ double Player::pauseBefore(const Found& found)
     }
     tell(withSeconds(found, "a pause of ", pause, " before it is shortened to 1 s"));
     return usualPause;
+}
+
+// In seconds of the recording. What is a little late makes up for that, so that errors do not add
+// up; after a long delay, as when the program was stopped for a while, time goes on from there.
+void Player::sleepFor(double pause)
+{
+    constexpr std::chrono::seconds mostBehind{2};
+    constexpr Clock::duration slice = std::chrono::milliseconds(100);    // Ctrl-C is seen after it
+    const std::chrono::duration<double> step(pause / options.speed);
+    const Clock::time_point now = Clock::now();
+    due = now > due + mostBehind ? now : due + std::chrono::duration_cast<Clock::duration>(step);
+    while (Clock::now() < due && !interrupt::requested()) {
+        std::this_thread::sleep_for(std::min(due - Clock::now(), slice));
+    }
 }

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "commands/serve/MessageClock.h"
-#include "commands/serve/Schedule.h"
 #include "session/Found.h"
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
@@ -34,15 +34,18 @@ public:
     void beginAgain();
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     void waitForTurn(const Found& found);
     void waitForClient();
     double pauseBefore(const Found& found);
+    void sleepFor(double pause);
 
     const FormatModel& model;
     Server& server;
     const PlayOptions& options;
     Tell tell;
-    Schedule schedule;
+    Clock::time_point due{};              // the message before
     std::optional<MessageClock> clock;    // of the input
     std::optional<double> last;           // seconds of the message before in the input
     bool isLive = false;
