@@ -11,7 +11,6 @@
 namespace {
 
 constexpr double usualPause = 1;    // seconds, where the recording's own is not known or too long
-constexpr std::chrono::seconds mostBehind{2};
 
 std::string withSeconds(const Found& found, const char* before, double seconds, const char* after)
 {
