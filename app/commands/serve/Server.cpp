@@ -15,6 +15,7 @@ using asio::ip::tcp;
 
 namespace {
 
+constexpr std::size_t mostClients = 100;
 constexpr std::size_t behindBytes = Client::roomBytes / 4;
 
 tcp::endpoint endpointOf(const ListenAddress& address, asio::thread_pool& network)
@@ -77,7 +78,8 @@ std::string Server::listen(ListenAddress& address)
     }
 }
 
-// Every address is that of version 6, where clients of version 4 are taken as well.
+// In the thread, as the first that it does. Every address is that of version 6, where clients of
+// version 4 are taken as well.
 void Server::open(ListenAddress& address)
 {
     interrupt::leaveToFirstThread();
@@ -145,6 +147,7 @@ bool Server::send(std::span<const std::uint8_t> packed, const Envelope& envelope
                 client->send(packed, envelope);
             }
         }
+        forgetGone();
         return doKeepUp();
     });
 }
@@ -163,12 +166,17 @@ bool Server::doKeepUp() const
                        [](const auto& client) { return client->waiting() < behindBytes; });
 }
 
+void Server::dropStuck()
+{
+    for (const auto& client : clients) {
+        client->dropIfStuck();
+    }
+}
+
 bool Server::keepUp()
 {
     return inThread([this] {
-        for (const auto& client : clients) {
-            client->dropIfStuck();
-        }
+        dropStuck();
         return doKeepUp();
     });
 }
@@ -181,12 +189,12 @@ Served Server::end()
             client->end();
         }
     });
-    const auto isEmpty = [this] {
+    const auto isOver = [this] {
+        dropStuck();
         forgetGone();
         return clients.empty();
     };
-    while (!inThread(isEmpty) && !interrupt::requested()) {
-        keepUp();
+    while (!inThread(isOver) && !interrupt::requested()) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     return inThread([this] {

@@ -11,8 +11,6 @@
 
 class Server {
 public:
-    static constexpr std::size_t mostClients = 100;
-
     // The options must outlive the server. Their `tell` is called in its thread.
     explicit Server(const ClientOptions& clientOptions) : options(clientOptions) {}
     ~Server();
@@ -25,9 +23,9 @@ public:
 
     // Whether messages are for anybody.
     bool isAnybodyThere();
-    // Whether all clients take what is sent at the pace at which it comes.
+    // To all clients that receive. Whether they take what is sent at the pace at which it comes.
     bool send(std::span<const std::uint8_t> packed, const Envelope& envelope);
-    // The same later. Clients that take nothing at all are dropped.
+    // Whether they do so by now. Clients that take nothing at all are dropped.
     bool keepUp();
     // Nothing more comes. Ends the clients when they have taken everything, or at once if the
     // program is asked to end.
@@ -44,12 +42,13 @@ private:
     void welcome(asio::ip::tcp::socket connection);
     void forgetGone();
     bool doKeepUp() const;
+    void dropStuck();
 
     const ClientOptions& options;
     asio::thread_pool network{1};    // a single thread, in which everything that follows is used
     asio::ip::tcp::acceptor acceptor{network};
-    asio::ip::tcp::endpoint peer;    // of the next connection
-    asio::steady_timer pause{network};
+    asio::ip::tcp::endpoint peer;         // of the next connection
+    asio::steady_timer pause{network};    // where no connection could be accepted
     std::vector<std::shared_ptr<Client>> clients;
     bool isCrowded = false;    // and that was told
     Served served;
