@@ -21,8 +21,7 @@ std::string pauseText(double seconds)
 
 LiveSource::LiveSource(const std::string& shownName, std::unique_ptr<Link> way,
                        const RetryRule& rule)
-    : Source(shownName), link(std::move(way)), retry(rule), wait([this] { idle(); }),
-      pause(rule.firstPause)
+    : Source(shownName), link(std::move(way)), retry(rule), pause(rule.firstPause)
 {
     live = true;
 }
@@ -96,7 +95,7 @@ bool LiveSource::waitForNext(const std::string& what)
     }
     tell(what + link->problem() + "; trying again in " + pauseText(pause));
     ++attempts;
-    const std::chrono::duration<double> time(pause);
+    const double time = pause;
     pause = std::min(2 * pause, longestPause);
-    return wait.pause(std::chrono::duration_cast<Wait::Clock::duration>(time));
+    return wait.pause(time);
 }

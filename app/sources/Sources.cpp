@@ -91,5 +91,5 @@ bool isCaster(const std::string& name)
 CasterAnswer askCaster(const std::string& name)
 {
     const InputUrl url = inputUrl(name);
-    return askCaster(url, credentialsFor(url, name), Wait([] {}));
+    return askCaster(url, credentialsFor(url, name), Wait());
 }
