@@ -2,20 +2,13 @@
 
 #include "base/Interrupt.h"
 
+#include <QByteArray>
+
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 namespace {
 
 constexpr double longestPause = 60;
-
-std::string pauseText(double seconds)
-{
-    std::array<char, 40> text{};
-    std::snprintf(text.data(), text.size(), "%.3g s", seconds);
-    return text.data();
-}
 
 }    // namespace
 
@@ -93,7 +86,8 @@ bool LiveSource::waitForNext(const std::string& what)
     if (interrupt::requested()) {
         return false;
     }
-    tell(what + link->problem() + "; trying again in " + pauseText(pause));
+    tell(what + link->problem() + "; trying again in " +
+         QByteArray::number(pause, 'g', 3).toStdString() + " s");
     ++attempts;
     const double time = pause;
     pause = std::min(2 * pause, longestPause);

@@ -41,14 +41,6 @@ struct AllBytes {
     }
 };
 
-void require(const InputUrl& url, const char* parameter, bool isGood, const std::string& expected)
-{
-    if (!isGood) {
-        throw UrlError{"input serial:...: " + std::string(parameter) + "=" + url.text(parameter) +
-                       " is wrong; expected " + expected};
-    }
-}
-
 std::string allSpeeds()
 {
     std::string text;
@@ -65,13 +57,13 @@ SerialLink::SerialLink(const InputUrl& inputUrl) : url(inputUrl)
     const std::string parity = url.text("parity", "none");
     const double bits = url.number("bits", 8);
     const double stop = url.number("stop", 1);
-    require(url, "parity", parity == "none" || parity == "even" || parity == "odd",
-            "none, even or odd");
-    require(url, "bits", bits == static_cast<int>(bits), "5, 6, 7 or 8");
-    require(url, "stop", stop == static_cast<int>(stop), "1 or 2");
+    url.require("parity", parity == "none" || parity == "even" || parity == "odd",
+                "none, even or odd");
+    url.require("bits", bits == static_cast<int>(bits), "5, 6, 7 or 8");
+    url.require("stop", stop == static_cast<int>(stop), "1 or 2");
     const double baud = url.number("baud", speeds[0]);
-    require(url, "baud", std::find(std::begin(speeds), std::end(speeds), baud) != std::end(speeds),
-            "one of " + allSpeeds());
+    url.require("baud", std::find(std::begin(speeds), std::end(speeds), baud) != std::end(speeds),
+                "one of " + allSpeeds());
 }
 
 bool SerialLink::open(const Wait& /*wait*/, const Tell& /*tell*/)

@@ -2,6 +2,8 @@
 
 #include "sources/Resolver.h"
 
+#include <QByteArray>
+
 #include <asio/buffer.hpp>
 #include <asio/write.hpp>
 
@@ -11,14 +13,6 @@ namespace {
 
 constexpr double longestConnecting = 10;    // seconds, for each address
 constexpr double longestSending = 10;
-
-// "60", "0.5"
-std::string secondsText(double seconds)
-{
-    std::string text = std::to_string(seconds);
-    text.erase(text.find_last_not_of('0') + 1);
-    return text.back() == '.' ? text.substr(0, text.size() - 1) : text;
-}
 
 // So that a peer that is gone without a word is noticed before the silence is long.
 void keepAlive(asio::ip::tcp::socket& socket)
@@ -85,7 +79,8 @@ std::span<const std::uint8_t> TcpStream::receive(double longestSilence, const Wa
 {
     const auto begin = [&](auto done) { socket.async_receive(asio::buffer(buffer), done); };
     const IoResult result = finish(context, socket, wait, longestSilence, begin);
-    return isDone(result, "nothing came for " + secondsText(longestSilence) + " s")
+    const std::string seconds = QByteArray::number(longestSilence).toStdString();
+    return isDone(result, "nothing came for " + seconds + " s")
                ? std::span(buffer).first(result.bytes)
                : std::span<const std::uint8_t>();
 }

@@ -72,10 +72,7 @@ UdpLink::UdpLink(const InputUrl& inputUrl) : url(inputUrl), buffer(largestDatagr
     if (const std::string wanted = url.text("from"); !wanted.empty()) {
         asio::error_code error;
         from = plain(asio::ip::make_address(wanted, error));
-        if (error) {
-            throw UrlError{"input udp:...: from=" + wanted +
-                           " is wrong; expected an address in numbers"};
-        }
+        url.require("from", !error, "an address in numbers");
     }
 }
 
