@@ -26,7 +26,7 @@ struct AllBytes {
     {
         line.c_iflag &= ~static_cast<tcflag_t>(IGNPAR | INPCK | IXANY);
         if (speed != 0) {
-            ::cfsetspeed(&line, speed);
+            ::cfsetspeed(&line, speed);    // which takes the number as it is
         }
     }
 

@@ -4,7 +4,6 @@
 #include "sources/Resolver.h"
 
 #include <asio/buffer.hpp>
-#include <asio/ip/multicast.hpp>
 #include <asio/ip/v6_only.hpp>
 
 #include <array>
@@ -19,7 +18,7 @@ namespace {
 
 constexpr std::size_t sendersTold = 8;
 
-// For what Asio has no name for.
+// One that Asio has no name for.
 asio::error_code setOption(asio::ip::udp::socket& socket, int level, int option, const void* value,
                            std::size_t size)
 {
@@ -47,7 +46,7 @@ asio::ip::address plain(const asio::ip::address& address)
                : address;
 }
 
-std::string bindingProblem(const asio::error_code& error)
+std::string problemOf(const asio::error_code& error)
 {
     switch (error.value()) {
     case 0:
@@ -78,7 +77,7 @@ UdpLink::UdpLink(const InputUrl& inputUrl) : url(inputUrl), buffer(largestDatagr
 
 bool UdpLink::isWell(const asio::error_code& error)
 {
-    problemText = bindingProblem(error);
+    problemText = problemOf(error);
     return !error;
 }
 
@@ -109,15 +108,13 @@ bool UdpLink::bindTo(Address address)
     const Endpoint endpoint(address, static_cast<asio::ip::port_type>(url.port));
     asio::error_code error;
     socket.close(error);
-    if (socket.open(endpoint.protocol(), error); error) {
-        return isWell(error);
-    }
+    socket.open(endpoint.protocol(), error);
     constexpr int wantedBytes = 4 << 20;    // the system gives less where that is too much
     asio::error_code ignored;
     socket.set_option(asio::socket_base::receive_buffer_size(wantedBytes), ignored);
     socket.set_option(asio::ip::v6_only(false), ignored);
     socket.set_option(asio::socket_base::reuse_address(address.is_multicast()), ignored);
-    if (!address.is_multicast() && !interface.empty()) {
+    if (!error && !address.is_multicast() && !interface.empty()) {
         error = setOption(socket, SOL_SOCKET, SO_BINDTODEVICE, interface.data(), interface.size());
     }
     if (!error) {
