@@ -308,8 +308,8 @@ class Sources(unittest.TestCase):
         ours, theirs = pty.openpty()
         name = os.ttyname(theirs)
         process = start("list", f"serial:{name}?baud=4800", "-n", MESSAGES)
-        wait_for(lambda: not tty.tcgetattr(theirs)[tty.LFLAG] & tty.ICANON)
-        self.assertEqual(tty.tcgetattr(theirs)[tty.ISPEED], 12 if sys.platform == "linux" else 4800)
+        wait_for(lambda: not tty.tcgetattr(theirs)[tty.LFLAG] & tty.ICANON
+                 and tty.tcgetattr(theirs)[tty.ISPEED] == (12 if sys.platform == "linux" else 4800))
         os.write(ours, DATA)
         out, err = process.communicate(timeout=WAIT)
         self.is_whole((process.returncode, out, err))

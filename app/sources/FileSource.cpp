@@ -1,6 +1,5 @@
 #include "sources/FileSource.h"
 
-#include "base/Interrupt.h"
 #include "sources/TerminalInput.h"
 
 #include <algorithm>
@@ -15,7 +14,7 @@
 namespace {
 
 constexpr std::size_t chunkSize = 1 << 16;
-constexpr int longestWait = 500;    // ms
+constexpr double pauseAtEnd = 0.5;    // seconds
 
 bool comesSlowly(const struct stat& status)
 {
@@ -102,18 +101,14 @@ void FileSource::seek(std::uint64_t place, std::uint64_t end)
     expectedSize = std::clamp(end, position, size) - position;
 }
 
-// False when the program is asked to end. A signal that comes right before the wait is seen after
-// it, so that must not last.
+// False when the program is asked to end.
 bool FileSource::waitForBytes() const
 {
     pollfd waited = {.fd = descriptor, .events = POLLIN, .revents = 0};
-    while (!interrupt::requested()) {
-        if (!live || ::poll(&waited, 1, longestWait) != 0) {
-            return !interrupt::requested();
-        }
-        idle();
-    }
-    return false;
+    const auto hasSome = [&] {
+        return !live || ::poll(&waited, 1, static_cast<int>(Wait::slice.count())) > 0;
+    };
+    return wait.until(hasSome) == Wait::End::done;
 }
 
 // A file can be read at any time, so this sleeps. False when it will not grow any more.
@@ -128,9 +123,7 @@ bool FileSource::waitAtEnd()
         problemText = "cannot follow " + displayName + ": it became shorter";
         return false;
     }
-    ::poll(nullptr, 0, longestWait);
-    idle();
-    return !interrupt::requested();
+    return wait.pause(pauseAtEnd);
 }
 
 void FileSource::fail()

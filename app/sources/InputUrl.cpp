@@ -154,13 +154,11 @@ private:
         const std::string& value = url.parameters.at(parameter.name);
         const auto number = numberIn<double>(value);
         const bool isText = parameter.most == 0;
-        const bool isGood = isText ? !value.empty()
-                                   : number && std::isfinite(*number) &&
-                                         *number >= parameter.least && *number <= parameter.most;
-        if (!isGood) {
-            throw UrlError{"input " + url.scheme + ":...: " + parameter.name + "=" + value +
-                           " is wrong; expected " + parameter.expected};
-        }
+        url.require(parameter.name,
+                    isText ? !value.empty()
+                           : number && std::isfinite(*number) && *number >= parameter.least &&
+                                 *number <= parameter.most,
+                    parameter.expected);
     }
 
     const UrlScheme& scheme;
@@ -193,6 +191,14 @@ std::string InputUrl::text(const std::string& parameter, const std::string& othe
 {
     const auto found = parameters.find(parameter);
     return found == parameters.end() ? otherwise : found->second;
+}
+
+void InputUrl::require(const std::string& parameter, bool isGood, const std::string& expected) const
+{
+    if (!isGood) {
+        throw UrlError{"input " + scheme + ":...: " + parameter + "=" + text(parameter) +
+                       " is wrong; expected " + expected};
+    }
 }
 
 std::string InputUrl::authority() const

@@ -16,6 +16,9 @@ struct InputUrl {
     double number(const std::string& parameter, double otherwise) const;
     std::string text(const std::string& parameter, const std::string& otherwise = {}) const;
 
+    // Throws UrlError, which says what is expected, where the value of the parameter is not good.
+    void require(const std::string& parameter, bool isGood, const std::string& expected) const;
+
     // Host and port as they stand in an URL.
     std::string authority() const;
     // For people: neither user nor parameters.

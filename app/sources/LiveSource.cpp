@@ -2,27 +2,19 @@
 
 #include "base/Interrupt.h"
 
+#include <QByteArray>
+
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 namespace {
 
 constexpr double longestPause = 60;
 
-std::string pauseText(double seconds)
-{
-    std::array<char, 40> text{};
-    std::snprintf(text.data(), text.size(), "%.3g s", seconds);
-    return text.data();
-}
-
 }    // namespace
 
 LiveSource::LiveSource(const std::string& shownName, std::unique_ptr<Link> way,
                        const RetryRule& rule)
-    : Source(shownName), link(std::move(way)), retry(rule), wait([this] { idle(); }),
-      pause(rule.firstPause)
+    : Source(shownName), link(std::move(way)), retry(rule), pause(rule.firstPause)
 {
     live = true;
 }
@@ -94,9 +86,10 @@ bool LiveSource::waitForNext(const std::string& what)
     if (interrupt::requested()) {
         return false;
     }
-    tell(what + link->problem() + "; trying again in " + pauseText(pause));
+    tell(what + link->problem() + "; trying again in " +
+         QByteArray::number(pause, 'g', 3).toStdString() + " s");
     ++attempts;
-    const std::chrono::duration<double> time(pause);
+    const double time = pause;
     pause = std::min(2 * pause, longestPause);
-    return wait.pause(std::chrono::duration_cast<Wait::Clock::duration>(time));
+    return wait.pause(time);
 }

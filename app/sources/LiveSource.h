@@ -28,7 +28,6 @@ private:
 
     std::unique_ptr<Link> link;
     RetryRule retry;
-    Wait wait;
     bool wasOpen = false;
     bool isOver = false;
     double pause;                   // before the next attempt

@@ -110,13 +110,8 @@ std::string NtripExchange::request() const
 bool NtripExchange::readHead(const Wait& wait)
 {
     const Wait::Clock::time_point deadline = deadlineIn(longestWait);
-    while (true) {
-        const std::chrono::duration<double> time = deadline - Wait::Clock::now();
-        if (time.count() <= 0) {
-            return fail("it does not answer as a caster does within " +
-                        std::to_string(static_cast<int>(longestWait)) + " s");
-        }
-        const std::span<const std::uint8_t> bytes = stream.receive(time.count(), wait);
+    while (Wait::Clock::now() < deadline) {
+        const std::span<const std::uint8_t> bytes = stream.receive(longestWait, wait);
         if (bytes.empty()) {
             const bool isClosed = stream.isClosedByPeer();
             return (isClosed && takeHead(true)) ||
@@ -133,6 +128,8 @@ bool NtripExchange::readHead(const Wait& wait)
             return fail("its answer has no end");
         }
     }
+    return fail("it does not answer as a caster does within " +
+                std::to_string(static_cast<int>(longestWait)) + " s");
 }
 
 bool NtripExchange::takeHead(bool areAll)

@@ -2,109 +2,60 @@
 
 #include "base/Interrupt.h"
 
-#include <condition_variable>
-#include <cstring>
-#include <memory>
-#include <mutex>
+#include <asio/io_context.hpp>
+#include <asio/ip/tcp.hpp>
+
+#include <future>
 #include <system_error>
 #include <thread>
 
-#include <netdb.h>
-
 namespace {
 
-std::string reasonOf(int error)
+std::string reasonOf(const asio::error_code& error)
 {
-    switch (error) {
-    case EAI_NONAME:
+    if (error == asio::error::host_not_found) {
         return "there is no host of this name";
-    case EAI_AGAIN:
-        return "the host's name cannot be looked up: no name server answers";
-    default:
-        return std::string("the host's name cannot be looked up: ") + ::gai_strerror(error);
     }
+    return "the host's name cannot be looked up: " + (error == asio::error::host_not_found_try_again
+                                                          ? "no name server answers"
+                                                          : error.message());
 }
 
-Resolved lookUp(const std::string& host, unsigned port, int flags)
+Resolved lookUp(const std::string& host)
 {
-    addrinfo wanted = {};
-    wanted.ai_flags = flags | AI_NUMERICSERV;
-    wanted.ai_socktype = SOCK_STREAM;    // each address once
-    addrinfo* found = nullptr;
-    const int error = ::getaddrinfo(host.c_str(), std::to_string(port).c_str(), &wanted, &found);
-    if (error != 0) {
-        return {{}, reasonOf(error)};
-    }
-    const std::unique_ptr<addrinfo, void (*)(addrinfo*)> owner(found, ::freeaddrinfo);
+    asio::io_context context;
+    asio::ip::tcp::resolver resolver(context);
+    asio::error_code error;
+    const auto found = resolver.resolve(host, "", resolver.address_configured, error);
     Resolved result;
-    for (const addrinfo* each = found; each != nullptr; each = each->ai_next) {
-        Address& address = result.addresses.emplace_back();
-        std::memcpy(&address.bytes, each->ai_addr, each->ai_addrlen);
-        address.length = each->ai_addrlen;
+    for (const auto& each : found) {
+        result.addresses.push_back(each.endpoint().address());
     }
+    result.problem = error ? reasonOf(error) : "";
     return result;
-}
-
-// Shared with a thread that nobody waits for, since nothing can end what it does.
-struct LookUp {
-    std::mutex mutex;
-    std::condition_variable isDone;
-    bool done = false;
-    Resolved result;
-};
-
-void run(const std::shared_ptr<LookUp>& work, const std::string& host, unsigned port)
-{
-    interrupt::leaveToFirstThread();
-    Resolved result = lookUp(host, port, AI_ADDRCONFIG);
-    const std::lock_guard lock(work->mutex);
-    work->result = std::move(result);
-    work->done = true;
-    work->isDone.notify_one();
 }
 
 }    // namespace
 
-Resolved resolve(const std::string& host, unsigned port, const Wait& wait)
+// In a thread that nobody waits for, since nothing can end what it does; Asio's own, which looks
+// names up in the background, would be waited for.
+Resolved resolve(const std::string& host, const Wait& wait)
 {
-    if (Resolved numeric{numericAddresses(host, port), {}}; !numeric.addresses.empty()) {
-        return numeric;
+    asio::error_code isName;
+    if (const auto address = asio::ip::make_address(host, isName); !isName) {
+        return {{address}, ""};
     }
-    const auto work = std::make_shared<LookUp>();
+    std::promise<Resolved> promise;
+    std::future<Resolved> result = promise.get_future();
+    const auto run = [host](std::promise<Resolved> there) {
+        interrupt::leaveToFirstThread();
+        there.set_value(lookUp(host));
+    };
     try {
-        std::thread(run, work, host, port).detach();
+        std::thread(run, std::move(promise)).detach();
     } catch (const std::system_error&) {
         return {{}, "the host's name cannot be looked up: there is no memory for it"};
     }
-    std::unique_lock lock(work->mutex);
-    while (!work->isDone.wait_for(lock, Wait::slice, [&] { return work->done; })) {
-        if (!wait.goesOn()) {
-            return {};
-        }
-    }
-    return std::move(work->result);
-}
-
-std::vector<Address> numericAddresses(const std::string& host, unsigned port)
-{
-    return lookUp(host, port, AI_NUMERICHOST).addresses;
-}
-
-std::string hostText(const Address& address)
-{
-    char host[NI_MAXHOST] = {};
-    const int error =
-        ::getnameinfo(address.get(), address.length, host, sizeof host, nullptr, 0, NI_NUMERICHOST);
-    const std::string text = error == 0 ? host : "?";
-    constexpr const char* mapped = "::ffff:";    // of IPv4, on a socket of IPv6
-    return text.compare(0, std::strlen(mapped), mapped) == 0 ? text.substr(std::strlen(mapped))
-                                                             : text;
-}
-
-std::string addressText(const Address& address)
-{
-    char port[NI_MAXSERV] = {};
-    ::getnameinfo(address.get(), address.length, nullptr, 0, port, sizeof port, NI_NUMERICSERV);
-    const std::string host = hostText(address);
-    return (host.find(':') != std::string::npos ? "[" + host + "]" : host) + ":" + port;
+    const auto isThere = [&] { return result.wait_for(Wait::slice) == std::future_status::ready; };
+    return wait.until(isThere) == Wait::End::done ? result.get() : Resolved();
 }

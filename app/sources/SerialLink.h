@@ -1,13 +1,13 @@
 // A serial line, set so that all bytes arrive as they were sent: serial:/dev/ttyUSB0?baud=38400
 #pragma once
 
-#include "base/OwnedDescriptor.h"
 #include "sources/InputUrl.h"
 #include "sources/Link.h"
 
-#include <array>
+#include <asio/io_context.hpp>
+#include <asio/serial_port.hpp>
 
-struct termios;
+#include <array>
 
 class SerialLink : public Link {
 public:
@@ -18,12 +18,10 @@ public:
     std::span<const std::uint8_t> receive(const Wait& wait, const Tell& tell) override;
 
 private:
-    bool fail();
-    bool setUp();
-    bool isSet() const;
-    void change(termios& line) const;
+    asio::error_code setUp();
 
     InputUrl url;
-    OwnedDescriptor device;
+    asio::io_context context;
+    asio::serial_port line{context};
     std::array<std::uint8_t, 4096> buffer{};
 };

@@ -1,6 +1,8 @@
 // Where the bytes of an input come from.
 #pragma once
 
+#include "sources/Wait.h"
+
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -25,7 +27,7 @@ public:
     virtual void seek(std::uint64_t place, std::uint64_t end);
 
     // Called a few times a second while a live input is waited for.
-    void setIdle(std::function<void()> function) { idle = std::move(function); }
+    void setIdle(std::function<void()> function) { wait.setIdle(std::move(function)); }
     // Hears of what happens to a live input that goes on all the same.
     void setTell(Tell function) { tell = std::move(function); }
 
@@ -63,7 +65,7 @@ protected:
     bool live = false;
     bool typed = false;
     std::uint64_t expectedSize = 0;
-    std::function<void()> idle = [] {};
+    Wait wait;
     Tell tell = [](const std::string&) {};
 
 private:

@@ -8,11 +8,12 @@
 #include "sources/UdpLink.h"
 
 #include <chrono>
+#include <system_error>
 
 namespace {
 
 std::unique_ptr<Link> linkOf(const InputUrl& url, const std::string& name)
-{
+try {
     if (url.scheme == "tcp") {
         return std::make_unique<TcpLink>(url);
     }
@@ -23,6 +24,8 @@ std::unique_ptr<Link> linkOf(const InputUrl& url, const std::string& name)
         return std::make_unique<SerialLink>(url);
     }
     return std::make_unique<NtripLink>(url, credentialsFor(url, name));
+} catch (const std::system_error& error) {    // too many open files
+    throw UrlError{"cannot read " + url.shown() + ": " + error.what()};
 }
 
 }    // namespace
@@ -91,5 +94,5 @@ bool isCaster(const std::string& name)
 CasterAnswer askCaster(const std::string& name)
 {
     const InputUrl url = inputUrl(name);
-    return askCaster(url, credentialsFor(url, name), Wait([] {}));
+    return askCaster(url, credentialsFor(url, name), Wait());
 }

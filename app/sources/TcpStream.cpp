@@ -1,30 +1,24 @@
 #include "sources/TcpStream.h"
 
-#include <cerrno>
-#include <cstring>
+#include "sources/Resolver.h"
 
-#include <netinet/in.h>
+#include <QByteArray>
+
+#include <asio/buffer.hpp>
+#include <asio/write.hpp>
+
 #include <netinet/tcp.h>
-#include <poll.h>
 
 namespace {
 
 constexpr double longestConnecting = 10;    // seconds, for each address
 constexpr double longestSending = 10;
 
-// "60", "0.5"
-std::string secondsText(double seconds)
-{
-    std::string text = std::to_string(seconds);
-    text.erase(text.find_last_not_of('0') + 1);
-    return text.back() == '.' ? text.substr(0, text.size() - 1) : text;
-}
-
 // So that a peer that is gone without a word is noticed before the silence is long.
-void keepAlive(int socket)
+void keepAlive(asio::ip::tcp::socket& socket)
 {
-    const auto set = [socket](int level, int option, int value) {
-        ::setsockopt(socket, level, option, &value, sizeof value);
+    const auto set = [&socket](int level, int option, int value) {
+        ::setsockopt(socket.native_handle(), level, option, &value, sizeof value);
     };
     set(SOL_SOCKET, SO_KEEPALIVE, 1);
     set(IPPROTO_TCP, TCP_KEEPIDLE, 30);
@@ -34,23 +28,29 @@ void keepAlive(int socket)
 
 }    // namespace
 
-bool TcpStream::fail(int error)
+bool TcpStream::isClosedByPeer() const
 {
-    problemText = std::strerror(error);
-    closedByPeer = error == ECONNRESET || error == EPIPE;
-    return false;
+    return isAtEnd() || lastError == asio::error::connection_reset ||
+           lastError == asio::error::broken_pipe;
+}
+
+bool TcpStream::isDone(const IoResult& result, const std::string& lateText)
+{
+    lastError = result.error;
+    problemText = result.isLate ? lateText
+                  : isAtEnd()   ? "the other end closed it"
+                                : result.problem();
+    return !lastError;
 }
 
 bool TcpStream::connect(const std::string& host, unsigned port, const Wait& wait)
 {
-    socket.close();
-    atEnd = false;
-    closedByPeer = false;
-    const Resolved resolved = resolve(host, port, wait);
+    lastError.clear();
+    const Resolved resolved = resolve(host, wait);
     std::string firstProblem = resolved.problem;
-    for (const Address& address : resolved.addresses) {
-        problemText.clear();
-        if (connectTo(address, wait)) {
+    for (const asio::ip::address& address : resolved.addresses) {
+        if (connectTo({address, static_cast<asio::ip::port_type>(port)}, wait)) {
+            keepAlive(socket);
             return true;
         }
         firstProblem = firstProblem.empty() ? problemText : firstProblem;
@@ -59,75 +59,28 @@ bool TcpStream::connect(const std::string& host, unsigned port, const Wait& wait
     return false;
 }
 
-bool TcpStream::connectTo(const Address& address, const Wait& wait)
+bool TcpStream::connectTo(const asio::ip::tcp::endpoint& endpoint, const Wait& wait)
 {
-    socket =
-        OwnedDescriptor(::socket(address.family(), SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    if (!socket.isOpen()) {
-        return fail(errno);
-    }
-    keepAlive(socket.get());
-    if (::connect(socket.get(), address.get(), address.length) == 0) {
-        return true;
-    }
-    return errno == EINPROGRESS ? finishConnecting(wait) : fail(errno);
-}
-
-bool TcpStream::finishConnecting(const Wait& wait)
-{
-    const Wait::End end = wait.forDescriptor(socket.get(), POLLOUT, deadlineIn(longestConnecting));
-    if (end != Wait::End::ready) {
-        problemText = end == Wait::End::late ? "the host does not answer" : "";
-        return false;
-    }
-    int error = 0;
-    socklen_t length = sizeof error;
-    ::getsockopt(socket.get(), SOL_SOCKET, SO_ERROR, &error, &length);
-    return error == 0 || fail(error);
+    asio::error_code ignored;
+    socket.close(ignored);
+    const auto begin = [&](auto done) { socket.async_connect(endpoint, done); };
+    return isDone(finish(context, socket, wait, longestConnecting, begin),
+                  "the host does not answer");
 }
 
 bool TcpStream::send(std::string_view bytes, const Wait& wait)
 {
-    const Wait::Clock::time_point deadline = deadlineIn(longestSending);
-    while (!bytes.empty()) {
-        const Wait::End end = wait.forDescriptor(socket.get(), POLLOUT, deadline);
-        if (end != Wait::End::ready) {
-            problemText = end == Wait::End::late ? "the host takes no request" : "";
-            return false;
-        }
-        const ssize_t count = ::send(socket.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (count < 0 && errno != EAGAIN && errno != EINTR) {
-            return fail(errno);
-        }
-        bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
-    }
-    return true;
+    const auto begin = [&](auto done) { asio::async_write(socket, asio::buffer(bytes), done); };
+    return isDone(finish(context, socket, wait, longestSending, begin),
+                  "the host takes no request");
 }
 
 std::span<const std::uint8_t> TcpStream::receive(double longestSilence, const Wait& wait)
 {
-    const Wait::Clock::time_point deadline = deadlineIn(longestSilence);
-    while (true) {
-        const Wait::End end = wait.forDescriptor(socket.get(), POLLIN, deadline);
-        if (end != Wait::End::ready) {
-            problemText = end == Wait::End::late
-                              ? "nothing came for " + secondsText(longestSilence) + " s"
-                              : "";
-            return {};
-        }
-        const ssize_t count = ::recv(socket.get(), buffer.data(), buffer.size(), 0);
-        if (count > 0) {
-            return std::span(buffer).first(static_cast<std::size_t>(count));
-        }
-        if (count == 0) {
-            atEnd = true;
-            closedByPeer = true;
-            problemText = "the other end closed it";
-            return {};
-        }
-        if (errno != EAGAIN && errno != EINTR) {
-            fail(errno);
-            return {};
-        }
-    }
+    const auto begin = [&](auto done) { socket.async_receive(asio::buffer(buffer), done); };
+    const IoResult result = finish(context, socket, wait, longestSilence, begin);
+    const std::string seconds = QByteArray::number(longestSilence).toStdString();
+    return isDone(result, "nothing came for " + seconds + " s")
+               ? std::span(buffer).first(result.bytes)
+               : std::span<const std::uint8_t>();
 }

@@ -1,11 +1,10 @@
-// A connection by TCP, made by the program. Sockets are used directly: the blocking mode of
-// QTcpSocket gives a connection up that is not made within one slice of waiting, and looks names
-// up without being able to end.
+// A connection by TCP, made by the program. Asio does the work of sockets and serial lines here:
+// its operations can be cancelled at any time.
 #pragma once
 
-#include "base/OwnedDescriptor.h"
-#include "sources/Resolver.h"
-#include "sources/Wait.h"
+#include "sources/Operation.h"
+
+#include <asio/ip/tcp.hpp>
 
 #include <array>
 #include <cstdint>
@@ -26,18 +25,17 @@ public:
 
     const std::string& problem() const { return problemText; }
     // Whether the other end has closed the connection in order.
-    bool isAtEnd() const { return atEnd; }
+    bool isAtEnd() const { return lastError == asio::error::eof; }
     // Whether it has closed it in any way.
-    bool isClosedByPeer() const { return closedByPeer; }
+    bool isClosedByPeer() const;
 
 private:
-    bool connectTo(const Address& address, const Wait& wait);
-    bool finishConnecting(const Wait& wait);
-    bool fail(int error);
+    bool connectTo(const asio::ip::tcp::endpoint& endpoint, const Wait& wait);
+    bool isDone(const IoResult& result, const std::string& lateText);
 
-    OwnedDescriptor socket;
+    asio::io_context context;
+    asio::ip::tcp::socket socket{context};
     std::string problemText;
-    bool atEnd = false;
-    bool closedByPeer = false;
+    asio::error_code lastError;
     std::array<std::uint8_t, 1 << 14> buffer{};
 };

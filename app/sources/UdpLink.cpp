@@ -1,68 +1,95 @@
 #include "sources/UdpLink.h"
 
+#include "sources/Operation.h"
+#include "sources/Resolver.h"
+
+#include <asio/buffer.hpp>
+#include <asio/ip/v6_only.hpp>
+
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <sstream>
 
+#include <linux/sock_diag.h>
 #include <net/if.h>
-#include <netinet/in.h>
-#include <poll.h>
 
 namespace {
 
 constexpr std::size_t sendersTold = 8;
 
-bool set(int socket, int level, int option, int value)
+// One that Asio has no name for.
+asio::error_code setOption(asio::ip::udp::socket& socket, int level, int option, const void* value,
+                           std::size_t size)
 {
-    return ::setsockopt(socket, level, option, &value, sizeof value) == 0;
+    const bool isSet = ::setsockopt(socket.native_handle(), level, option, value,
+                                    static_cast<socklen_t>(size)) == 0;
+    return {isSet ? 0 : errno, asio::system_category()};
 }
 
-bool isGroup(const Address& address)
+// On this interface; 0 stands for the one that the system chooses.
+asio::error_code join(asio::ip::udp::socket& socket, const asio::ip::udp::endpoint& group,
+                      unsigned interface)
 {
-    if (address.family() == AF_INET6) {
-        const auto& six = reinterpret_cast<const sockaddr_in6&>(address.bytes);
-        return IN6_IS_ADDR_MULTICAST(&six.sin6_addr);
+    group_req request = {};
+    std::memcpy(&request.gr_group, group.data(), group.size());
+    request.gr_interface = interface;
+    return setOption(socket, group.address().is_v6() ? IPPROTO_IPV6 : IPPROTO_IP, MCAST_JOIN_GROUP,
+                     &request, sizeof request);
+}
+
+// Of IPv4 also where it came to a socket of IPv6.
+asio::ip::address plain(const asio::ip::address& address)
+{
+    return address.is_v6() && address.to_v6().is_v4_mapped()
+               ? asio::ip::make_address_v4(asio::ip::v4_mapped, address.to_v6())
+               : address;
+}
+
+std::string problemOf(const asio::error_code& error)
+{
+    switch (error.value()) {
+    case 0:
+    case ECANCELED:
+        return "";
+    case EADDRINUSE:
+        return "another program receives on this port";
+    case EADDRNOTAVAIL:
+        return "this address is neither one of this computer nor that of a group";
+    case ENODEV:
+    case EINVAL:
+        return "it is not known on which interface; ?interface=NAME says it";
+    default:
+        return error.message();
     }
-    const auto& four = reinterpret_cast<const sockaddr_in&>(address.bytes);
-    return IN_MULTICAST(ntohl(four.sin_addr.s_addr));
 }
 
 }    // namespace
 
 UdpLink::UdpLink(const InputUrl& inputUrl) : url(inputUrl), buffer(largestDatagram)
 {
-    const std::string wanted = url.text("from");
-    if (!wanted.empty()) {
-        const std::vector<Address> addresses = numericAddresses(wanted, url.port);
-        if (addresses.empty()) {
-            throw UrlError{"input udp:...: from=" + wanted +
-                           " is wrong; expected an address in numbers"};
-        }
-        from = hostText(addresses.front());
+    if (const std::string wanted = url.text("from"); !wanted.empty()) {
+        asio::error_code error;
+        from = plain(asio::ip::make_address(wanted, error));
+        url.require("from", !error, "an address in numbers");
     }
 }
 
-bool UdpLink::fail()
+bool UdpLink::isWell(const asio::error_code& error)
 {
-    problemText = errno == EADDRINUSE ? "another program receives on this port"
-                  : errno == EADDRNOTAVAIL
-                      ? "this address is neither one of this computer nor that of a group"
-                  : errno == ENODEV || errno == EINVAL
-                      ? "it is not known on which interface; ?interface=NAME says it"
-                      : std::strerror(errno);
-    return false;
+    problemText = problemOf(error);
+    return !error;
 }
 
 bool UdpLink::open(const Wait& wait, const Tell& /*tell*/)
 {
     if (!url.host.empty()) {
-        const Resolved resolved = resolve(url.host, url.port, wait);
+        const Resolved resolved = resolve(url.host, wait);
         problemText = resolved.problem;
         return !resolved.addresses.empty() && bindTo(resolved.addresses.front());
     }
     // The first takes what comes by IPv4, too; some systems have no IPv6.
-    return bindTo(numericAddresses("::", url.port).front()) ||
-           bindTo(numericAddresses("0.0.0.0", url.port).front());
+    return bindTo(asio::ip::address_v6::any()) || bindTo(asio::ip::address_v4::any());
 }
 
 // Several programs may listen to a group. An address has one listener: with another one, each would
@@ -75,107 +102,65 @@ bool UdpLink::bindTo(Address address)
         problemText = "there is no interface '" + interface + "'";
         return false;
     }
-    socket =
-        OwnedDescriptor(::socket(address.family(), SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    if (!socket.isOpen()) {
-        return fail();
+    if (address.is_v6() && index != 0) {
+        address = asio::ip::address_v6(address.to_v6().to_bytes(), index);
     }
-    const bool group = isGroup(address);
+    const Endpoint endpoint(address, static_cast<asio::ip::port_type>(url.port));
+    asio::error_code error;
+    socket.close(error);
+    socket.open(endpoint.protocol(), error);
     constexpr int wantedBytes = 4 << 20;    // the system gives less where that is too much
-    set(socket.get(), SOL_SOCKET, SO_RCVBUF, wantedBytes);
-    set(socket.get(), SOL_SOCKET, SO_RXQ_OVFL, 1);
-    if (group) {
-        set(socket.get(), SOL_SOCKET, SO_REUSEADDR, 1);
-    } else if (!bindToDevice(interface)) {
-        return fail();
+    asio::error_code ignored;
+    socket.set_option(asio::socket_base::receive_buffer_size(wantedBytes), ignored);
+    socket.set_option(asio::ip::v6_only(false), ignored);
+    socket.set_option(asio::socket_base::reuse_address(address.is_multicast()), ignored);
+    if (!error && !address.is_multicast() && !interface.empty()) {
+        error = setOption(socket, SOL_SOCKET, SO_BINDTODEVICE, interface.data(), interface.size());
     }
-    if (address.family() == AF_INET6) {
-        auto& six = reinterpret_cast<sockaddr_in6&>(address.bytes);
-        six.sin6_scope_id = index != 0 ? index : six.sin6_scope_id;
-        set(socket.get(), IPPROTO_IPV6, IPV6_V6ONLY, 0);
+    if (!error) {
+        socket.bind(endpoint, error);
     }
-    if (::bind(socket.get(), address.get(), address.length) != 0 ||
-        (group && !join(address, index))) {
-        return fail();
-    }
-    problemText.clear();
-    return true;
-}
-
-bool UdpLink::bindToDevice(const std::string& interface)
-{
-    return interface.empty() ||
-           ::setsockopt(socket.get(), SOL_SOCKET, SO_BINDTODEVICE, interface.c_str(),
-                        static_cast<socklen_t>(interface.size())) == 0;
-}
-
-bool UdpLink::join(const Address& group, unsigned interface)
-{
-    group_req request = {};
-    request.gr_group = group.bytes;
-    request.gr_interface = interface;
-    const int level = group.family() == AF_INET6 ? static_cast<int>(IPPROTO_IPV6) : IPPROTO_IP;
-    return ::setsockopt(socket.get(), level, MCAST_JOIN_GROUP, &request, sizeof request) == 0;
+    return isWell(!error && address.is_multicast() ? join(socket, endpoint, index) : error);
 }
 
 std::span<const std::uint8_t> UdpLink::receive(const Wait& wait, const Tell& tell)
 {
-    problemText.clear();
-    while (wait.forDescriptor(socket.get(), POLLIN, Wait::Clock::time_point::max()) ==
-           Wait::End::ready) {
-        Address sender;
-        const ssize_t count = receiveOne(sender);
-        if (count < 0 && errno != EAGAIN && errno != EINTR) {
-            fail();
+    while (true) {
+        Endpoint sender;
+        const auto begin = [&](auto done) {
+            socket.async_receive_from(asio::buffer(buffer), sender, done);
+        };
+        const IoResult result = finish(context, socket, wait, 0, begin);
+        if (!isWell(result.error)) {
             return {};
         }
-        if (count > 0 && isWanted(sender)) {
+        sender.address(plain(sender.address()));
+        if (result.bytes > 0 && (!from || *from == sender.address())) {
             noteSender(sender, tell);
             noteLost(tell);
-            return std::span(buffer).first(static_cast<std::size_t>(count));
+            return std::span(buffer).first(result.bytes);
         }
     }
-    return {};
-}
-
-ssize_t UdpLink::receiveOne(Address& sender)
-{
-    iovec place = {.iov_base = buffer.data(), .iov_len = buffer.size()};
-    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof lost)> control{};
-    msghdr message = {};
-    message.msg_name = &sender.bytes;
-    message.msg_namelen = sizeof sender.bytes;
-    message.msg_iov = &place;
-    message.msg_iovlen = 1;
-    message.msg_control = control.data();
-    message.msg_controllen = control.size();
-    const ssize_t count = ::recvmsg(socket.get(), &message, 0);
-    sender.length = message.msg_namelen;
-    const cmsghdr* const told = count < 0 ? nullptr : CMSG_FIRSTHDR(&message);
-    if (told != nullptr && told->cmsg_level == SOL_SOCKET && told->cmsg_type == SO_RXQ_OVFL) {
-        std::memcpy(&lost, CMSG_DATA(told), sizeof lost);
-    }
-    return count;
-}
-
-bool UdpLink::isWanted(const Address& sender) const
-{
-    return from.empty() || from == hostText(sender);
 }
 
 // Messages of two senders may be mixed up, and none can be told by its content.
-void UdpLink::noteSender(const Address& sender, const Tell& tell)
+void UdpLink::noteSender(const Endpoint& sender, const Tell& tell)
 {
-    if (senders.size() < sendersTold && senders.insert(addressText(sender)).second &&
-        senders.size() > 1) {
+    if (senders.size() < sendersTold && senders.insert(sender).second && senders.size() > 1) {
+        std::ostringstream name;
+        name << sender;
         tell("datagrams on port " + std::to_string(url.port) + " come from a further sender, " +
-             addressText(sender) + "; all are taken, and ?from=ADDRESS takes those of one only");
+             name.str() + "; all are taken, and ?from=ADDRESS takes those of one only");
     }
 }
 
 // At the first, and whenever there are twice as many.
 void UdpLink::noteLost(const Tell& tell)
 {
+    std::array<std::uint32_t, SK_MEMINFO_VARS> counts{};
+    socklen_t size = sizeof counts;
+    ::getsockopt(socket.native_handle(), SOL_SOCKET, SO_MEMINFO, counts.data(), &size);
+    const std::uint32_t lost = counts[SK_MEMINFO_DROPS];
     if (lost > 2 * lostTold) {
         tell(std::to_string(lost) + " datagrams on port " + std::to_string(url.port) +
              " are lost: they came faster than they were read");

@@ -1,11 +1,13 @@
 // Datagrams: udp://:port, udp://group:port
 #pragma once
 
-#include "base/OwnedDescriptor.h"
 #include "sources/InputUrl.h"
 #include "sources/Link.h"
-#include "sources/Resolver.h"
 
+#include <asio/io_context.hpp>
+#include <asio/ip/udp.hpp>
+
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -19,22 +21,20 @@ public:
     std::span<const std::uint8_t> receive(const Wait& wait, const Tell& tell) override;
 
 private:
+    using Address = asio::ip::address;
+    using Endpoint = asio::ip::udp::endpoint;
     static constexpr std::size_t largestDatagram = 1 << 16;
 
-    bool fail();
+    bool isWell(const asio::error_code& error);
     bool bindTo(Address address);
-    bool bindToDevice(const std::string& interface);
-    bool join(const Address& group, unsigned interface);
-    bool isWanted(const Address& sender) const;
-    ssize_t receiveOne(Address& sender);
-    void noteSender(const Address& sender, const Tell& tell);
+    void noteSender(const Endpoint& sender, const Tell& tell);
     void noteLost(const Tell& tell);
 
     InputUrl url;
-    std::string from;    // the only sender that is wanted; empty for all
-    OwnedDescriptor socket;
-    std::set<std::string> senders;
-    std::uint32_t lost = 0;    // datagrams for which there was no room, as the system counts
-    std::uint32_t lostTold = 0;
+    std::optional<Address> from;    // the only sender that is wanted
+    asio::io_context context;
+    asio::ip::udp::socket socket{context};
+    std::set<Endpoint> senders;
+    std::uint32_t lostTold = 0;    // datagrams for which there was no room
     std::vector<std::uint8_t> buffer;
 };

@@ -3,37 +3,30 @@
 #include "base/Interrupt.h"
 
 #include <algorithm>
+#include <thread>
 
-#include <poll.h>
-
-// A signal may come right before poll(), which then does not hear of it: so its slices are short.
-Wait::End Wait::forDescriptor(int descriptor, short events, Clock::time_point deadline) const
+Wait::End Wait::until(const std::function<bool()>& attempt, Clock::time_point deadline) const
 {
-    pollfd waited = {.fd = descriptor, .events = events, .revents = 0};
     while (!interrupt::requested()) {
-        const Clock::time_point now = Clock::now();
-        if (now >= deadline && ::poll(&waited, 1, 0) <= 0) {
-            return End::late;
+        if (attempt()) {
+            return End::done;
         }
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(
-            std::clamp<Clock::duration>(deadline - now, Clock::duration::zero(), slice));
-        if (::poll(&waited, 1, static_cast<int>(left.count())) > 0) {
-            return interrupt::requested() ? End::interrupted : End::ready;
+        if (Clock::now() >= deadline) {
+            return End::late;
         }
         idle();
     }
     return End::interrupted;
 }
 
-bool Wait::pause(Clock::duration time) const
+bool Wait::pause(double seconds) const
 {
-    return forDescriptor(-1, 0, Clock::now() + time) != End::interrupted;
-}
-
-bool Wait::goesOn() const
-{
-    idle();
-    return !interrupt::requested();
+    const Clock::time_point end = deadlineIn(seconds);
+    const auto sleep = [end] {
+        std::this_thread::sleep_until(std::min(end, Clock::now() + slice));
+        return Clock::now() >= end;
+    };
+    return until(sleep) == End::done;
 }
 
 Wait::Clock::time_point deadlineIn(double seconds)

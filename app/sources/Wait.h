@@ -7,26 +7,23 @@
 class Wait {
 public:
     using Clock = std::chrono::steady_clock;
-    enum class End { ready, late, interrupted };
+    enum class End { done, late, interrupted };
 
-    explicit Wait(std::function<void()> idleWork) : idle(std::move(idleWork)) {}
+    // Called a few times a second.
+    void setIdle(std::function<void()> work) { idle = std::move(work); }
 
-    // Until the descriptor is ready for these events of poll(), or has failed, which its next use
-    // tells.
-    End forDescriptor(int descriptor, short events, Clock::time_point deadline) const;
+    // Until the attempt, which waits for a slice of time itself, is successful.
+    End until(const std::function<bool()>& attempt,
+              Clock::time_point deadline = Clock::time_point::max()) const;
 
     // False when the program was asked to end meanwhile.
-    bool pause(Clock::duration time) const;
+    bool pause(double seconds) const;
 
-    // Idle work, when a slice of waiting that is done elsewhere is over. False when the program is
-    // asked to end.
-    bool goesOn() const;
-
-    // How long one slice is.
+    // A signal may come right before an attempt, which then does not hear of it: so they are short.
     static constexpr std::chrono::milliseconds slice{100};
 
 private:
-    std::function<void()> idle;
+    std::function<void()> idle = [] {};
 };
 
 // The deadline in so many seconds; 0 stands for never.
