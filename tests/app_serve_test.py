@@ -173,6 +173,15 @@ class ServeTest(unittest.TestCase):
             serving.process.send_signal(signal.SIGINT)
             self.assertEqual(serving.end()[0], 130)
 
+    def test_client_that_talks_gets_the_end(self):
+        with Serving(DEMO, "--speed", "max") as serving, serving.connect() as client:
+            got = b""
+            while piece := client.recv(1000):
+                got += piece
+                client.sendall(b"$GPGGA,its position\r\n")
+                time.sleep(0.002)
+        self.assertEqual(got, convert(DEMO, "--to", "stream"))
+
     def test_relay_and_interrupt(self):
         stream = convert(DEMO, "--to", "stream")
         with Serving("-") as serving, serving.connect() as client:

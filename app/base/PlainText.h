@@ -1,4 +1,4 @@
-// Texts in ASCII: small letters, numbers.
+// Texts in ASCII: small letters, numbers, blanks.
 #pragma once
 
 #include <algorithm>
@@ -24,4 +24,12 @@ std::optional<Number> numberIn(std::string_view text)
     const char* const end = text.data() + text.size();
     const auto [last, error] = std::from_chars(text.data(), end, number);
     return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
+}
+
+// Without the blanks at both ends, among which the first half of a line's end counts.
+inline std::string_view withoutBlanks(std::string_view text)
+{
+    constexpr const char* blanks = " \t\r";
+    const std::size_t begin = std::min(text.find_first_not_of(blanks), text.size());
+    return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
 }

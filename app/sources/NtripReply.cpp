@@ -12,14 +12,6 @@ constexpr std::size_t longestName = 64;    // of a field
 
 constexpr std::array<std::string_view, 4> firstWords = {"HTTP/1.", "ICY ", "SOURCETABLE ", "ERROR"};
 
-std::string_view trimmed(std::string_view text)
-{
-    const std::size_t begin = text.find_first_not_of(" \t\r");
-    return begin == std::string_view::npos
-               ? std::string_view()
-               : text.substr(begin, text.find_last_not_of(" \t\r") + 1 - begin);
-}
-
 // Takes a line with its end off the text; nothing when the end is not there.
 std::optional<std::string_view> takeLine(std::string_view& text)
 {
@@ -46,8 +38,8 @@ void readField(NtripReply& reply, std::string_view line, bool& isTable, bool& is
     if (colon == std::string_view::npos) {
         return;
     }
-    const std::string name = inSmallLetters(trimmed(line.substr(0, colon)));
-    const std::string_view value = trimmed(line.substr(colon + 1));
+    const std::string name = inSmallLetters(withoutBlanks(line.substr(0, colon)));
+    const std::string_view value = withoutBlanks(line.substr(colon + 1));
     const std::string small = inSmallLetters(value);
     if (name == "content-type") {
         isTable = small.find("gnss/sourcetable") != std::string::npos;
@@ -101,7 +93,7 @@ std::optional<NtripReply> ntripReply(std::string_view bytes, bool areAll)
         return std::nullopt;
     }
     NtripReply reply;
-    const std::string_view first = line ? *line : trimmed(bytes);
+    const std::string_view first = line ? *line : withoutBlanks(bytes);
     const std::string_view word = first.substr(0, first.find(' '));
     reply.statusText =
         word == "ERROR" ? first : first.substr(std::min(first.size(), word.size() + 1));

@@ -20,15 +20,6 @@ struct CasterRequest {
     std::string agent;
 };
 
-std::string_view withoutBlanks(std::string_view text)
-{
-    constexpr const char* blanks = " \t\r";
-    const std::size_t begin = text.find_first_not_of(blanks);
-    return begin == std::string_view::npos
-               ? std::string_view()
-               : text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
-}
-
 // The text up to the separator; what stands behind that remains.
 std::string_view takeUpTo(std::string_view& text, char separator)
 {

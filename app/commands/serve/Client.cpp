@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::chrono::seconds longestPatience{10};
 constexpr std::chrono::seconds longestStuck{10};    // where the others wait for a client
+constexpr std::chrono::seconds longestClosing{2};
 constexpr int systemBytes = 1 << 16;    // what the system holds for a client comes late to it
 constexpr std::size_t longestAbout = 120;
 
@@ -144,8 +145,24 @@ void Client::flush()
                               }
                           });
     } else if (state == State::refused || state == State::ending) {
-        leave("has it all");
+        hangUp();
     }
+}
+
+// Closed before the client's end is, a socket at which something arrives takes back what is still
+// on its way to the client.
+void Client::hangUp()
+{
+    tellFarewell("has it all");
+    state = State::closing;
+    asio::error_code ignored;
+    socket.shutdown(asio::socket_base::shutdown_send, ignored);
+    patience.expires_after(longestClosing);
+    patience.async_wait([self = shared_from_this()](const asio::error_code& error) {
+        if (!error) {
+            self->leave({});
+        }
+    });
 }
 
 void Client::send(std::span<const std::uint8_t> packed, const Envelope& envelope)
@@ -182,11 +199,16 @@ void Client::end()
     }
 }
 
-void Client::leave(const std::string& farewell)
+void Client::tellFarewell(const std::string& farewell) const
 {
     if (state == State::receiving || state == State::ending) {
         options.tell(name + " " + farewell + ", " + std::to_string(bytes) + " bytes");
     }
+}
+
+void Client::leave(const std::string& farewell)
+{
+    tellFarewell(farewell);
     state = State::gone;
     unsent.clear();
     patience.cancel();

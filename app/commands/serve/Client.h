@@ -56,7 +56,7 @@ public:
     bool isGone() const { return state == State::gone; }
 
 private:
-    enum class State { asking, refused, receiving, ending, gone };
+    enum class State { asking, refused, receiving, ending, closing, gone };
     using Clock = std::chrono::steady_clock;
 
     void welcome();
@@ -67,11 +67,13 @@ private:
     void answer(const CasterReply& reply);
     void write(std::string_view text);
     void flush();
+    void hangUp();
+    void tellFarewell(const std::string& farewell) const;
 
     const ClientOptions& options;
     Served& served;
     asio::ip::tcp::socket socket;
-    asio::steady_timer patience;    // with a client that asks
+    asio::steady_timer patience;    // with a client that asks, or that has it all
     std::string name;               // "127.0.0.1:40123"
     State state = State::asking;    // "refused" and "ending" take what is unsent
     bool isChunked = false;
