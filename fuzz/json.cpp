@@ -1,10 +1,10 @@
 // JSON as `encode` reads it.
 #include "fuzz.h"
 
-#include "sources/FileSource.h"
 #include "commands/encode/JsonInput.h"
 #include "commands/encode/MessageEncoder.h"
 #include "framing/Frame.h"
+#include "sources/FileSource.h"
 
 #include <algorithm>
 #include <string>

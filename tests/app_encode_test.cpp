@@ -1,11 +1,11 @@
 // Messages in JSON and what `encode` makes of them, beside what the samples hold.
-#include "sources/FileSource.h"
 #include "base/Names.h"
 #include "commands/encode/JsonInput.h"
 #include "commands/encode/MainKind.h"
 #include "commands/encode/MessageEncoder.h"
 #include "commands/encode/Template.h"
 #include "format/PackedText.h"
+#include "sources/FileSource.h"
 
 #include <gtest/gtest.h>
 
