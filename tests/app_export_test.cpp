@@ -1,6 +1,6 @@
 #include "base/Terminal.h"
-#include "commands/export/CsvExport.h"
-#include "commands/export/JsonExport.h"
+#include "export/CsvExport.h"
+#include "export/JsonExport.h"
 #include "commands/list/BriefView.h"
 #include "commands/list/ListView.h"
 #include "commands/show/ShowView.h"

@@ -3,7 +3,7 @@
 #include "commands/CommonOptions.h"
 #include "commands/ReadingOptions.h"
 #include "commands/check/CheckSink.h"
-#include "commands/check/Finding.h"
+#include "check/Finding.h"
 
 #include <algorithm>
 #include <charconv>

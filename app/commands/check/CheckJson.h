@@ -2,7 +2,7 @@
 #pragma once
 
 #include "commands/JsonWriter.h"
-#include "commands/check/InputCheck.h"
+#include "check/InputCheck.h"
 
 // An object. `age`: seconds since the last message, of an input that is waited for.
 void writeJson(JsonWriter& json, const InputCheck& check, std::optional<double> age);

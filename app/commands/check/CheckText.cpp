@@ -2,7 +2,7 @@
 
 #include "base/Columns.h"
 #include "base/Terminal.h"
-#include "commands/check/CheckNumbers.h"
+#include "check/CheckNumbers.h"
 #include "forms/TimeStamp.h"
 
 #include <cmath>

@@ -1,7 +1,7 @@
 // What a check found, for people.
 #pragma once
 
-#include "commands/check/InputCheck.h"
+#include "check/InputCheck.h"
 
 // "OK", "WARNING", "CRITICAL"; "UNKNOWN" where there are no messages.
 const char* verdictText(Severity severity, std::uint64_t messages);

@@ -1,7 +1,7 @@
 // Tells that nothing comes while nothing comes.
 #pragma once
 
-#include "commands/check/InputCheck.h"
+#include "check/InputCheck.h"
 
 #include <chrono>
 

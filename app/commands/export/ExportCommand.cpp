@@ -5,8 +5,8 @@
 #include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
 #include "commands/ReadingOptions.h"
-#include "commands/export/CsvExport.h"
-#include "commands/export/JsonExport.h"
+#include "export/CsvExport.h"
+#include "export/JsonExport.h"
 #include "commands/export/SqliteOutput.h"
 
 #include <filesystem>

@@ -4,7 +4,7 @@
 #include "base/Terminal.h"
 #include "commands/Command.h"
 #include "commands/OutputFile.h"
-#include "commands/export/SqliteExport.h"
+#include "export/SqliteExport.h"
 
 #include <filesystem>
 #include <new>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "commands/ReadingOptions.h"
-#include "commands/export/SqliteWriter.h"
+#include "export/SqliteWriter.h"
 
 // Reads what the options name into the database that is their output, and tells on standard error
 // what ended it. `kinds` may occur. Throws UsageError where the output can be no database.

@@ -1,7 +1,7 @@
 // One line a message, a column a field: as the decoder writes it, or chosen fields.
 #pragma once
 
-#include "commands/EnvelopeColumns.h"
+#include "format/EnvelopeColumns.h"
 #include "format/FieldPath.h"
 #include "session/Sink.h"
 
