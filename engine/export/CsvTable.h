@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/Text.h"
-#include "format/EnvelopeColumns.h"
 #include "filter/MessageFilter.h"
+#include "format/EnvelopeColumns.h"
 #include "format/FieldPath.h"
 #include "session/Found.h"
 

@@ -1,9 +1,9 @@
 #include "commands/Commands.h"
 
+#include "check/Finding.h"
 #include "commands/CommonOptions.h"
 #include "commands/ReadingOptions.h"
 #include "commands/check/CheckSink.h"
-#include "check/Finding.h"
 
 #include <algorithm>
 #include <charconv>

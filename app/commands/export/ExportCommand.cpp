@@ -5,9 +5,9 @@
 #include "commands/CommonOptions.h"
 #include "commands/OutputFile.h"
 #include "commands/ReadingOptions.h"
+#include "commands/export/SqliteOutput.h"
 #include "export/CsvExport.h"
 #include "export/JsonExport.h"
-#include "commands/export/SqliteOutput.h"
 
 #include <filesystem>
 

@@ -1,8 +1,8 @@
 // One line a message, for people: number, time, station, type, and what is in it.
 #pragma once
 
-#include "format/EnvelopeColumns.h"
 #include "format/BriefPlan.h"
+#include "format/EnvelopeColumns.h"
 #include "session/Sink.h"
 
 #include <string>
