@@ -1,0 +1,77 @@
+// What a report tells of one input, collected message by message.
+#pragma once
+
+#include "check/InputCheck.h"
+#include "commands/position/Positions.h"
+#include "commands/stats/StatsCounter.h"
+#include "curves/FieldCurves.h"
+#include "curves/Traffic.h"
+#include "filter/MessageFilter.h"
+#include "pictures/Axis.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+
+// What is the same for all inputs of a report.
+struct ReportSubject {
+    ReportSubject(const FormatModel& formatModel, const Wanted& wantedOfThem,
+                  const FilterOptions& chosen)
+        : model(formatModel), wanted(wantedOfThem), filter(formatModel, chosen),
+          format(formatModel), satellites(satelliteFields(formatModel))
+    {
+    }
+
+    const FormatModel& model;
+    const Wanted& wanted;
+    MessageFilter filter;    // of what is counted and drawn; the verdict is about all messages
+    CheckedFormat format;
+    FollowedSatellites satellites;
+    std::optional<std::int64_t> date{};    // near which inputs begin, in microseconds since 1970
+};
+
+// How often a station sent a text, and when, in seconds of the input's clock.
+struct TextUse {
+    std::uint64_t times = 0;
+    double first = 0;
+    double last = 0;
+};
+
+class InputReport {
+public:
+    // What is given must outlive the report.
+    InputReport(const ReportSubject& reportSubject, const std::string& name);
+
+    void take(const Found& found);
+    // Nothing more comes.
+    void finish(const ReaderCounters& readerCounters);
+
+    using Texts = std::map<std::pair<StationId, std::string>, TextUse>;
+
+    // What the seconds of all pictures are shown as.
+    TimeScale times() const;
+
+    const ReportSubject& subject;
+    InputCheck check;
+    StatsCounter counter;
+    Stats stats;                // after the end
+    ReaderCounters counters;    // likewise
+    Traffic traffic;
+    FieldCurves satellites;
+    Positions positions;
+    // How far points are from the position given or, without one, from where they were first told.
+    std::map<Positions::Key, Curve> distances;
+    Texts texts;
+    std::uint64_t otherTexts = 0;    // for which there was no room
+    DamageCurve damageByByte;
+    std::uint64_t bytes = 0;    // where the last thing that was found ends
+
+private:
+    bool isChosen(const Found& found) const;
+    void takePoints(const Found& found, double seconds);
+    void takeText(const Found& found, const StationId& station, double seconds);
+
+    std::vector<const FieldModel*> textFields;    // by the number of the kind; null: it has none
+    std::optional<std::int64_t> received;         // the first message, in microseconds since 1970
+};
