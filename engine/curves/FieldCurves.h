@@ -7,6 +7,7 @@
 #include "pictures/Density.h"
 #include "session/StationId.h"
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -28,7 +29,6 @@ struct FollowedFields {
 struct FieldTrack {
     std::string name;    // of the key: "G05"
     std::vector<Curve> values;
-    Density sightings;
     Density issueChanges;
     std::optional<std::int64_t> issue;
 };
@@ -62,7 +62,10 @@ private:
     FieldTrack* trackOf(const FollowedFields& fields, const void* record, const Key& key);
 
     std::vector<std::vector<FollowedFields>> byKind;    // by the number of the kind
-    std::map<Key, FieldTrack> all;
+    using Tracks = std::map<Key, FieldTrack>;
+
+    Tracks all;
+    std::array<Tracks::value_type*, 1024> recent{};    // where to look first, see trackOf()
     std::uint64_t beyond = 0;
 };
 

@@ -25,8 +25,6 @@ public:
         drawHead();
         drawTimeAxis(canvas, frame, *plot.times, plot.hasTimeTitle);
         drawValueAxis(canvas, frame, plot.values);
-        canvas.text({box.left + 2, frame.bottom() + 15}, plot.unit,
-                    {.ink = {Role::faint}, .size = 10});
         canvas.beginClip(frame);
         for (const PlotCurve& curve : plot.curves) {
             drawCurve(curve);
@@ -52,24 +50,28 @@ private:
     }
     Point at(const Point& point) const { return {xOf(frame, *plot.times, point.x), yOf(point.y)}; }
 
+    // The unit stands above the axis, then the title, and the note at the other end.
     void drawHead()
     {
-        const double y = box.top + 13;
-        const std::string title = fitting(canvas, plot.title, 12, box.width * 0.6);
-        canvas.text({box.left + 2, y}, title, {.size = 12, .isBold = true});
-        const double used = canvas.widthOf(title, 12.5) + 14;
-        canvas.text({box.right() - rightRoom, y},
-                    fitting(canvas, plot.note, 10, box.width - used - rightRoom),
+        const double y = box.top + 14;
+        canvas.text({frame.left - 6, y}, plot.unit,
                     {.ink = {Role::faint}, .size = 10, .anchor = Anchor::end});
+        const std::string title = fitting(canvas, plot.title, 12, frame.width);
+        canvas.text({frame.left, y}, title, {.size = 12, .isBold = true});
+        const double room = frame.width - canvas.widthOf(title, 13) - 8;
+        if (canvas.widthOf(plot.note, 10) <= room) {
+            canvas.text({frame.right(), y}, plot.note,
+                        {.ink = {Role::faint}, .size = 10, .anchor = Anchor::end});
+        }
     }
 
     // The line through a column: all its values where they are few, else the least and the
     // greatest.
     static void append(std::vector<Point>& line, const Curve::Bin& bin)
     {
-        std::vector<Point> points{bin.least, bin.greatest};
+        std::vector<Point> points{bin.least, bin.greatest, bin.last};
         if (bin.count <= 4) {
-            points.insert(points.end(), {bin.first, bin.last});
+            points.push_back(bin.first);
         }
         std::sort(points.begin(), points.end(), [](const Point& a, const Point& b) {
             return a.x != b.x ? a.x < b.x : a.y < b.y;
@@ -80,6 +82,9 @@ private:
 
     void drawLine(const std::vector<Point>& line, const PlotCurve& curve)
     {
+        if (line.empty()) {
+            return;
+        }
         std::vector<Point> pixels;
         for (const Point& point : line) {
             pixels.push_back(at(point));
@@ -97,6 +102,7 @@ private:
             curve.curve->columns(plot.times->range, static_cast<std::size_t>(frame.width));
         std::vector<Point> line;
         std::vector<Bar> breaks;
+        double end = 0;    // when the line ends so far
         for (const Curve::Bin& bin : columns) {
             if (bin.breaks > 0) {
                 const double x = xOf(frame, *plot.times, bin.brokenAt);
@@ -105,17 +111,14 @@ private:
             if (bin.count == 0) {
                 continue;
             }
-            const bool isFar =
-                !line.empty() && bin.first.x - line.back().x > curve.curve->longestJoin();
-            if (!line.empty() && (bin.isApart || isFar)) {
+            if (bin.isApart || bin.first.x - end > curve.curve->longestJoin()) {
                 drawLine(line, curve);
                 line.clear();
             }
             append(line, bin);
+            end = bin.last.x;
         }
-        if (!line.empty()) {
-            drawLine(line, curve);
-        }
+        drawLine(line, curve);
         if (plot.showsBreaks) {
             canvas.bars(breaks, {.ink = {Role::text}, .width = 2});
         }

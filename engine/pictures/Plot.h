@@ -16,7 +16,7 @@ struct PlotCurve {
 
 struct Plot {
     std::string title{};
-    std::string note{};    // at the other end of the title's line
+    std::string note{};    // at the other end of the title's line, where there is room
     std::string unit{};    // above the axis
     const TimeScale* times = nullptr;
     Range values{};    // of the axis

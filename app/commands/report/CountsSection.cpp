@@ -76,7 +76,8 @@ std::string sightingsTable(const InputReport& input)
 template <class Counts, class Show>
 std::string countsTable(const char* name, const char* caption, const Counts& counts, Show show)
 {
-    Table table{.name = name, .caption = caption, .columns = {{"Times", true}, {"What"}}};
+    Table table{
+        .name = name, .caption = caption, .columns = {{"Times", true}, {"What", false, true}}};
     for (const auto& [what, times] : counts.sorted()) {
         table.rows.push_back({numberCell(times), {show(what)}});
     }

@@ -35,9 +35,9 @@ std::string sharesPicture(const Shares& shares)
 std::string byTime(const InputReport& input)
 {
     const InputCheck& check = input.check;
-    const double each = check.secondsOf(check.damage.unitsEach());
+    const double each = check.secondsOf(input.damageByTime.unitsEach());
     Shares shares{.title = "Damage by time: share of each " + withDecimals(each, 0) + " s",
-                  .shares = sharesOf(check.damage)};
+                  .shares = sharesOf(input.damageByTime)};
     TimeScale times = input.times();
     times.range = {0, each * static_cast<double>(shares.shares.size())};
     shares.axisTitle = times.title();

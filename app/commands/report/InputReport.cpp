@@ -9,6 +9,7 @@ namespace {
 constexpr std::size_t mostTexts = 200;
 constexpr std::size_t mostDistances = 64;
 constexpr std::int64_t bytesOfAStretch = 256;
+constexpr double secondsOfAColumn = 6;
 
 const FieldModel* textFieldOf(const KindModel& kind)
 {
@@ -25,6 +26,7 @@ InputReport::InputReport(const ReportSubject& reportSubject, const std::string& 
 {
     check.name = name;
     positions.beginInput(name);
+    damageByTime.begin(static_cast<std::int64_t>(secondsOfAColumn / subject.format.secondsPerUnit));
     damageByByte.begin(bytesOfAStretch);
     for (const auto& kind : subject.model.kinds()) {
         textFields[kind->number()] = textFieldOf(*kind);
@@ -43,10 +45,10 @@ bool InputReport::isChosen(const Found& found) const
 void InputReport::take(const Found& found)
 {
     const std::optional<InputCheck::Taken> taken = check.take(found);
-    const double seconds = check.seconds();
+    const double seconds = axisSeconds(taken);
     const bool isBad = found.what == Found::What::damaged || found.what == Found::What::misfit;
     received = received ? received : found.envelope->received;
-    bytes = std::max(bytes, found.end);
+    damageByTime.add(taken ? taken->place.clock : check.now(), isBad);
     damageByByte.add(static_cast<std::int64_t>(found.begin), isBad);
     if (found.what == Found::What::damaged) {
         traffic.addDamage(seconds);
@@ -56,7 +58,9 @@ void InputReport::take(const Found& found)
     }
     counter.take(found);
     if (taken) {
-        traffic.add({taken->station, taken->type, taken->system}, seconds, isBad || found.isShort);
+        traffic.add(
+            {taken->station, taken->type, taken->system},
+            {.seconds = seconds, .isFaulty = isBad || found.isShort, .isPlaced = taken->isPlaced});
     }
     if (found.what != Found::What::message) {
         return;
@@ -66,6 +70,29 @@ void InputReport::take(const Found& found)
     }
     takePoints(found, seconds);
     takeText(found, taken ? taken->station : StationId(), seconds);
+}
+
+double InputReport::secondsOf(const Place& place) const
+{
+    constexpr double hour = 3600;
+    constexpr double mostOff = 120;
+    const double seconds = check.secondsOf(place.clock);
+    if (!place.time) {
+        return seconds;
+    }
+    const double step = std::remainder(*place.time - *check.beginOfClock() - seconds, hour);
+    return std::abs(step) <= mostOff ? seconds + step : seconds;
+}
+
+double InputReport::axisSeconds(const std::optional<InputCheck::Taken>& taken)
+{
+    if (!taken) {
+        return check.seconds();
+    }
+    const double seconds =
+        taken->isPlaced ? secondsOf(taken->place) : check.secondsOf(taken->place.clock);
+    shown = {std::min(shown.low, seconds), std::max(shown.high, seconds)};
+    return seconds;
 }
 
 void InputReport::takePoints(const Found& found, double seconds)
@@ -120,11 +147,10 @@ TimeScale InputReport::times() const
 {
     constexpr double hour = 3600;
     const double begin = check.beginOfClock().value_or(0);
-    const Range range{0, check.seconds()};
     const std::optional<std::int64_t> near = subject.date ? subject.date : received;
     if (!near) {
-        return {begin, false, range};
+        return {begin, false, shown};
     }
     const double seconds = static_cast<double>(*near) / 1e6;
-    return {begin + hour * std::round((seconds - begin) / hour), true, range};
+    return {begin + hour * std::round((seconds - begin) / hour), true, shown};
 }

@@ -49,7 +49,11 @@ public:
 
     using Texts = std::map<std::pair<StationId, std::string>, TextUse>;
 
-    // What the seconds of all pictures are shown as.
+    // Seconds on the axis of time: by the input's clock, and within that as the message itself
+    // tells it, which may be somewhat off where it came another way or counts in another system's
+    // time.
+    double secondsOf(const Place& place) const;
+    // What they are shown as.
     TimeScale times() const;
 
     const ReportSubject& subject;
@@ -64,14 +68,16 @@ public:
     std::map<Positions::Key, Curve> distances;
     Texts texts;
     std::uint64_t otherTexts = 0;    // for which there was no room
+    DamageCurve damageByTime;        // by the input's clock
     DamageCurve damageByByte;
-    std::uint64_t bytes = 0;    // where the last thing that was found ends
 
 private:
     bool isChosen(const Found& found) const;
+    double axisSeconds(const std::optional<InputCheck::Taken>& taken);
     void takePoints(const Found& found, double seconds);
     void takeText(const Found& found, const StationId& station, double seconds);
 
     std::vector<const FieldModel*> textFields;    // by the number of the kind; null: it has none
-    std::optional<std::int64_t> received;         // the first message, in microseconds since 1970
+    Range shown;
+    std::optional<std::int64_t> received;    // the first message, in microseconds since 1970
 };

@@ -4,9 +4,11 @@ namespace {
 
 constexpr std::size_t mostRows = 1000;
 
-std::string cellText(const Cell& cell, bool isNumber)
+std::string cellText(const Cell& cell, const Table::Column& column)
 {
-    std::string attributes = isNumber ? "class=\"number\"" : "";
+    std::string attributes = column.isNumber  ? "class=\"number\""
+                             : column.isProse ? "class=\"prose\""
+                                              : "";
     if (cell.order) {
         attributes += " data-order=\"" + std::to_string(*cell.order) + "\"";
     }
@@ -36,7 +38,7 @@ std::string htmlOf(const Table& table)
     for (std::size_t i = 0; i < std::min(table.rows.size(), mostRows); ++i) {
         html += "<tr>";
         for (std::size_t column = 0; column < table.rows[i].size(); ++column) {
-            html += cellText(table.rows[i][column], table.columns[column].isNumber);
+            html += cellText(table.rows[i][column], table.columns[column]);
         }
         html += "</tr>\n";
     }

@@ -17,10 +17,11 @@ struct Cell {
 struct Table {
     std::string name;       // for programs: an attribute of the table
     std::string caption;    // for people
-    // A column of numbers stands at the right.
+    // A column of numbers stands at the right; only prose takes more than one line.
     struct Column {
         std::string title;
         bool isNumber = false;
+        bool isProse = false;
     };
     std::vector<Column> columns{};
     std::vector<std::vector<Cell>> rows{};

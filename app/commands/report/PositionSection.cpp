@@ -29,7 +29,7 @@ std::vector<Cell> pointRow(const InputReport& input, const Positions::Key& key,
     if (!history.last) {
         row.push_back(
             {std::string("a distance from '") + history.point->from + "', which nobody told"});
-        row.insert(row.end(), 4, {});
+        row.insert(row.end(), 3, {});
         return row;
     }
     const Cartesian metres = cartesianOf(history.last->coordinates);
@@ -39,7 +39,9 @@ std::vector<Cell> pointRow(const InputReport& input, const Positions::Key& key,
     row.push_back(numberCell(place.height, 4));
     row.push_back({history.system != nullptr ? history.system->frame : "not told"});
     const auto& given = input.subject.wanted.position;
-    row.push_back(given ? numberCell(distanceBetween(*given, metres), 3) : Cell{});
+    if (given) {
+        row.push_back(numberCell(distanceBetween(*given, metres), 3));
+    }
     return row;
 }
 
@@ -98,8 +100,10 @@ std::string positionSection(const InputReport& input, const std::string& name)
                             {"Latitude", true},
                             {"Longitude", true},
                             {"Height", true},
-                            {"Frame"},
-                            {"Metres from the one given", true}}};
+                            {"Frame"}}};
+    if (input.subject.wanted.position) {
+        table.columns.push_back({"Metres from the position given", true});
+    }
     for (const auto& [key, history] : input.positions.points()) {
         table.rows.push_back(pointRow(input, key, history));
     }

@@ -73,10 +73,8 @@ std::string plotOf(const Track& track, std::size_t value, const std::string& uni
     if (curve.isEmpty()) {
         return "";
     }
-    const Range own = curve.valueRange();
     const Plot plot{.title = track.second.name,
-                    .note = shortNumber(own.low, range) + " to " + shortNumber(own.high, range) +
-                            " " + unit,
+                    .note = rangeText(curve.valueRange(), unit),
                     .unit = unit,
                     .times = &times,
                     .values = range,
@@ -186,9 +184,10 @@ std::vector<LegendEntry> bandLegend(const SatelliteGroup& group)
 
 std::string bandsOf(const SatelliteGroup& group, const TimeScale& times)
 {
-    const bool hasAccuracy = group.fields->accuracy.has_value();
-    Bands bands{.title = std::string("Satellites in the messages") +
-                         (hasAccuracy ? ", with their accuracy" : ""),
+    const FieldModel* const accuracy = group.fields->element->field(RTCM2_MEANS_ACCURACY);
+    Bands bands{.title =
+                    std::string("Satellites in the messages") +
+                    (accuracy != nullptr ? ", and their " + accuracy->name + ", at its worst" : ""),
                 .times = &times,
                 .legend = bandLegend(group)};
     for (const Track* track : group.tracks) {

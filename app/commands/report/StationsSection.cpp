@@ -28,18 +28,18 @@ Role healthRole(const RTCM2_member_s* row, std::int64_t value)
     return Role::good;
 }
 
-Band healthBand(const InputCheck& check, const StationId& id, const StationState& station)
+Band healthBand(const InputReport& input, const StationId& id, const StationState& station)
 {
     Band band{.label = "station " + stationName(id)};
+    const RTCM2_member_s* const row = input.check.healthRow();
     const auto& states = station.health();
     for (std::size_t i = 0; i < states.size(); ++i) {
         const bool isLast = i + 1 == states.size();
         const Place& end = isLast ? station.lastPlace : states[i + 1].since;
-        band.spans.push_back(
-            {.time = {check.secondsOf(states[i].since.clock), check.secondsOf(end.clock)},
-             .ink = {healthRole(check.healthRow(), states[i].value)},
-             .height = 0.3,
-             .text = healthName(check.healthRow(), states[i].value)});
+        band.spans.push_back({.time = {input.secondsOf(states[i].since), input.secondsOf(end)},
+                              .ink = {healthRole(row, states[i].value)},
+                              .height = 0.3,
+                              .text = healthName(row, states[i].value)});
     }
     return band;
 }
@@ -61,7 +61,7 @@ std::string healthPicture(const InputReport& input)
                            healthEntry("do not use", Role::bad)}};
     for (const auto& [id, station] : input.check.stations) {
         if (bands.bands.size() < mostHealthBands && !station.health().empty()) {
-            bands.bands.push_back(healthBand(input.check, id, station));
+            bands.bands.push_back(healthBand(input, id, station));
         }
     }
     const SvgCanvas measure({});
@@ -123,7 +123,7 @@ std::string stationsSection(const InputReport& input, const std::string& name)
                 .columns = {{"Station", true},
                             {"Messages", true},
                             {"Last at", true},
-                            {"Health"},
+                            {"Health", false, true},
                             {"Changes of it", true}}};
     for (const auto& [id, station] : input.check.stations) {
         table.rows.push_back({stationCell(id),
@@ -140,11 +140,13 @@ std::string stationsSection(const InputReport& input, const std::string& name)
 std::string textsSection(const InputReport& input, const std::string& name)
 {
     const TimeScale times = input.times();
-    Table table{
-        .name = "texts",
-        .caption = "Texts for people",
-        .columns = {
-            {"Station", true}, {"Text"}, {"Times", true}, {"First at", true}, {"Last at", true}}};
+    Table table{.name = "texts",
+                .caption = "Texts for people",
+                .columns = {{"Station", true},
+                            {"Text", false, true},
+                            {"Times", true},
+                            {"First at", true},
+                            {"Last at", true}}};
     for (const auto& [key, use] : input.texts) {
         table.rows.push_back({stationCell(key.first),
                               {key.second},

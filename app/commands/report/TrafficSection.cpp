@@ -20,8 +20,8 @@ std::string laneName(const InputReport& input, const Traffic::Key& key)
     const auto& stations = input.check.stations;
     const bool isOne = stations.size() == 1;
     const std::string system = systemName(key.system);
-    return "type " + std::to_string(key.type) + (system.empty() ? "" : ", " + system) +
-           (isOne ? "" : ", station " + stationName(key.station));
+    return "type " + std::to_string(key.type) + (system.empty() ? "" : " " + system) +
+           (isOne ? "" : ", " + stationName(key.station));
 }
 
 // Those with the most messages, in their order.
@@ -50,11 +50,11 @@ std::vector<Stretch> gapsOf(const InputCheck& check, const NamedLane& lane)
                      : std::vector<Stretch>();
 }
 
-std::vector<Mark> lossMarks(const InputCheck& check)
+std::vector<Mark> lossMarks(const InputReport& input)
 {
     std::vector<Mark> marks;
-    for (const Loss& loss : check.losses.all) {
-        marks.push_back({check.secondsOf(loss.place.clock),
+    for (const Loss& loss : input.check.losses.all) {
+        marks.push_back({input.secondsOf(loss.place),
                          (loss.station ? loss.station->text() + ": " : "") +
                              (loss.isExact ? "" : "at least ") + countText(loss.least, "message") +
                              " missing before message " + std::to_string(loss.place.number)});
@@ -73,7 +73,7 @@ Lanes lanesOf(const InputReport& input, const TimeScale& times)
                                  .faulty = &lane.second->faulty(),
                                  .gaps = gapsOf(input.check, lane)});
     }
-    const std::vector<Mark> losses = lossMarks(input.check);
+    const std::vector<Mark> losses = lossMarks(input);
     if (!losses.empty()) {
         picture.lanes.push_back({.label = "lost", .losses = losses});
     }
@@ -88,8 +88,7 @@ Plot stepPlot(const InputReport& input, const NamedLane& lane, const TimeScale& 
     const Curve& steps = lane.second->steps();
     const Range values = steps.valueRange();
     return {.title = laneName(input, lane.first),
-            .note = shortNumber(values.low, withRoom(values)) + " to " +
-                    shortNumber(values.high, withRoom(values)) + " s",
+            .note = rangeText(values, "s"),
             .unit = "s",
             .times = &times,
             .values = withRoom({0, values.high}),
@@ -173,6 +172,13 @@ std::string trafficSection(const InputReport& input, const std::string& name)
                             std::to_string(input.traffic.lanes().size()) +
                             "; the table has all of them.",
                         "class=\"note\"");
+    }
+    if (input.check.restarts > 0) {
+        html +=
+            element("p",
+                    "The time of messages goes back in this input, see above. From there on the "
+                    "axes count on, so that they show other times than the messages tell.",
+                    "class=\"note\"");
     }
     return section(name, "Messages over time", html);
 }

@@ -64,8 +64,10 @@ std::string figuresText(const InputReport& input)
                          {"of unknown type", "unknown_type", check.unknown},
                          {"shorter than they say", "short", check.shortened},
                          {"cut off at the end", "truncated", check.truncated}};
-    std::string html = "<dl class=\"figures\">" +
-                       figure("from first to last, min:s", "seconds", minutesText(check.seconds()));
+    std::string html =
+        "<dl class=\"figures\">" +
+        figure(check.seconds() < 3600 ? "from first to last, min:s" : "from first to last, h:min:s",
+               "seconds", minutesText(check.seconds()));
     for (const auto& [words, key, number] : numbers) {
         const bool isAlways = key == std::string("messages") || key == std::string("stations") ||
                               key == std::string("lost") || key == std::string("damaged");
