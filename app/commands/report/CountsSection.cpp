@@ -1,5 +1,4 @@
 // Everything counted, as `stats` has it.
-#include "base/Terminal.h"
 #include "commands/report/ReportNames.h"
 #include "commands/report/Sections.h"
 

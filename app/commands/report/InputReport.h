@@ -55,6 +55,11 @@ public:
     double secondsOf(const Place& place) const;
     // What they are shown as.
     TimeScale times() const;
+    // The time of a place, as on the axis; empty where it has none.
+    std::string timeText(const Place& place) const
+    {
+        return place.time ? times().text(secondsOf(place)) : std::string();
+    }
 
     const ReportSubject& subject;
     InputCheck check;

@@ -88,21 +88,24 @@ std::string distancePicture(const InputReport& input)
 
 std::string positionSection(const InputReport& input, const std::string& name)
 {
-    Table table{.name = "points",
-                .caption = std::string("Points, as they were told last; degrees and metres on the "
-                                       "ellipsoid of ") +
-                           ellipsoidName,
-                .columns = {{"Station", true},
-                            {"System"},
-                            {"Point"},
-                            {"Told, times", true},
-                            {"Changes", true},
-                            {"Latitude", true},
-                            {"Longitude", true},
-                            {"Height", true},
-                            {"Frame"}}};
+    Table table{
+        .name = "points",
+        .caption =
+            std::string("Points, as they were told last; degrees and metres on the "
+                        "ellipsoid of ") +
+            ellipsoidName +
+            (input.subject.wanted.position ? "; how far off the position given they are" : ""),
+        .columns = {{"Station", true},
+                    {"System"},
+                    {"Point"},
+                    {"Told, times", true},
+                    {"Changes", true},
+                    {"Latitude", true},
+                    {"Longitude", true},
+                    {"Height", true},
+                    {"Frame"}}};
     if (input.subject.wanted.position) {
-        table.columns.push_back({"Metres from the position given", true});
+        table.columns.push_back({"Metres off", true});
     }
     for (const auto& [key, history] : input.positions.points()) {
         table.rows.push_back(pointRow(input, key, history));

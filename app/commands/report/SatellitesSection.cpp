@@ -1,5 +1,4 @@
 // Satellites: their corrections, how accurate these are, and when their data changed.
-#include "base/Terminal.h"
 #include "check/CheckNumbers.h"
 #include "commands/report/ReportNames.h"
 #include "commands/report/Sections.h"
@@ -216,10 +215,11 @@ std::string groupText(const SatelliteGroup& group, const TimeScale& times)
     return html;
 }
 
-Table satelliteTable(const InputCheck& check)
+Table satelliteTable(const InputReport& input)
 {
+    const InputCheck& check = input.check;
     Table table{.name = "satellites",
-                .caption = "Satellites; times are minutes of the hour",
+                .caption = "Satellites; times as on the axes",
                 .columns = {{"Station", true},
                             {"System"},
                             {"Satellite"},
@@ -230,9 +230,8 @@ Table satelliteTable(const InputCheck& check)
                             {"Gone at the end"},
                             {"Changes of issue", true},
                             {"Last change at", true}}};
-    const auto at = [](const Place& place) {
-        return Cell{place.time ? minutesText(*place.time) : "",
-                    place.time ? std::optional(static_cast<double>(place.clock)) : std::nullopt};
+    const auto at = [&](const Place& place) {
+        return Cell{input.timeText(place), input.secondsOf(place)};
     };
     for (const auto& [id, station] : check.stations) {
         for (const auto& [key, satellite] : station.satellites()) {
@@ -274,5 +273,5 @@ std::string satellitesSection(const InputReport& input, const std::string& name)
                                  std::to_string(input.satellites.others()) +
                                  " values are in no picture.");
     }
-    return section(name, "Satellites and corrections", html + htmlOf(satelliteTable(input.check)));
+    return section(name, "Satellites and corrections", html + htmlOf(satelliteTable(input)));
 }

@@ -1,6 +1,4 @@
 // What stations say of themselves: how they are, and what they tell people.
-#include "base/Terminal.h"
-#include "check/CheckNumbers.h"
 #include "commands/report/ReportNames.h"
 #include "commands/report/Sections.h"
 #include "pictures/Bands.h"
@@ -75,12 +73,12 @@ std::string healthPicture(const InputReport& input)
                    });
 }
 
-std::string healthText(const InputCheck& check, const StationState& station)
+std::string healthText(const InputReport& input, const StationState& station)
 {
     std::string text;
     for (const HealthState& state : station.health()) {
-        text += (text.empty() ? "" : ", ") + healthName(check.healthRow(), state.value) + " from " +
-                (state.since.time ? minutesText(*state.since.time) : "the beginning");
+        text += (text.empty() ? "" : ", ") + healthName(input.check.healthRow(), state.value) +
+                " from " + (state.since.time ? input.timeText(state.since) : "the beginning");
     }
     return text;
 }
@@ -119,18 +117,19 @@ std::string notShownText(const InputReport& input)
 std::string stationsSection(const InputReport& input, const std::string& name)
 {
     Table table{.name = "stations",
-                .caption = "Stations, and what they say of themselves",
+                .caption = "Stations, and what they say of themselves; times as on the axes",
                 .columns = {{"Station", true},
                             {"Messages", true},
                             {"Last at", true},
                             {"Health", false, true},
                             {"Changes of it", true}}};
     for (const auto& [id, station] : input.check.stations) {
-        table.rows.push_back({stationCell(id),
-                              numberCell(station.messages),
-                              {station.lastPlace.time ? minutesText(*station.lastPlace.time) : ""},
-                              {healthText(input.check, station)},
-                              numberCell(station.healthChanges())});
+        table.rows.push_back(
+            {stationCell(id),
+             numberCell(station.messages),
+             {input.timeText(station.lastPlace), input.secondsOf(station.lastPlace)},
+             {healthText(input, station)},
+             numberCell(station.healthChanges())});
     }
     return table.rows.empty()
                ? ""
@@ -141,7 +140,7 @@ std::string textsSection(const InputReport& input, const std::string& name)
 {
     const TimeScale times = input.times();
     Table table{.name = "texts",
-                .caption = "Texts for people",
+                .caption = "Texts for people; times as on the axes",
                 .columns = {{"Station", true},
                             {"Text", false, true},
                             {"Times", true},

@@ -1,5 +1,4 @@
 // What came when, and how often.
-#include "base/Terminal.h"
 #include "check/CheckNumbers.h"
 #include "commands/report/ReportNames.h"
 #include "commands/report/Sections.h"
@@ -123,8 +122,9 @@ std::string stepPlots(const InputReport& input, const TimeScale& times)
                      "<div class=\"grid\">" + html + "</div>\n";
 }
 
-std::vector<Cell> rateRow(const InputCheck& check, const RateKey& key, const TypeRate& rate)
+std::vector<Cell> rateRow(const InputReport& input, const RateKey& key, const TypeRate& rate)
 {
+    const InputCheck& check = input.check;
     std::vector<Cell> row{numberCell(std::uint64_t{key.type}),
                           stationCell(key.station),
                           {systemName(key.system)},
@@ -136,7 +136,7 @@ std::vector<Cell> rateRow(const InputCheck& check, const RateKey& key, const Typ
         row.push_back(numberCell(check.secondsOf(least), 1));
         row.push_back(numberCell(check.secondsOf(most), 1));
         row.push_back(numberCell(check.secondsOf(longest.units), 1));
-        row.push_back({longest.to.time ? minutesText(*longest.to.time) : "", longest.to.time});
+        row.push_back({input.timeText(longest.to), input.secondsOf(longest.to)});
     } else {
         row.insert(row.end(), 5, {});
     }
@@ -199,7 +199,7 @@ std::string rateSection(const InputReport& input, const std::string& name)
                             {"until", true},
                             {"Expected", true}}};
     for (const auto& [key, rate] : input.check.rates) {
-        table.rows.push_back(rateRow(input.check, key, rate));
+        table.rows.push_back(rateRow(input, key, rate));
     }
     return section(name, "Rates and gaps", htmlOf(table) + stepPlots(input, input.times()));
 }

@@ -1,5 +1,4 @@
 // What a check says of the input, and the plain numbers.
-#include "base/Terminal.h"
 #include "check/CheckNumbers.h"
 #include "commands/check/CheckText.h"
 #include "commands/report/ReportNames.h"
