@@ -166,7 +166,9 @@ private:
                 std::max(1.5, room * static_cast<double>(column.bin.count) / most);
             bars.push_back({x, lane.bottom() - laneGap - height, lane.bottom() - laneGap});
         }
+        canvas.beginClip({lane.left - 1, lane.top, lane.width + 2, lane.height});
         canvas.bars(bars, {.ink = ink, .width = most > 1 ? std::max(1.5, width) : 1.5});
+        canvas.endClip();
     }
 
     void drawLane(const Lane& lane, const Box& place)
