@@ -4,6 +4,7 @@
 #include "pictures/Axis.h"
 #include "pictures/Bins.h"
 
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -29,25 +30,29 @@ public:
     }
     std::uint64_t count() const { return all; }
 
-    // As so many columns through the range, each at its place, without those that are empty.
+    // As up to so many columns of equal width through the range, without those that are empty. Each
+    // holds the same number of bins, so that none is higher than others only for where it lies.
     struct Column {
-        std::size_t place = 0;
+        double begin = 0;
+        double width = 0;
         Bin bin{};
     };
     std::vector<Column> columns(const Range& range, std::size_t wanted) const
     {
+        const double needed = range.length() / bins.binWidth() / static_cast<double>(wanted);
+        const auto together = std::max<std::size_t>(1, static_cast<std::size_t>(std::ceil(needed)));
+        const double width = bins.binWidth() * static_cast<double>(together);
         std::vector<Column> result;
         for (std::size_t i = 0; i < bins.all().size(); ++i) {
             const Bin& bin = bins.all()[i];
+            const double begin = bins.beginOf(i - i % together);
             if (bin.count == 0) {
                 continue;
             }
-            const double share = std::clamp(range.share(bin.first), 0.0, 1.0);
-            const auto place = static_cast<std::size_t>(share * static_cast<double>(wanted));
-            if (!result.empty() && result.back().place == place) {
+            if (!result.empty() && result.back().begin == begin) {
                 result.back().bin.merge(bin);
             } else {
-                result.push_back({place, bin});
+                result.push_back({begin, width, bin});
             }
         }
         return result;
