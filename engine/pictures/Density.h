@@ -1,0 +1,62 @@
+// How many things there were when.
+#pragma once
+
+#include "pictures/Axis.h"
+#include "pictures/Bins.h"
+
+#include <cstdint>
+#include <vector>
+
+class Density {
+public:
+    struct Bin {
+        std::uint64_t count = 0;
+        double first = 0;
+
+        void merge(const Bin& later)
+        {
+            first = count == 0 ? later.first : first;
+            count += later.count;
+        }
+    };
+
+    void add(double x)
+    {
+        Bin& bin = bins.at(x);
+        bin.first = bin.count == 0 ? x : bin.first;
+        ++bin.count;
+        ++all;
+    }
+    std::uint64_t count() const { return all; }
+
+    // As so many columns through the range, each at its place, without those that are empty.
+    struct Column {
+        std::size_t place = 0;
+        Bin bin{};
+    };
+    std::vector<Column> columns(const Range& range, std::size_t wanted) const
+    {
+        std::vector<Column> result;
+        for (std::size_t i = 0; i < bins.all().size(); ++i) {
+            const Bin& bin = bins.all()[i];
+            if (bin.count == 0) {
+                continue;
+            }
+            const double share = std::clamp(range.share(bin.first), 0.0, 1.0);
+            const auto place = static_cast<std::size_t>(share * static_cast<double>(wanted));
+            if (!result.empty() && result.back().place == place) {
+                result.back().bin.merge(bin);
+            } else {
+                result.push_back({place, bin});
+            }
+        }
+        return result;
+    }
+
+private:
+    static constexpr std::size_t mostBins = 2048;
+    static constexpr double narrowest = 1.0 / 64;    // seconds
+
+    Bins<Bin> bins{mostBins, narrowest};
+    std::uint64_t all = 0;
+};
