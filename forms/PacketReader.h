@@ -2,7 +2,7 @@
 #pragma once
 
 #include "forms/Envelope.h"
-#include "framing/Frame.h"
+#include "framing/Framer.h"
 
 #include <cstdint>
 #include <span>

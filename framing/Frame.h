@@ -43,15 +43,6 @@ struct Frame {
     std::array<std::uint8_t, maxMessageBytes> storage{};
 };
 
-// A word of a frame as it was received.
-struct WordFacts {
-    std::uint64_t byteOffset = 0;    // byte of the input in which the first bit stands
-    unsigned bit = 0;          // which of the byte's six bits that is, in the order sent, from 0
-    std::uint32_t data = 0;    // 24 data bits, with the inversion undone
-    bool hasGoodParity = false;
-    bool isInverted = false;    // the data bits were sent inverted
-};
-
 // The number of words, header included, that the header of a packed message declares. Needs at
 // least the two header words.
 std::size_t declaredWords(std::span<const std::uint8_t> packed);

@@ -17,6 +17,15 @@ struct FramerCounters {
     std::uint64_t bitsOutsideMessages = 0;    // damaged and truncated messages included
 };
 
+// A word of a frame as it was received.
+struct WordFacts {
+    std::uint64_t byteOffset = 0;    // byte of the input in which the first bit stands
+    unsigned bit = 0;          // which of the byte's six bits that is, in the order sent, from 0
+    std::uint32_t data = 0;    // 24 data bits, with the inversion undone
+    bool hasGoodParity = false;
+    bool isInverted = false;    // the data bits were sent inverted
+};
+
 // A message may begin at any bit of the stream. Its words must all have good parity, its first word
 // the preamble, upright or inverted. What the preamble and the parity of the first word say of the
 // two bits before the message counts, not those bits themselves: a message is found even when what
