@@ -47,7 +47,8 @@ public:
     // Curves need memory, so there are no more keys than that.
     static constexpr std::size_t mostTracks = 400;
 
-    explicit FieldCurves(const std::vector<FollowedFields>& fields);
+    // `bins`: of each curve.
+    explicit FieldCurves(const std::vector<FollowedFields>& fields, std::size_t bins = 512);
 
     // A record of a kind that the station sent at a time of the input's clock.
     void take(const KindModel& kind, const void* record, const StationId& station, double seconds);
@@ -63,6 +64,7 @@ private:
 
     std::vector<std::vector<FollowedFields>> byKind;    // by the number of the kind
     std::map<Key, FieldTrack> all;
+    std::size_t binsOfCurve;
     std::uint64_t beyond = 0;
 };
 

@@ -43,6 +43,10 @@ void Curve::add(double x, double y)
         bin.first = bin.least = bin.greatest = point;
         bin.isApart = isBroken;
     }
+    if (!isBroken && x > latest.x) {
+        steps.add({latest, point});
+    }
+    latest = point;
     bin.last = point;
     bin.least = y < bin.least.y ? point : bin.least;
     bin.greatest = y > bin.greatest.y ? point : bin.greatest;
@@ -63,6 +67,14 @@ double Curve::longestJoin() const
     constexpr double shortest = 10;    // seconds
     const double step = count > 1 ? (lastX - firstX) / static_cast<double>(count - 1) : 0;
     return std::max(shortest, usualSteps * step);
+}
+
+std::vector<Step> Curve::greatestSteps() const
+{
+    std::vector<Step> joined = steps.steps();
+    std::erase_if(joined,
+                  [&](const Step& step) { return step.to.x - step.from.x > longestJoin(); });
+    return joined;
 }
 
 std::vector<Curve::Bin> Curve::columns(const Range& range, std::size_t wanted) const

@@ -29,7 +29,8 @@ public:
     }
     std::uint64_t count() const { return all; }
 
-    // As so many columns through the range, each at its place, without those that are empty.
+    // What is in the range as so many columns through it, each at its place, without those that are
+    // empty.
     struct Column {
         std::size_t place = 0;
         Bin bin{};
@@ -39,11 +40,12 @@ public:
         std::vector<Column> result;
         for (std::size_t i = 0; i < bins.all().size(); ++i) {
             const Bin& bin = bins.all()[i];
-            if (bin.count == 0) {
+            const double share = range.share(bin.first);
+            if (bin.count == 0 || share < -outside || share > 1 + outside) {
                 continue;
             }
-            const double share = std::clamp(range.share(bin.first), 0.0, 1.0);
-            const auto place = static_cast<std::size_t>(share * static_cast<double>(wanted));
+            const auto place =
+                static_cast<std::size_t>(std::max(share, 0.0) * static_cast<double>(wanted));
             if (!result.empty() && result.back().place == place) {
                 result.back().bin.merge(bin);
             } else {
@@ -54,6 +56,7 @@ public:
     }
 
 private:
+    static constexpr double outside = 1e-9;    // of a range, by rounding
     static constexpr std::size_t mostBins = 2048;
     static constexpr double narrowest = 1.0 / 64;    // seconds
 

@@ -5,19 +5,23 @@
 
 namespace {
 
-constexpr double valuesRoom = 44;
+constexpr double usualValuesRoom = 44;
 constexpr double breakHeight = 5;
 
 class PlotDrawing {
 public:
     PlotDrawing(Canvas& target, const Box& whole, const Plot& what)
         : canvas(target),
-          plot(what), frame{whole.left + valuesRoom, whole.top + titleHeight,
-                            whole.width - valuesRoom - rightRoom - labelRoom(),
+          plot(what), frame{whole.left, whole.top + titleHeight,
+                            whole.width - rightRoom - labelRoom(),
                             whole.height - titleHeight -
                                 (what.hasTimeTitle ? timeAxisHeight : timeTicksHeight)},
           box(whole)
     {
+        const double room =
+            std::max(usualValuesRoom, valueAxisWidth(target, frame.height, what.values));
+        frame.left += room;
+        frame.width -= room;
     }
 
     void draw()
@@ -35,6 +39,8 @@ public:
         drawFrame(canvas, frame);
         drawLabels();
     }
+
+    const Box& place() const { return frame; }
 
 private:
     double labelRoom() const
@@ -149,6 +155,11 @@ private:
 };
 
 }    // namespace
+
+Box frameOf(Canvas& canvas, const Box& box, const Plot& plot)
+{
+    return PlotDrawing(canvas, box, plot).place();
+}
 
 void drawPlot(Canvas& canvas, const Box& box, const Plot& plot)
 {
