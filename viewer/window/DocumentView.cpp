@@ -9,6 +9,7 @@
 #include <QLocale>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -22,6 +23,20 @@ QString grouped(qulonglong number)
 {
     return QLocale(QLocale::English).toString(number);
 }
+
+// Leaves a little room between columns.
+class RowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& cell) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, cell);
+        const bool isRight = option->displayAlignment.testFlag(Qt::AlignRight);
+        option->text.insert(isRight ? option->text.size() : 0, QLatin1Char(' '));
+    }
+};
 
 QString padded(const char* sample)
 {
@@ -91,13 +106,18 @@ void DocumentView::buildTable()
     header.setStretchLastSection(true);
     header.setHighlightSections(false);
     const QFontMetrics metrics(table->font());
-    constexpr std::array<const char*, MessageModel::columns> samples = {
-        "00000000", "0000000000", "2026-01-01T00:00:00.000000Z",          "00:00.0",
-        "Station",  "000000000",  "00  Differential GLONASS Corrections", "Content"};
-    for (int column = 0; column < MessageModel::columns; ++column) {
+    constexpr std::array<const char*, MessageModel::type> samples = {
+        "00000000", "0000000000", "2026-01-01T00:00:00.000000Z", "00:00.0", "Station", "000000000"};
+    for (int column = 0; column < MessageModel::type; ++column) {
         table->setColumnWidth(column,
                               metrics.horizontalAdvance(padded(samples[std::size_t(column)])));
     }
+    int widest = 0;
+    for (const auto& kind : format().kinds()) {
+        widest = std::max(widest, kind->isMain ? metrics.horizontalAdvance(kindText(*kind)) : 0);
+    }
+    table->setColumnWidth(MessageModel::type, widest + metrics.horizontalAdvance(padded("")));
+    table->setItemDelegate(new RowDelegate(table));
     table->setColumnHidden(MessageModel::received, shown.receiveTimes() == nullptr);
     table->setColumnHidden(MessageModel::sender, true);
 }
@@ -441,11 +461,15 @@ int DocumentView::progress() const
 
 QString DocumentView::counts() const
 {
-    const std::size_t all = shown.index().size();
+    const std::uint64_t all = shown.index().size();
+    const std::uint64_t troubles = std::min(shown.troubles(), all);
+    QString text = QStringLiteral("%1 messages").arg(grouped(all - troubles));
+    if (troubles != 0) {
+        text += QStringLiteral(", %1 damaged").arg(grouped(troubles));
+    }
     return filterPass == nullptr
-               ? QStringLiteral("%1 messages").arg(grouped(all))
-               : QStringLiteral("%1 of %2 messages")
-                     .arg(grouped(static_cast<qulonglong>(model->rowCount())), grouped(all));
+               ? text
+               : QStringLiteral("%1 shown of ").arg(grouped(qulonglong(model->rowCount()))) + text;
 }
 
 QString DocumentView::place() const
