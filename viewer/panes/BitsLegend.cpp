@@ -22,7 +22,7 @@ constexpr std::array<LegendItem, 6> legend{{
     {QT_TRANSLATE_NOOP("BitsLegend", "parity"), &PaneColours::Bits::parity,
      &PaneColours::Bits::parity},
     {QT_TRANSLATE_NOOP("BitsLegend", "sent inverted"), &PaneColours::Bits::inverted,
-     &PaneColours::Bits::inverted},
+     &PaneColours::Bits::otherInverted},
     {QT_TRANSLATE_NOOP("BitsLegend", "bad parity"), &PaneColours::Bits::bad,
      &PaneColours::Bits::bad},
     {QT_TRANSLATE_NOOP("BitsLegend", "chosen"), &PaneColours::Bits::selected,
@@ -35,7 +35,7 @@ constexpr int gap = 6;
 
 BitsLegend::BitsLegend(QWidget* parent) : QWidget(parent)
 {
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
 }

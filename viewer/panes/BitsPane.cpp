@@ -77,7 +77,7 @@ void BitsPane::show(const MessageDetail* shown)
     packed->setTable(tr("Packed message"),
                      shown != nullptr ? packedTable(shown->packed) : BitTable());
     air->setTable(isReceived ? tr("As received")
-                             : tr("As it would be sent: the input has no words with parity"),
+                             : tr("As it would be sent; the input has no parity"),
                   airTable(words));
     air->parentWidget()->parentWidget()->setVisible(!air->isEmpty());
     arrange();
@@ -93,7 +93,13 @@ void BitsPane::resizeEvent(QResizeEvent* event)
 void BitsPane::arrange()
 {
     const int needed = packed->sizeHint().width() + air->sizeHint().width() + 60;
-    splitter->setOrientation(width() >= needed ? Qt::Horizontal : Qt::Vertical);
+    const auto orientation = width() >= needed ? Qt::Horizontal : Qt::Vertical;
+    if (orientation != splitter->orientation()) {
+        splitter->setOrientation(orientation);
+        const int wide = packed->sizeHint().width();
+        splitter->setSizes(orientation == Qt::Horizontal ? QList{wide, width() - wide}
+                                                         : QList{height() / 2, height() / 2});
+    }
 }
 
 // Compiled here instead of on its own.

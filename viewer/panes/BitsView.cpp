@@ -50,6 +50,10 @@ void BitsView::setTable(const QString& newTitle, BitTable newTable)
     }
     measure();
     setAccessibleName(title);
+    const auto bad = std::find_if(table.rows.begin(), table.rows.end(),
+                                  [](const BitRow& row) { return row.isBad; });
+    Q_EMIT wanted(
+        rectOf({bad != table.rows.end() ? static_cast<int>(bad - table.rows.begin()) : 0, 0}));
 }
 
 void BitsView::measure()
@@ -196,14 +200,15 @@ QColor BitsView::colourOf(const PaneColours::Bits& colours, WordBit bit) const
     if (bit.isParity()) {
         return row.isBad ? colours.bad : colours.parity;
     }
-    if (row.isInverted) {
-        return colours.inverted;
-    }
     const std::uint32_t packed = bit.packed();
-    if (packed >= isOdd.size() || selection.map().isFill(packed)) {
+    const bool isOther = packed < isOdd.size() && isOdd[packed];
+    if (row.isInverted) {
+        return isOther ? colours.otherInverted : colours.inverted;
+    }
+    if (selection.map().isFill(packed)) {
         return colours.fill;
     }
-    return isOdd[packed] ? colours.otherField : colours.field;
+    return isOther ? colours.otherField : colours.field;
 }
 
 void BitsView::goTo(WordBit bit, bool isMarking)

@@ -10,6 +10,8 @@ DetailPane::DetailPane(QWidget* parent)
     splitter->addWidget(fieldsPane);
     splitter->addWidget(bitsPane);
     splitter->setChildrenCollapsible(false);
+    splitter->setStretchFactor(0, 4);
+    splitter->setStretchFactor(1, 5);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QLabel>
 #include <QSortFilterProxyModel>
 #include <QSplitter>
 #include <QTableView>
@@ -14,7 +15,7 @@
 
 namespace {
 
-constexpr int widestColumn = 320;
+constexpr int widestColumn = 220;
 
 QString linesOf(const QModelIndexList& indexes)
 {
@@ -31,12 +32,26 @@ QString linesOf(const QModelIndexList& indexes)
     return text.mid(1);
 }
 
+// Why there is nothing to show, or not all.
+QString troubleOf(const MessageDetail* detail)
+{
+    if (detail == nullptr) {
+        return FieldsPane::tr("No message is chosen");
+    }
+    if (!detail->text.empty()) {
+        return QString::fromStdString(detail->text);
+    }
+    return detail->isShort ? FieldsPane::tr("Fewer words came than the message declares")
+           : detail->record == nullptr ? FieldsPane::tr("Nothing that could be decoded")
+                                       : QString();
+}
+
 }    // namespace
 
 FieldsPane::FieldsPane(QWidget* parent)
     : MessagePane(parent), fields(new FieldTreeModel(this)), elements(new ElementTableModel(this)),
       sorted(new QSortFilterProxyModel(this)), splitter(new QSplitter(Qt::Vertical)),
-      tree(new QTreeView), table(new QTableView)
+      trouble(new QLabel), tree(new QTreeView), table(new QTableView)
 {
     makeTree();
     makeTable();
@@ -47,7 +62,12 @@ FieldsPane::FieldsPane(QWidget* parent)
     splitter->setStretchFactor(1, 2);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(trouble);
     layout->addWidget(splitter);
+    trouble->setTextFormat(Qt::PlainText);
+    trouble->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    trouble->setWordWrap(true);
+    trouble->setMargin(4);
     auto* const copying = new QAction(tr("Copy rows"), this);
     copying->setShortcut(QKeySequence::Copy);
     copying->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -66,6 +86,7 @@ void FieldsPane::makeTree()
     tree->setAlternatingRowColors(true);
     tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     tree->setAccessibleName(tr("Fields"));
+    connect(tree, &QTreeView::expanded, this, &FieldsPane::widenColumns);
     connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current) { choose(fields->placeOf(current)); });
 }
@@ -99,7 +120,10 @@ void FieldsPane::show(const MessageDetail* shown)
     fields->show(detail, &bitMap);
     elements->show(detail);
     table->setVisible(elements->hasElements());
+    trouble->setText(troubleOf(detail));
+    trouble->setVisible(!trouble->text().isEmpty());
     isFollowing = false;
+    expandArrays();
     if (shownKind != before) {
         fitColumns();
     }
@@ -107,13 +131,31 @@ void FieldsPane::show(const MessageDetail* shown)
     selectField(isThere && shownKind == before ? selected : FieldPlace());
 }
 
+void FieldsPane::expandArrays()
+{
+    for (int row = 0; row < fields->rowCount(); ++row) {
+        tree->expand(fields->index(row, 0));
+    }
+}
+
 void FieldsPane::fitColumns()
 {
     for (int column = 0; column < FieldTreeModel::columns; ++column) {
-        tree->resizeColumnToContents(column);
-        tree->setColumnWidth(column, std::min(tree->columnWidth(column), widestColumn));
+        tree->setColumnWidth(column, 0);
     }
+    widenColumns();
     table->resizeColumnsToContents();
+}
+
+// So that what is seen is seen whole, but for long texts.
+void FieldsPane::widenColumns()
+{
+    for (int column = 0; column < FieldTreeModel::columns; ++column) {
+        const int before = tree->columnWidth(column);
+        tree->resizeColumnToContents(column);
+        tree->setColumnWidth(
+            column, std::clamp(tree->columnWidth(column), before, std::max(before, widestColumn)));
+    }
 }
 
 void FieldsPane::selectField(const FieldPlace& place)

@@ -5,6 +5,7 @@
 #include "viewer/panes/FieldTreeModel.h"
 #include "viewer/panes/MessagePane.h"
 
+class QLabel;
 class QSortFilterProxyModel;
 class QSplitter;
 class QTableView;
@@ -36,7 +37,9 @@ private:
     void choose(const FieldPlace& place);
     void showInTree();
     void showInTable();
+    void expandArrays();
     void fitColumns();
+    void widenColumns();
     void copy() const;
 
     const MessageDetail* detail = nullptr;
@@ -46,6 +49,7 @@ private:
     ElementTableModel* elements;
     QSortFilterProxyModel* sorted;
     QSplitter* splitter;
+    QLabel* trouble;
     QTreeView* tree;
     QTableView* table;
     FieldPlace selected;

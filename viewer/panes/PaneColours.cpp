@@ -44,11 +44,12 @@ PaneColours::Bits::Bits(const QPalette& palette)
       selectedText(palette.color(QPalette::HighlightedText)), text(palette.color(QPalette::Text))
 {
     const QColor base = palette.color(QPalette::Base);
-    field = mixed(base, text, 0.05);
-    otherField = mixed(base, text, 0.14);
+    field = mixed(base, text, 0.06);
+    otherField = mixed(base, text, isDark(palette) ? 0.22 : 0.16);
     fill = base;
     parity = mixed(base, QColor(0x80, 0x50, 0xE0), quarter);
-    inverted = mixed(base, QColor(0xF0, 0xA0, 0x00), quarter);
+    inverted = mixed(field, QColor(0xF0, 0xA0, 0x00), quarter);
+    otherInverted = mixed(otherField, QColor(0xF0, 0xA0, 0x00), third);
     bad = mixed(base, QColor(0xF0, 0x20, 0x20), third + quarter);
     faintText = mixed(text, base, 0.5);
 }

@@ -25,6 +25,7 @@ struct Bits {
     QColor fill;    // no field's
     QColor parity;
     QColor inverted;
+    QColor otherInverted;
     QColor bad;    // parity that does not agree
     QColor selected;
     QColor selectedText;
