@@ -37,6 +37,7 @@ public:
     const framing::Frame* next() override;
     std::string damage() const override { return reader->damage(); }
     std::span<const std::uint8_t> recorded() const override { return reader->recorded(); }
+    std::vector<framing::WordFacts> words() const override { return reader->words(); }
     const Envelope* envelope() const override { return reader->envelope(); }
     std::uint64_t doneUpTo() const override { return reader ? reader->doneUpTo() : range.end; }
     bool isComplete() const override { return doneUpTo() >= range.end; }

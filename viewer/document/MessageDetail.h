@@ -1,7 +1,6 @@
 // Everything that is known of one message, or of one damaged place, to be shown.
 #pragma once
 
-#include "plugin/MessageReference.h"
 #include "session/Found.h"
 #include "session/TableRecord.h"
 
@@ -46,7 +45,5 @@ struct MessageDetail {
     std::string text{};      // what is wrong; empty where nothing is
     bool isShort = false;    // fewer words came than it declares
 
-    // What holds the record: one of them, or none.
-    MessageReference message{};
-    std::unique_ptr<TableRecord> table{};
+    std::unique_ptr<TableRecord> table{};    // holds the record
 };

@@ -37,7 +37,8 @@ const RTCM2_member_s* sourceOf(const RTCM2_member_s& row)
 
 BitMap::BitMap(const MessageDetail& detail)
     : owners(8 * detail.packed.size()),
-      hasLayout(detail.record != nullptr && !detail.kind->isUnknown)
+      hasLayout(!detail.isShort &&
+                (detail.what == Found::What::message || detail.what == Found::What::unreported))
 {
     eachPlace(detail, [this](const FieldPlace& place, const FieldSpot& spot) { add(place, spot); });
 }

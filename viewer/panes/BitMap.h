@@ -45,5 +45,5 @@ private:
 
     std::vector<FieldPlace> owners;    // by bit
     std::map<FieldPlace, BitRange> ranges;
-    bool hasLayout = false;    // all fields are known
+    bool hasLayout = false;    // it is known where the last field ends
 };
