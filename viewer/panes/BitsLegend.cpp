@@ -18,7 +18,8 @@ struct LegendItem {
 constexpr std::array<LegendItem, 6> legend{{
     {QT_TRANSLATE_NOOP("BitsLegend", "data, field by field"), &PaneColours::Bits::field,
      &PaneColours::Bits::otherField},
-    {QT_TRANSLATE_NOOP("BitsLegend", "fill"), &PaneColours::Bits::fill, &PaneColours::Bits::fill},
+    {QT_TRANSLATE_NOOP("BitsLegend", "no field"), &PaneColours::Bits::noField,
+     &PaneColours::Bits::noField},
     {QT_TRANSLATE_NOOP("BitsLegend", "parity"), &PaneColours::Bits::parity,
      &PaneColours::Bits::parity},
     {QT_TRANSLATE_NOOP("BitsLegend", "sent inverted"), &PaneColours::Bits::inverted,

@@ -205,8 +205,8 @@ QColor BitsView::colourOf(const PaneColours::Bits& colours, WordBit bit) const
     if (row.isInverted) {
         return isOther ? colours.otherInverted : colours.inverted;
     }
-    if (selection.map().isFill(packed)) {
-        return colours.fill;
+    if (selection.map().at(packed).isNone()) {
+        return colours.noField;
     }
     return isOther ? colours.otherField : colours.field;
 }

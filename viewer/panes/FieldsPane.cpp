@@ -39,7 +39,10 @@ QString troubleOf(const MessageDetail* detail)
         return FieldsPane::tr("No message is chosen");
     }
     if (!detail->text.empty()) {
-        return QString::fromStdString(detail->text);
+        const bool isPart = detail->record != nullptr && detail->what != Found::What::message &&
+                            detail->what != Found::What::unreported;
+        return QString::fromStdString(detail->text) +
+               (isPart ? FieldsPane::tr(". Shown is what came whole.") : QString());
     }
     return detail->isShort ? FieldsPane::tr("Fewer words came than the message declares")
            : detail->record == nullptr ? FieldsPane::tr("Nothing that could be decoded")
@@ -88,7 +91,9 @@ void FieldsPane::makeTree()
     tree->setAccessibleName(tr("Fields"));
     connect(tree, &QTreeView::expanded, this, &FieldsPane::widenColumns);
     connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& current) { choose(fields->placeOf(current)); });
+            [this](const QModelIndex& current) {
+                chooseFrom(*tree, current, fields->placeOf(current));
+            });
 }
 
 void FieldsPane::makeTable()
@@ -105,7 +110,7 @@ void FieldsPane::makeTable()
     table->setAccessibleName(tr("Elements"));
     connect(table->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current) {
-                choose(elements->placeOf(sorted->mapToSource(current)));
+                chooseFrom(*table, current, elements->placeOf(sorted->mapToSource(current)));
             });
 }
 
@@ -167,9 +172,11 @@ void FieldsPane::selectField(const FieldPlace& place)
     isFollowing = false;
 }
 
-void FieldsPane::choose(const FieldPlace& place)
+// A view that gets the keys goes to its first row by itself, without selecting it.
+void FieldsPane::chooseFrom(const QAbstractItemView& view, const QModelIndex& current,
+                            const FieldPlace& place)
 {
-    if (isFollowing || place.isNone()) {
+    if (isFollowing || place.isNone() || !view.selectionModel()->isSelected(current)) {
         return;
     }
     selectField(place);
@@ -179,7 +186,9 @@ void FieldsPane::choose(const FieldPlace& place)
 void FieldsPane::showInTree()
 {
     const QModelIndex index = fields->indexOf(selected);
-    if (index != tree->currentIndex().siblingAtColumn(0) || !index.isValid()) {
+    const bool isShown = index.isValid() && index == tree->currentIndex().siblingAtColumn(0) &&
+                         tree->selectionModel()->isSelected(index);
+    if (!isShown) {
         tree->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
                                                            QItemSelectionModel::Rows);
         tree->scrollTo(index);

@@ -5,6 +5,7 @@
 #include "viewer/panes/FieldTreeModel.h"
 #include "viewer/panes/MessagePane.h"
 
+class QAbstractItemView;
 class QLabel;
 class QSortFilterProxyModel;
 class QSplitter;
@@ -34,7 +35,8 @@ Q_SIGNALS:
 private:
     void makeTree();
     void makeTable();
-    void choose(const FieldPlace& place);
+    void chooseFrom(const QAbstractItemView& view, const QModelIndex& current,
+                    const FieldPlace& place);
     void showInTree();
     void showInTable();
     void expandArrays();

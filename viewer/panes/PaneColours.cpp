@@ -46,7 +46,7 @@ PaneColours::Bits::Bits(const QPalette& palette)
     const QColor base = palette.color(QPalette::Base);
     field = mixed(base, text, 0.06);
     otherField = mixed(base, text, isDark(palette) ? 0.22 : 0.16);
-    fill = base;
+    noField = base;
     parity = mixed(base, QColor(0x80, 0x50, 0xE0), quarter);
     inverted = mixed(field, QColor(0xF0, 0xA0, 0x00), quarter);
     otherInverted = mixed(otherField, QColor(0xF0, 0xA0, 0x00), third);

@@ -22,7 +22,7 @@ struct Bits {
 
     QColor field;    // bits of fields in turn, so that one can be told from the next
     QColor otherField;
-    QColor fill;    // no field's
+    QColor noField;    // fill, or what is not decoded
     QColor parity;
     QColor inverted;
     QColor otherInverted;
