@@ -3,6 +3,8 @@
 #include "framing/Header.h"
 #include "session/Session.h"
 #include "sources/Sources.h"
+#include "viewer/document/AirWords.h"
+#include "viewer/document/BrokenMessage.h"
 
 #include <algorithm>
 
@@ -45,9 +47,8 @@ void keep(MessageDetail& detail, const Found& found, const FormatModel& model)
     detail.isShort = found.isShort;
     if (found.hasRecord()) {
         keepRecord(detail, found);
-    } else if (found.bytes.size() >= framing::headerBytes) {
-        detail.kind = model.modelOf(
-            RTCM2_kind_of_type(static_cast<std::int32_t>(framing::headerOf(found.bytes).type)));
+    } else {
+        decodeBroken(detail, model);
     }
 }
 
@@ -164,8 +165,7 @@ std::vector<AirWord> MessageReader::wordsOf(const IndexEntry& entry)
     std::vector<AirWord> words;
     for (const framing::WordFacts& word :
          frame != nullptr ? reader->words() : std::vector<framing::WordFacts>()) {
-        words.push_back(
-            {word.byteOffset, word.bit, word.data, word.hasGoodParity, word.isInverted});
+        words.push_back(airWordOf(word));
     }
     return words;
 }

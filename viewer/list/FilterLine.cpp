@@ -1,6 +1,6 @@
 #include "viewer/list/FilterLine.h"
 
-#include "viewer/list/KindColours.h"
+#include "viewer/colours/KindColours.h"
 
 #include "filter/FilterError.h"
 #include "format/EnvelopeField.h"

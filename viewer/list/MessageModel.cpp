@@ -1,6 +1,6 @@
 #include "viewer/list/MessageModel.h"
 
-#include "viewer/list/KindColours.h"
+#include "viewer/colours/KindColours.h"
 
 #include "base/Text.h"
 #include "format/BriefLine.h"

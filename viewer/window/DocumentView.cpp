@@ -1,5 +1,7 @@
 #include "viewer/window/DocumentView.h"
 
+#include "viewer/panes/DetailPane.h"
+
 #include "base/Progress.h"
 #include "filter/FilterError.h"
 
@@ -61,7 +63,7 @@ DocumentView::DocumentView(const FormatModel& format, Input input)
     events->setMaximumHeight(fontMetrics().height() * 6);
     events->setAccessibleName(QStringLiteral("Events"));
     paneRow->setChildrenCollapsible(false);
-    paneRow->hide();
+    addPane(new DetailPane);
 
     auto* const upper = new QWidget;
     auto* const upperLayout = new QVBoxLayout(upper);
@@ -180,7 +182,6 @@ void DocumentView::addPane(MessagePane* pane)
 {
     panes.push_back(pane);
     paneRow->addWidget(pane);
-    paneRow->show();
     pane->show(detail.get());
 }
 

@@ -1,15 +1,8 @@
-#include "viewer/list/KindColours.h"
+#include "viewer/colours/KindColours.h"
+
+#include "viewer/colours/Ground.h"
 
 #include <cmath>
-
-namespace {
-
-bool isDark(const QPalette& palette)
-{
-    return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
-}
-
-}    // namespace
 
 // Steps of the golden section go round the hues so that no two kinds are near each other.
 QColor kindColour(std::size_t kind, const QPalette& palette)
