@@ -204,9 +204,9 @@ void DocumentView::showNew()
 
 void DocumentView::applyFilter()
 {
-    const QString where = filterLine->text().trimmed();
+    const QString where = filterLine->text();
     try {
-        if (where.isEmpty()) {
+        if (where.trimmed().isEmpty()) {
             filterText.clear();
             dropFilter();
         } else {
