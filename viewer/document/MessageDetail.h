@@ -10,13 +10,21 @@
 #include <string>
 #include <vector>
 
+// A byte of the input that carries bits of a word.
+struct AirByte {
+    std::uint64_t position = 0;    // in the input
+    std::uint8_t value = 0;        // as it was received
+};
+
 // A word as it was received.
 struct AirWord {
     std::uint64_t byte = 0;    // of the input in which the first bit stands
     unsigned bit = 0;          // which of that byte's six bits it is, 0 the first one sent
     std::uint32_t data = 0;    // 24 data bits, the first one sent highest, with an inversion undone
     bool goodParity = true;
-    bool inverted = false;    // the data bits were sent inverted
+    bool inverted = false;              // the data bits were sent inverted
+    std::uint32_t received = 0;         // all bits as they came, the first one sent highest
+    std::vector<AirByte> carriers{};    // which they came in
 };
 
 // Owns its record, so that it can be kept for as long as it is shown.

@@ -1,6 +1,7 @@
 #include "viewer/plots/LineList.h"
 
 #include "format/FieldText.h"
+#include "viewer/colours/Ground.h"
 
 #include <QHeaderView>
 #include <QPainter>

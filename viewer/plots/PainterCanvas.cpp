@@ -3,16 +3,15 @@
 #include "pictures/Colours.h"
 
 #include <QFontMetricsF>
-#include <QPalette>
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-QColor colour(const Ink& ink, bool isDark)
+QColor colour(const Ink& ink, bool isOnDark)
 {
-    return QColor(static_cast<QRgb>(colourOf(ink, isDark)));
+    return QColor(static_cast<QRgb>(colourOf(ink, isOnDark)));
 }
 
 QString stringOf(std::string_view text)
@@ -32,17 +31,17 @@ QRectF rectangleOf(const Box& box)
 
 }    // namespace
 
-PainterCanvas::PainterCanvas(QPainter& target, bool isOnDark) : painter(target), isDark(isOnDark) {}
+PainterCanvas::PainterCanvas(QPainter& target, bool onDark) : painter(target), isOnDark(onDark) {}
 
 void PainterCanvas::fill(const Box& box)
 {
-    painter.fillRect(rectangleOf(box), QColor(static_cast<QRgb>(paperColour(isDark))));
+    painter.fillRect(rectangleOf(box), QColor(static_cast<QRgb>(paperColour(isOnDark))));
 }
 
 // Upright and level lines are sharp when they are not smoothed.
 void PainterCanvas::use(const Pen& pen, bool isSmooth)
 {
-    QPen with(colour(pen.ink, isDark), pen.width);
+    QPen with(colour(pen.ink, isOnDark), pen.width);
     with.setCapStyle(Qt::FlatCap);
     with.setJoinStyle(Qt::RoundJoin);
     if (pen.dash != Dash::solid) {
@@ -89,7 +88,7 @@ void PainterCanvas::bars(std::span<const Bar> upright, const Pen& pen)
 {
     const double scale = painter.deviceTransform().m11();
     const double width = std::max(1.0, std::round(pen.width * scale)) / scale;
-    const QColor ink = colour(pen.ink, isDark);
+    const QColor ink = colour(pen.ink, isOnDark);
     painter.setRenderHint(QPainter::Antialiasing, false);
     for (const Bar& bar : upright) {
         const double left = std::round((bar.x - width / 2) * scale) / scale;
@@ -101,7 +100,7 @@ void PainterCanvas::bars(std::span<const Bar> upright, const Pen& pen)
 
 void PainterCanvas::rectangle(const Box& box, const Ink& fill)
 {
-    painter.fillRect(rectangleOf(box), colour(fill, isDark));
+    painter.fillRect(rectangleOf(box), colour(fill, isOnDark));
     reach(rectangleOf(box));
 }
 
@@ -122,7 +121,7 @@ void PainterCanvas::text(const Point& at, std::string_view characters, const Let
     const double left = at.x - width * shares[static_cast<std::size_t>(how.anchor)];
     painter.save();
     painter.setFont(font);
-    painter.setPen(colour(how.ink, isDark));
+    painter.setPen(colour(how.ink, isOnDark));
     painter.drawText(QPointF(left, at.y), string);
     painter.restore();
     reach({left, at.y - how.size, width, how.size});
@@ -156,9 +155,4 @@ void PainterCanvas::beginClip(const Box& box)
 double PainterCanvas::widthOf(std::string_view characters, double size) const
 {
     return QFontMetricsF(fontOf(size, false)).horizontalAdvance(stringOf(characters));
-}
-
-bool isDark(const QPalette& palette)
-{
-    return palette.color(QPalette::Base).lightness() < 128;
 }

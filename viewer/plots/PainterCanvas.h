@@ -19,7 +19,7 @@ public:
     };
 
     // The painter belongs to the caller; its font is the one that is written with.
-    PainterCanvas(QPainter& target, bool isOnDark);
+    PainterCanvas(QPainter& target, bool onDark);
 
     // The ground of the picture.
     void fill(const Box& box);
@@ -44,10 +44,7 @@ private:
     QFont fontOf(double size, bool isBold) const;
 
     QPainter& painter;
-    bool isDark;
+    bool isOnDark;
     std::vector<Group> all;
     std::optional<Group> open;
 };
-
-// Whether a palette is a dark one.
-bool isDark(const QPalette& palette);

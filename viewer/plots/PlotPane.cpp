@@ -1,5 +1,6 @@
 #include "viewer/plots/PlotPane.h"
 
+#include "viewer/colours/Ground.h"
 #include "viewer/plots/PointTable.h"
 
 #include "base/Output.h"

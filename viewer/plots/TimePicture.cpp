@@ -1,6 +1,7 @@
 #include "viewer/plots/TimePicture.h"
 
 #include "pictures/Colours.h"
+#include "viewer/colours/Ground.h"
 
 #include <QFontInfo>
 #include <QHelpEvent>
