@@ -134,8 +134,7 @@ std::optional<InputCheck::Taken> InputCheck::take(const Found& found)
         place.time = secondsOf(header.zCount);
     }
     Message message{found, header, station, format.systemOf(found, header.type), place};
-    return takeMessage(message) ? std::optional(Taken{station, header.type, message.system})
-                                : std::nullopt;
+    return takeMessage(message);
 }
 
 Place InputCheck::placeOf(const Found& found) const
@@ -159,11 +158,11 @@ void InputCheck::takeDamage(const Found& found)
     }
 }
 
-bool InputCheck::takeMessage(Message& message)
+std::optional<InputCheck::Taken> InputCheck::takeMessage(Message& message)
 {
     if (isRepeated(message)) {
         ++repeated;
-        return false;
+        return std::nullopt;
     }
     ++messages;
     unknown += message.found.what == Found::What::unknownType ? 1 : 0;
@@ -171,7 +170,8 @@ bool InputCheck::takeMessage(Message& message)
     misfit += isMisfit ? 1 : 0;
     shortened += message.found.isShort ? 1 : 0;
     damage.add(clock.now(), isMisfit);
-    if (isPlaced(message)) {
+    const bool isAtItsPlace = isPlaced(message);
+    if (isAtItsPlace) {
         counters.add(message.station, message.system,
                      {message.header.sequence, message.place.clock, damaged, message.place});
         takeRate(message);
@@ -197,7 +197,7 @@ bool InputCheck::takeMessage(Message& message)
         takeRecord(message);
         takePoints(message, station);
     }
-    return true;
+    return Taken{message.station, message.header.type, message.system, message.place, isAtItsPlace};
 }
 
 // The same bits as one of the last messages of the station: sent twice, or received twice.
@@ -235,6 +235,7 @@ bool InputCheck::isPlaced(Message& message)
         report(Severity::warning, what + " for this message", message.place);
         return false;
     case InputClock::Kind::jumped:
+        ++restarts;
         break;
     }
     report(Severity::warning, what + ": another recording, or the station began anew",

@@ -89,6 +89,8 @@ public:
         StationId station{};
         unsigned type = 0;
         std::uint32_t system = 0;    // index
+        Place place{};
+        bool isPlaced = true;    // its time belongs where it stands
     };
     // Nothing for what is no message, is repeated or is of others than those that are looked at.
     std::optional<Taken> take(const Found& found);
@@ -125,6 +127,7 @@ public:
     std::uint64_t repeated = 0;
     std::uint64_t ofOthers = 0;    // stations for which there was no room
     std::uint64_t misplaced = 0;
+    std::uint64_t restarts = 0;    // the time went back, and went on from there
     Findings findings;
     Losses losses;
     DamageCurve damage;
@@ -140,7 +143,7 @@ private:
 
     Place placeOf(const Found& found) const;
     void takeDamage(const Found& found);
-    bool takeMessage(Message& message);
+    std::optional<Taken> takeMessage(Message& message);
     void takeRecord(const Message& message);
     bool isRepeated(const Message& message);
     bool isPlaced(Message& message);

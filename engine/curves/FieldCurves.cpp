@@ -8,9 +8,10 @@
 namespace {
 
 // Nothing where the record has no such number.
-std::optional<double> numberOf(const FieldModel& field, const void* record)
+std::optional<double> numericValue(const FieldModel& field, const void* record)
 {
-    if (!field.isPresent(record)) {
+    const bool isAlwaysThere = field.reader.when_values == nullptr;
+    if (!isAlwaysThere && !field.isPresent(record)) {
         return std::nullopt;
     }
     if (field.isQuantity()) {
@@ -79,21 +80,29 @@ void FieldCurves::take(const KindModel& kind, const void* record, const StationI
     }
 }
 
+// The same keys come again and again, and seldom do two of them share a place.
 FieldTrack* FieldCurves::trackOf(const FollowedFields& fields, const void* record, const Key& key)
 {
-    const auto known = all.find(key);
-    if (known != all.end()) {
-        return &known->second;
+    const auto number = static_cast<std::size_t>(key.number);
+    Tracks::value_type*& place = recent[(number + 64 * key.system + 256 * key.group +
+                                         37 * key.station.station + key.station.mmsi) %
+                                        recent.size()];
+    if (place != nullptr && place->first == key) {
+        return &place->second;
     }
-    if (all.size() >= mostTracks) {
-        return nullptr;
+    auto track = all.find(key);
+    if (track == all.end()) {
+        if (all.size() >= mostTracks) {
+            return nullptr;
+        }
+        track = all.emplace(key, FieldTrack()).first;
+        track->second.values.resize(fields.values.size(), Curve(binsOfCurve));
+        if (fields.key.field != nullptr) {
+            track->second.name = keyName(fields.key.last(), RTCM2_system_of(record), key.number);
+        }
     }
-    FieldTrack& track = all[key];
-    track.values.resize(fields.values.size(), Curve(binsOfCurve));
-    if (fields.key.field != nullptr) {
-        track.name = keyName(fields.key.last(), RTCM2_system_of(record), key.number);
-    }
-    return &track;
+    place = &*track;
+    return &track->second;
 }
 
 void FieldCurves::takeRecord(const FollowedFields& fields, const void* record,
@@ -101,7 +110,7 @@ void FieldCurves::takeRecord(const FollowedFields& fields, const void* record,
 {
     Key key{.station = station, .group = fields.group};
     if (fields.key.field != nullptr) {
-        const std::optional<double> number = numberOf(fields.key.last(), record);
+        const std::optional<double> number = numericValue(fields.key.last(), record);
         if (!number) {
             return;
         }
@@ -115,7 +124,6 @@ void FieldCurves::takeRecord(const FollowedFields& fields, const void* record,
         ++beyond;
         return;
     }
-    track->sightings.add(seconds);
     if (fields.issue.field != nullptr && fields.issue.last().isPresent(record)) {
         const std::int64_t issue = RTCM2_reader_integer(&fields.issue.last().reader, record, 0);
         if (track->issue && *track->issue != issue) {
@@ -127,7 +135,7 @@ void FieldCurves::takeRecord(const FollowedFields& fields, const void* record,
         track->issue = issue;
     }
     for (std::size_t i = 0; i < fields.values.size(); ++i) {
-        if (const auto value = numberOf(fields.values[i].last(), record)) {
+        if (const auto value = numericValue(fields.values[i].last(), record)) {
             track->values[i].add(seconds, *value);
         }
     }

@@ -7,6 +7,7 @@
 #include "pictures/Density.h"
 #include "session/StationId.h"
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -28,7 +29,6 @@ struct FollowedFields {
 struct FieldTrack {
     std::string name;    // of the key: "G05"
     std::vector<Curve> values;
-    Density sightings;
     Density issueChanges;
     std::optional<std::int64_t> issue;
 };
@@ -50,6 +50,13 @@ public:
     // `bins`: of each curve.
     explicit FieldCurves(const std::vector<FollowedFields>& fields, std::size_t bins = 512);
 
+    // A copy looks for keys in what is its own.
+    FieldCurves(const FieldCurves& other)
+        : byKind(other.byKind), all(other.all), binsOfCurve(other.binsOfCurve), beyond(other.beyond)
+    {
+    }
+    FieldCurves& operator=(const FieldCurves&) = delete;
+
     // A record of a kind that the station sent at a time of the input's clock.
     void take(const KindModel& kind, const void* record, const StationId& station, double seconds);
 
@@ -63,8 +70,11 @@ private:
     FieldTrack* trackOf(const FollowedFields& fields, const void* record, const Key& key);
 
     std::vector<std::vector<FollowedFields>> byKind;    // by the number of the kind
-    std::map<Key, FieldTrack> all;
+    using Tracks = std::map<Key, FieldTrack>;
+
+    Tracks all;
     std::size_t binsOfCurve;
+    std::array<Tracks::value_type*, 1024> recent{};    // where to look first, see trackOf()
     std::uint64_t beyond = 0;
 };
 

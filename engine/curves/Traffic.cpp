@@ -2,14 +2,18 @@
 
 #include <algorithm>
 
-void TrafficLane::add(double seconds, bool isFaulty)
+void TrafficLane::add(const Arrival& arrival)
 {
-    (isFaulty ? bad : good).add(seconds);
-    if (last && seconds > *last) {
-        stepCurve.add(seconds, seconds - *last);
-        keepGap({*last, seconds});
+    const double now = arrival.seconds;
+    (arrival.isFaulty ? bad : good).add(now);
+    if (!arrival.isPlaced) {
+        return;
     }
-    last = seconds;
+    if (last && now > *last) {
+        stepCurve.add(now, now - *last);
+        keepGap({*last, now});
+    }
+    last = now;
 }
 
 // A heap with the shortest one on top.
@@ -39,13 +43,13 @@ std::vector<Stretch> TrafficLane::gapsAbove(double shortest) const
     return gaps;
 }
 
-void Traffic::add(const Key& key, double seconds, bool isFaulty)
+void Traffic::add(const Key& key, const TrafficLane::Arrival& arrival)
 {
     const auto known = all.find(key);
     if (known != all.end()) {
-        known->second.add(seconds, isFaulty);
+        known->second.add(arrival);
     } else if (all.size() < mostLanes) {
-        all[key].add(seconds, isFaulty);
+        all[key].add(arrival);
     } else {
         ++beyond;
     }

@@ -14,7 +14,12 @@
 
 class TrafficLane {
 public:
-    void add(double seconds, bool isFaulty);
+    struct Arrival {
+        double seconds = 0;
+        bool isFaulty = false;
+        bool isPlaced = true;    // else the time to the one before says nothing
+    };
+    void add(const Arrival& arrival);
 
     const Density& messages() const { return good; }
     const Density& faulty() const { return bad; }
@@ -47,7 +52,7 @@ public:
 
     static constexpr std::size_t mostLanes = 256;
 
-    void add(const Key& key, double seconds, bool isFaulty);
+    void add(const Key& key, const TrafficLane::Arrival& arrival);
     // Something that came damaged, of whom nobody knows.
     void addDamage(double seconds) { broken.add(seconds); }
 

@@ -31,9 +31,9 @@ int decimalsOf(double step)
 
 double timeStep(double least)
 {
-    constexpr std::array steps{1.0,     2.0,    5.0,     10.0,    15.0,    30.0,
-                               60.0,    120.0,  300.0,   600.0,   900.0,   1800.0,
-                               oneHour, 7200.0, 10800.0, 21600.0, 43200.0, oneDay};
+    constexpr std::array steps{1.0,     2.0,     5.0,     10.0,    15.0,   30.0,    60.0,
+                               120.0,   300.0,   600.0,   900.0,   1800.0, oneHour, 7200.0,
+                               10800.0, 14400.0, 21600.0, 43200.0, oneDay};
     const auto step = std::lower_bound(steps.begin(), steps.end(), least);
     return least < 1             ? niceStep(least)
            : step != steps.end() ? *step
@@ -95,9 +95,21 @@ Range withRoom(const Range& values)
     return {values.low - room, values.high + room};
 }
 
-std::string shortNumber(double value, const Range& range)
+std::string rangeText(const Range& range, const std::string& unit)
 {
-    return withDecimals(value, decimalsOf(niceStep(range.length() / 100)));
+    constexpr int mostDecimals = 4;
+    const auto isExact = [](double value, int decimals) {
+        const double scaled = value * std::pow(10, decimals);
+        return std::abs(scaled - std::round(scaled)) < 1e-6 * std::max(1.0, std::abs(scaled));
+    };
+    int decimals = 0;
+    while (decimals < mostDecimals &&
+           !(isExact(range.low, decimals) && isExact(range.high, decimals))) {
+        ++decimals;
+    }
+    const std::string high = withDecimals(range.high, decimals) + " " + unit;
+    return range.length() > 0 ? withDecimals(range.low, decimals) + " to " + high
+                              : "always " + high;
 }
 
 TimeScale::TimeScale(double beginOfClock, bool isDated, const Range& shown)

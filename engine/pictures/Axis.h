@@ -25,8 +25,8 @@ std::vector<Tick> numberTicks(const Range& range, std::size_t most);
 // The values and some room around them, also where they are all the same.
 Range withRoom(const Range& values);
 
-// A number with so many decimals as a step of an axis of this range needs.
-std::string shortNumber(double value, const Range& range);
+// "-8.24 to 7.5 m", or "always 7.5 m": with the decimals that the numbers have, up to four.
+std::string rangeText(const Range& range, const std::string& unit);
 
 // What the seconds of an input's clock, which begins with its first message, are shown as.
 class TimeScale {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -38,9 +37,12 @@ public:
     double binWidth() const { return width; }
 
 private:
+    // The next integer below.
     std::int64_t placeOf(double x) const
     {
-        return static_cast<std::int64_t>(std::floor(x / width));
+        const double place = x / width;
+        const auto towardsZero = static_cast<std::int64_t>(place);
+        return towardsZero - (place < static_cast<double>(towardsZero) ? 1 : 0);
     }
 
     bool fits(std::int64_t place) const

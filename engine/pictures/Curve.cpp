@@ -1,6 +1,7 @@
 #include "pictures/Curve.h"
 
 #include <algorithm>
+#include <optional>
 
 void Curve::Bin::merge(const Bin& later)
 {
@@ -27,30 +28,39 @@ void Curve::Bin::merge(const Bin& later)
 
 void Curve::add(double x, double y)
 {
-    if (count == 0) {
+    if (count++ == 0) {
         firstX = x;
-        least = y;
-        greatest = y;
+    } else if (x == latest.x) {
+        ++together;
     }
-    together += count > 0 && x == lastX ? 1 : 0;
-    ++count;
-    lastX = std::max(lastX, x);
-    least = std::min(least, y);
-    greatest = std::max(greatest, y);
     Bin& bin = bins.at(x);
     const Point point{x, y};
     if (bin.count++ == 0) {
         bin.first = bin.least = bin.greatest = point;
         bin.isApart = isBroken;
+    } else if (y < bin.least.y) {
+        bin.least = point;
+    } else if (y > bin.greatest.y) {
+        bin.greatest = point;
     }
     if (!isBroken && x > latest.x) {
         steps.add({latest, point});
     }
     latest = point;
     bin.last = point;
-    bin.least = y < bin.least.y ? point : bin.least;
-    bin.greatest = y > bin.greatest.y ? point : bin.greatest;
     isBroken = false;
+}
+
+Range Curve::valueRange() const
+{
+    std::optional<Range> range;
+    for (const Bin& bin : bins.all()) {
+        if (bin.count > 0) {
+            range = {std::min(bin.least.y, range ? range->low : bin.least.y),
+                     std::max(bin.greatest.y, range ? range->high : bin.greatest.y)};
+        }
+    }
+    return range.value_or(Range{});
 }
 
 void Curve::breakAt(double x)
@@ -65,7 +75,7 @@ double Curve::longestJoin() const
 {
     constexpr double usualSteps = 5;
     constexpr double shortest = 10;    // seconds
-    const double step = count > 1 ? (lastX - firstX) / static_cast<double>(count - 1) : 0;
+    const double step = count > 1 ? (latest.x - firstX) / static_cast<double>(count - 1) : 0;
     return std::max(shortest, usualSteps * step);
 }
 

@@ -35,7 +35,7 @@ public:
     bool isEmpty() const { return count == 0; }
     std::uint64_t values() const { return count; }
     // Of all values.
-    Range valueRange() const { return {least, greatest}; }
+    Range valueRange() const;
     // Values further apart in time belong to different lines.
     double longestJoin() const;
     // Mostly several values at the same time, so that no line leads from one to the next.
@@ -67,10 +67,7 @@ private:
     std::uint64_t count = 0;
     std::uint64_t together = 0;    // values at the time of the one before
     double firstX = 0;
-    double lastX = 0;
     Point latest;
-    double least = 0;
-    double greatest = 0;
     bool isBroken = true;
     GreatestSteps steps;
 };

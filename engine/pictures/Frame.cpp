@@ -6,8 +6,8 @@
 namespace {
 
 constexpr double tickSize = 10;
-constexpr double pixelsPerTime = 68;
-constexpr double pixelsPerValue = 24;
+constexpr double pixelsPerTime = 56;
+constexpr double pixelsPerValue = 17;
 
 std::vector<Tick> valueTicks(double height, const Range& values)
 {

@@ -48,7 +48,7 @@ void drawLabel(Canvas& canvas, const Box& row, std::string_view label);
 // As much of a text as the width has room for, with "..." where that is not all.
 std::string fitting(const Canvas& canvas, std::string_view text, double size, double width);
 
-inline constexpr double mostLabelWidth = 210;
+inline constexpr double mostLabelWidth = 240;
 inline constexpr double labelSize = 11;
 
 template <class Rows>

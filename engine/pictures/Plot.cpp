@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace {
 
@@ -29,8 +30,6 @@ public:
         drawHead();
         drawTimeAxis(canvas, frame, *plot.times, plot.hasTimeTitle);
         drawValueAxis(canvas, frame, plot.values);
-        canvas.text({box.left + 2, frame.bottom() + 15}, plot.unit,
-                    {.ink = {Role::faint}, .size = 10});
         canvas.beginClip(frame);
         for (const PlotCurve& curve : plot.curves) {
             drawCurve(curve);
@@ -58,24 +57,28 @@ private:
     }
     Point at(const Point& point) const { return {xOf(frame, *plot.times, point.x), yOf(point.y)}; }
 
+    // The unit stands above the axis, then the title, and the note at the other end.
     void drawHead()
     {
-        const double y = box.top + 13;
-        const std::string title = fitting(canvas, plot.title, 12, box.width * 0.6);
-        canvas.text({box.left + 2, y}, title, {.size = 12, .isBold = true});
-        const double used = canvas.widthOf(title, 12.5) + 14;
-        canvas.text({box.right() - rightRoom, y},
-                    fitting(canvas, plot.note, 10, box.width - used - rightRoom),
+        const double y = box.top + 14;
+        canvas.text({frame.left - 6, y}, plot.unit,
                     {.ink = {Role::faint}, .size = 10, .anchor = Anchor::end});
+        const std::string title = fitting(canvas, plot.title, 12, frame.width);
+        canvas.text({frame.left, y}, title, {.size = 12, .isBold = true});
+        const double room = frame.width - canvas.widthOf(title, 13) - 8;
+        if (canvas.widthOf(plot.note, 10) <= room) {
+            canvas.text({frame.right(), y}, plot.note,
+                        {.ink = {Role::faint}, .size = 10, .anchor = Anchor::end});
+        }
     }
 
     // The line through a column: all its values where they are few, else the least and the
     // greatest.
     static void append(std::vector<Point>& line, const Curve::Bin& bin)
     {
-        std::vector<Point> points{bin.least, bin.greatest};
+        std::vector<Point> points{bin.least, bin.greatest, bin.last};
         if (bin.count <= 4) {
-            points.insert(points.end(), {bin.first, bin.last});
+            points.push_back(bin.first);
         }
         std::sort(points.begin(), points.end(), [](const Point& a, const Point& b) {
             return a.x != b.x ? a.x < b.x : a.y < b.y;
@@ -86,6 +89,9 @@ private:
 
     void drawLine(const std::vector<Point>& line, const PlotCurve& curve)
     {
+        if (line.empty()) {
+            return;
+        }
         std::vector<Point> pixels;
         for (const Point& point : line) {
             pixels.push_back(at(point));
@@ -103,6 +109,7 @@ private:
             curve.curve->columns(plot.times->range, static_cast<std::size_t>(frame.width));
         std::vector<Point> line;
         std::vector<Bar> breaks;
+        double end = 0;    // when the line ends so far
         for (const Curve::Bin& bin : columns) {
             if (bin.breaks > 0) {
                 const double x = xOf(frame, *plot.times, bin.brokenAt);
@@ -111,17 +118,14 @@ private:
             if (bin.count == 0) {
                 continue;
             }
-            const bool isFar =
-                !line.empty() && bin.first.x - line.back().x > curve.curve->longestJoin();
-            if (!line.empty() && (bin.isApart || isFar)) {
+            if (bin.isApart || bin.first.x - end > curve.curve->longestJoin()) {
                 drawLine(line, curve);
                 line.clear();
             }
             append(line, bin);
+            end = bin.last.x;
         }
-        if (!line.empty()) {
-            drawLine(line, curve);
-        }
+        drawLine(line, curve);
         if (plot.showsBreaks) {
             canvas.bars(breaks, {.ink = {Role::text}, .width = 2});
         }
@@ -132,9 +136,12 @@ private:
     {
         std::vector<std::pair<double, const PlotCurve*>> ends;
         for (const PlotCurve& curve : plot.curves) {
-            const auto columns = curve.curve->columns(plot.times->range, 1);
-            if (!curve.label.empty() && !columns.empty()) {
-                ends.emplace_back(yOf(columns.back().last.y), &curve);
+            std::optional<Point> last;
+            curve.curve->eachPoint(plot.times->range, [&](const Point& point) {
+                last = !last || point.x >= last->x ? point : *last;
+            });
+            if (!curve.label.empty() && last) {
+                ends.emplace_back(yOf(last->y), &curve);
             }
         }
         std::sort(ends.begin(), ends.end(),
@@ -142,6 +149,9 @@ private:
         double free = frame.top;
         for (const auto& [y, curve] : ends) {
             const double place = std::max(y, free);
+            if (place > box.bottom()) {
+                break;    // the legend has them all
+            }
             canvas.text({frame.right() + 4, place + 3}, curve->label,
                         {.ink = curve->pen.ink, .size = 10});
             free = place + 11;

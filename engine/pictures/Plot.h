@@ -15,11 +15,11 @@ struct PlotCurve {
 };
 
 struct Plot {
-    std::string title;
-    std::string note;    // at the other end of the title's line
-    std::string unit;    // above the axis
+    std::string title{};
+    std::string note{};    // at the other end of the title's line, where there is room
+    std::string unit{};    // above the axis
     const TimeScale* times = nullptr;
-    Range values;    // of the axis
+    Range values{};    // of the axis
     bool hasTimeTitle = false;
     bool showsBreaks = false;    // ticks at the upper edge where curves were broken
     std::vector<PlotCurve> curves{};

@@ -218,7 +218,7 @@ void SvgCanvas::beginClip(const Box& box)
 
 double SvgCanvas::widthOf(std::string_view characters, double size) const
 {
-    constexpr double usualWidth = 0.56;    // of a character, as a share of the size
+    constexpr double usualWidth = 0.61;    // of a character, as a share of the size
     const auto isFirstByte = [](char c) {
         return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
     };

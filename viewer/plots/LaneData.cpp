@@ -36,7 +36,8 @@ void LaneData::take(const IndexEntry& entry, std::uint64_t number, double second
         counted.addDamage(seconds);
         return;
     }
-    counted.add(*key, seconds, entry.kindOfFind() == Found::What::misfit || entry.isShort != 0);
+    const bool isFaulty = entry.kindOfFind() == Found::What::misfit || entry.isShort != 0;
+    counted.add(*key, {.seconds = seconds, .isFaulty = isFaulty});
     if (rates.size() < Traffic::mostLanes || rates.count(*key) != 0) {
         rates[*key].add(std::llround(seconds * unitsPerSecond), {.number = number});
     }
