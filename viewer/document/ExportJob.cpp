@@ -74,7 +74,8 @@ bool ExportJob::run(Sink& sink)
     Decoding decoding;
     switchKinds(*decoding.decoder, formatModel, filter);
     Session session(formatModel, decoding.driver, filter, {.form = input.form});
-    SessionOptions reading{.onError = OnError::skip, .quiet = true, .mode = input.mode};
+    SessionOptions reading{
+        .onError = OnError::skip, .quiet = true, .mode = input.mode, .window = options.window};
     reading.tell = [this](const std::string& text) { problemText = text; };
     reading.isAskedToEnd = [this] { return pass.isAskedToEnd(); };
     reading.keep = [this](std::span<const std::uint8_t> some) { bytes += some.size(); };

@@ -19,6 +19,7 @@ public:
         ExportForm form = ExportForm::ndjson;
         std::string path{};     // of the file; of CSV, a folder that gets a file for each kind
         std::string where{};    // empty for all messages
+        WindowOptions window{};
         Values values = Values::raw;
         std::string program{};    // with its version, for databases
     };

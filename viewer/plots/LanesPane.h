@@ -16,6 +16,9 @@ public:
     // The time line must outlive the pane.
     explicit LanesPane(Timeline& timeline);
 
+    // Whether what is shown is still being collected.
+    bool isBusy() const { return later.isActive() || task.isBusy(); }
+
 Q_SIGNALS:
     void entryChosen(quint64 place);
 

@@ -1,5 +1,7 @@
 #include "viewer/plots/LanesView.h"
 
+#include "viewer/plots/StationName.h"
+
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -53,10 +55,8 @@ std::string LanesView::labelOf(const Traffic::Key& key) const
 {
     const KindModel* const kind =
         format.modelOf(RTCM2_kind_of_type(static_cast<std::int32_t>(key.type)));
-    const std::string station = key.station.mmsi != 0 ? std::to_string(key.station.station) + "/" +
-                                                            std::to_string(key.station.mmsi)
-                                                      : std::to_string(key.station.station);
-    return (stations > 1 ? station + ": " : std::string()) + std::to_string(key.type) + " " +
+    return (stations > 1 ? shortNameOf(key.station) + ": " : std::string()) +
+           std::to_string(key.type) + " " +
            (kind == nullptr      ? "(unknown type)"
             : kind->text.empty() ? kind->name
                                  : kind->text);
@@ -80,14 +80,27 @@ Lane LanesView::laneFor(const LaneKey& key, const TimeScale& times) const
     if (known != shown->traffic().lanes().end()) {
         lane.messages = &known->second.messages();
         lane.faulty = &known->second.faulty();
-        for (Stretch gap : known->second.gapsAbove(whole->shortestGap(*key))) {
-            gap = {std::max(gap.from, times.range.low), std::min(gap.to, times.range.high)};
-            if (gap.to > gap.from) {
-                lane.gaps.push_back(gap);
-            }
-        }
+        addGaps(lane, *key, *shown, times);
+    }
+    if (whole != shown) {
+        addGaps(lane, *key, *whole, times);    // that are longer than what is shown
     }
     return lane;
+}
+
+void LanesView::addGaps(Lane& lane, const Traffic::Key& key, const LaneData& known,
+                        const TimeScale& times) const
+{
+    const auto traffic = known.traffic().lanes().find(key);
+    if (traffic == known.traffic().lanes().end()) {
+        return;
+    }
+    for (Stretch gap : traffic->second.gapsAbove(whole->shortestGap(key))) {
+        gap = {std::max(gap.from, times.range.low), std::min(gap.to, times.range.high)};
+        if (gap.to > gap.from) {
+            lane.gaps.push_back(gap);
+        }
+    }
 }
 
 Lanes LanesView::lanesNow(const TimeScale& times) const

@@ -43,6 +43,8 @@ private:
     void listLanes();
     Lanes lanesNow(const TimeScale& times) const;
     Lane laneFor(const LaneKey& key, const TimeScale& times) const;
+    void addGaps(Lane& lane, const Traffic::Key& key, const LaneData& known,
+                 const TimeScale& times) const;
     std::string labelOf(const Traffic::Key& key) const;
     std::string title() const;
     QString textOf(std::size_t place) const;

@@ -183,11 +183,10 @@ void PlotPane::showTexts()
     }
     const PlotField* const key = boxes->key();
     const PlotField* const issue = boxes->issue();
-    view->setTexts(
-        {.title = field->name + (key != nullptr ? " by " + key->field().name : std::string()),
-         .note = issue != nullptr ? "lines break where " + issue->field().name + " changes"
-                                  : std::string(),
-         .unit = field->unit});
+    view->setTexts({.field = field->name,
+                    .key = key != nullptr ? key->field().name : std::string(),
+                    .issue = issue != nullptr ? issue->field().name : std::string(),
+                    .unit = field->unit});
 }
 
 void PlotPane::showProgress()
@@ -320,8 +319,8 @@ void PlotPane::saveDrawing(const QString& name)
     const Box box{0, 0, view->width() / scale, view->height() / scale};
     SvgCanvas canvas({.width = box.width,
                       .height = box.height,
-                      .title = view->texts().title,
-                      .description = view->texts().note},
+                      .title = view->title(),
+                      .description = view->note()},
                      true);
     view->drawWhole(canvas, box);
     Output out;

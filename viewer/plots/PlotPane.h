@@ -20,7 +20,7 @@ public:
     // The time line must outlive the pane.
     explicit PlotPane(Timeline& timeline);
 
-    const PlotView& plot() const { return *view; }
+    PlotView& plot() { return *view; }
     bool isBusy() const { return collector.isBusy() || writer.isBusy() || later.isActive(); }
 
 public Q_SLOTS:

@@ -1,5 +1,7 @@
 #include "viewer/plots/PlotView.h"
 
+#include "viewer/plots/StationName.h"
+
 #include "pictures/Legend.h"
 
 #include <QKeyEvent>
@@ -29,7 +31,7 @@ PlotView::PlotView(TimeWindow& timeWindow) : TimePicture(timeWindow) {}
 
 void PlotView::setTexts(const Texts& wanted)
 {
-    textsShown = wanted;
+    texts = wanted;
     redraw();
 }
 
@@ -56,23 +58,41 @@ void PlotView::forgetLines()
     redraw();
 }
 
-std::string PlotView::nameOf(const Key& key, const FieldTrack& track, bool hasSeveral) const
+std::string PlotView::title() const
 {
-    const std::string station = key.station.text();
-    return track.name.empty() ? station : hasSeveral ? track.name + ", " + station : track.name;
+    const std::string station =
+        all.empty() || hasSeveralStations ? std::string() : ", " + all.front().key.station.text();
+    std::string by = texts.key;
+    if (hasSeveralStations || by.empty()) {
+        by += by.empty() ? "station" : " and station";
+    }
+    return texts.field + " by " + by + station;
+}
+
+std::string PlotView::note() const
+{
+    return texts.issue.empty() ? std::string() : "lines break where " + texts.issue + " changes";
+}
+
+std::string PlotView::nameOf(const Key& key, const FieldTrack& track) const
+{
+    const std::string station = shortNameOf(key.station);
+    return track.name.empty()   ? station
+           : hasSeveralStations ? track.name + " " + station
+                                : track.name;
 }
 
 void PlotView::listLines()
 {
     all.clear();
     const auto& tracks = curves->tracks();
-    const bool hasSeveral =
+    hasSeveralStations =
         !tracks.empty() && tracks.begin()->first.station != tracks.rbegin()->first.station;
     for (const auto& [key, track] : tracks) {
         const Curve& curve = track.values.front();
         if (!curve.isEmpty()) {
             const auto number = static_cast<unsigned>(numbers.size());
-            all.push_back({key, nameOf(key, track, hasSeveral),
+            all.push_back({key, nameOf(key, track),
                            seriesPen(numbers.emplace(key, number).first->second, lineWidth),
                            &curve});
         }
@@ -102,9 +122,9 @@ Range PlotView::valuesShown() const
 
 Plot PlotView::plotNow(const TimeScale& times) const
 {
-    Plot plot{.title = textsShown.title,
-              .note = textsShown.note,
-              .unit = textsShown.unit,
+    Plot plot{.title = title(),
+              .note = note(),
+              .unit = texts.unit,
               .times = &times,
               .values = valuesShown(),
               .hasTimeTitle = true,

@@ -20,9 +20,11 @@ class PlotView : public TimePicture {
 public:
     using Key = FieldCurves::Key;
 
+    // What is plotted, in words; each but the first may be empty.
     struct Texts {
-        std::string title;
-        std::string note;
+        std::string field;
+        std::string key;
+        std::string issue;
         std::string unit;
     };
     // A line, with what its legend says.
@@ -41,7 +43,8 @@ public:
     explicit PlotView(TimeWindow& timeWindow);
 
     void setTexts(const Texts& wanted);
-    const Texts& texts() const { return textsShown; }
+    std::string title() const;
+    std::string note() const;
     // Lines keep their colours until they are forgotten.
     void setData(std::shared_ptr<const FieldCurves> collected);
     void forgetLines();
@@ -80,7 +83,7 @@ protected:
 
 private:
     void listLines();
-    std::string nameOf(const Key& key, const FieldTrack& track, bool hasSeveral) const;
+    std::string nameOf(const Key& key, const FieldTrack& track) const;
     Plot plotNow(const TimeScale& times) const;
     Range valuesShown() const;
     QPointF placeOf(const Point& point) const;
@@ -88,7 +91,8 @@ private:
     std::optional<Near> neighbour(bool isLater) const;
     void chooseAtCursor();
 
-    Texts textsShown;
+    Texts texts;
+    bool hasSeveralStations = false;
     QString problem;
     std::shared_ptr<const FieldCurves> curves;
     std::vector<Line> all;

@@ -48,8 +48,8 @@ QString padded(const char* sample)
 }    // namespace
 
 DocumentView::DocumentView(const FormatModel& format, Input input)
-    : shown(format, std::move(input)), filterLine(new FilterLine(format)), table(new MessageList),
-      events(new QListWidget), paneRow(new QSplitter(Qt::Horizontal))
+    : shown(format, std::move(input)), timeline(shown), filterLine(new FilterLine(format)),
+      table(new MessageList), events(new QListWidget), paneRow(new QSplitter(Qt::Horizontal))
 {
     buildSearchBar();
     shown.start();
@@ -64,14 +64,10 @@ DocumentView::DocumentView(const FormatModel& format, Input input)
     paneRow->setChildrenCollapsible(false);
     addPane(new DetailPane);
 
-    auto* const upper = new QWidget;
-    auto* const upperLayout = new QVBoxLayout(upper);
-    upperLayout->setContentsMargins(0, 0, 0, 0);
-    upperLayout->addWidget(table);
-    upperLayout->addWidget(searchBar);
+    buildOverviews();
     auto* const parts = new QSplitter(Qt::Vertical);
     parts->setChildrenCollapsible(false);
-    parts->addWidget(upper);
+    parts->addWidget(overviews);
     parts->addWidget(paneRow);
     parts->setStretchFactor(0, 3);
     parts->setStretchFactor(1, 2);
@@ -81,6 +77,29 @@ DocumentView::DocumentView(const FormatModel& format, Input input)
     layout->addWidget(parts, 1);
     layout->addWidget(events);
     connectAll();
+}
+
+void DocumentView::buildOverviews()
+{
+    auto* const list = new QWidget;
+    auto* const layout = new QVBoxLayout(list);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(table);
+    layout->addWidget(searchBar);
+    list->setFocusProxy(table);
+    lanesPane = new LanesPane(timeline);
+    plotPane = new PlotPane(timeline);
+    overviews = new QTabWidget;
+    overviews->setDocumentMode(true);
+    overviews->addTab(list, QStringLiteral("List"));
+    overviews->addTab(lanesPane, QStringLiteral("Lanes"));
+    overviews->addTab(plotPane, QStringLiteral("Plot"));
+}
+
+void DocumentView::showOverview(Overview which)
+{
+    overviews->setCurrentIndex(static_cast<int>(which));
+    overviews->currentWidget()->setFocus();
 }
 
 DocumentView::~DocumentView()
@@ -144,6 +163,11 @@ void DocumentView::connectAll()
     connect(table->verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] {
         const QScrollBar& bar = *table->verticalScrollBar();
         setFollowing(shown.comesSlowly() && bar.sliderPosition() == bar.maximum());
+    });
+    connect(lanesPane, &LanesPane::entryChosen, this, &DocumentView::chooseEntry);
+    connect(plotPane, &PlotPane::entryChosen, this, &DocumentView::chooseEntry);
+    connect(&timeline, &Timeline::stretchChosen, this, [this](quint64 from, quint64 until) {
+        marked = {from, until};
     });
     connect(filterLine, &FilterLine::changed, this, &DocumentView::applyFilter);
     connect(filterLine, &FilterLine::left, table, qOverload<>(&QWidget::setFocus));
@@ -328,10 +352,22 @@ void DocumentView::choose()
     }
     wanted = model->placeOf(row);
     rereader->fetch(wanted);
+    timeline.showEntry(wanted);
     if (table->hasFocus() && row + 1 < model->rowCount()) {
         setFollowing(false);
     }
     Q_EMIT stateChanged();
+}
+
+// Also of what the filter keeps from the list.
+void DocumentView::chooseEntry(quint64 place)
+{
+    goTo(place);
+    if (wanted != place) {
+        wanted = place;
+        rereader->fetch(wanted);
+        timeline.showEntry(wanted);
+    }
 }
 
 void DocumentView::showDetail(quint64 place, const std::shared_ptr<const MessageDetail>& newDetail)

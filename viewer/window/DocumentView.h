@@ -9,6 +9,9 @@
 #include "viewer/list/MessageList.h"
 #include "viewer/list/MessageModel.h"
 #include "viewer/panes/MessagePane.h"
+#include "viewer/plots/LanesPane.h"
+#include "viewer/plots/PlotPane.h"
+#include "viewer/plots/Timeline.h"
 
 #include "base/RecentRate.h"
 
@@ -16,6 +19,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QSplitter>
+#include <QTabWidget>
 #include <QWidget>
 
 #include <memory>
@@ -38,6 +42,15 @@ public:
     MessageModel& messages() { return *model; }
 
     void addPane(MessagePane* pane);
+
+    // What shows all messages, one at a time.
+    enum class Overview { list, lanes, plot };
+    void showOverview(Overview which);
+    PlotPane& plot() { return *plotPane; }
+    LanesPane& lanes() { return *lanesPane; }
+    // The messages of the stretch that is marked in the pictures: their places in the index, from
+    // the first to one past the last; none where both are 0.
+    const IndexTimes::Places& stretch() const { return marked; }
 
     // What is done now and how far it is, for people.
     QString state() const;
@@ -73,6 +86,7 @@ Q_SIGNALS:
 private:
     void buildTable();
     void buildSearchBar();
+    void buildOverviews();
     void connectAll();
     void applyFilter();
     void beginFilter(const QString& where);
@@ -86,14 +100,20 @@ private:
     QString liveState() const;
     void measureRate();
     void choose();
+    void chooseEntry(quint64 place);
     void showDetail(quint64 place, const std::shared_ptr<const MessageDetail>& newDetail);
     void addEvent(const QString& text, quint64 after);
 
     Document shown;
+    Timeline timeline;
     FilterLine* filterLine;
     MessageList* table;
     QListWidget* events;
     QSplitter* paneRow;
+    QTabWidget* overviews;
+    LanesPane* lanesPane;
+    PlotPane* plotPane;
+    IndexTimes::Places marked;
     QWidget* searchBar;
     QLineEdit* searchLine;
     QLabel* searchState;

@@ -34,8 +34,8 @@ constexpr std::array<FormRow, 7> formRows = {{
 ExportDialog::ExportDialog(DocumentView& exported, QWidget* parent)
     : QDialog(parent), view(exported), form(new QComboBox),
       scaled(new QCheckBox(QStringLiteral("&Quantities with their units, not numbers as sent"))),
-      filtered(new QCheckBox(QStringLiteral("&Only what the filter shows"))), state(new QLabel),
-      progress(new QProgressBar),
+      filtered(new QCheckBox(QStringLiteral("&Only what the filter shows"))),
+      stretch(new QCheckBox), state(new QLabel), progress(new QProgressBar),
       buttons(new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Close))
 {
     setWindowTitle(QStringLiteral("Export"));
@@ -45,6 +45,14 @@ ExportDialog::ExportDialog(DocumentView& exported, QWidget* parent)
     const bool hasFilter = !view.filterInUse().isEmpty();
     filtered->setEnabled(hasFilter);
     filtered->setChecked(hasFilter);
+    const IndexTimes::Places& marked = view.stretch();
+    stretch->setText(marked.until == 0
+                         ? QStringLiteral("Only the stretch that is marked over time")
+                         : QStringLiteral("Only the stretch that is marked: messages %1 to %2")
+                               .arg(marked.from + 1)
+                               .arg(marked.until));
+    stretch->setEnabled(marked.until != 0);
+    stretch->setChecked(marked.until != 0);
     state->setWordWrap(true);
     progress->setVisible(false);
     connect(buttons, &QDialogButtonBox::accepted, this, &ExportDialog::begin);
@@ -55,6 +63,7 @@ ExportDialog::ExportDialog(DocumentView& exported, QWidget* parent)
     layout->addRow(QStringLiteral("&Form:"), form);
     layout->addRow(scaled);
     layout->addRow(filtered);
+    layout->addRow(stretch);
     layout->addRow(state);
     layout->addRow(progress);
     layout->addRow(buttons);
@@ -74,6 +83,16 @@ QString ExportDialog::askForPath()
                                        : QFileDialog::Options());
 }
 
+WindowOptions ExportDialog::window() const
+{
+    using By = WindowBound::By;
+    const IndexTimes::Places& marked = view.stretch();
+    return stretch->isChecked()
+               ? WindowOptions{.from = {By::number, static_cast<std::int64_t>(marked.from) + 1},
+                               .until = {By::number, static_cast<std::int64_t>(marked.until)}}
+               : WindowOptions{};
+}
+
 void ExportDialog::begin()
 {
     const QString path = askForPath();
@@ -90,6 +109,7 @@ void ExportDialog::begin()
         ExportJob::Options{.form = formRows[static_cast<std::size_t>(form->currentIndex())].form,
                            .path = path.toStdString(),
                            .where = where,
+                           .window = window(),
                            .values = scaled->isChecked() ? Values::scaled : Values::raw,
                            .program =
                                "rtcm2-view " + QApplication::applicationVersion().toStdString()});

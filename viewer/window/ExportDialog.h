@@ -24,11 +24,13 @@ private:
     void begin();
     void look();
     QString askForPath();
+    WindowOptions window() const;
 
     DocumentView& view;
     QComboBox* form;
     QCheckBox* scaled;
     QCheckBox* filtered;
+    QCheckBox* stretch;
     QLabel* state;
     QProgressBar* progress;
     QDialogButtonBox* buttons;

@@ -44,6 +44,21 @@ void addList(QTreeWidget& tree)
     addRow(*group, QStringLiteral("Take the filter away"), QStringLiteral("Escape in it"));
 }
 
+void addPictures(QTreeWidget& tree)
+{
+    auto* const group = new QTreeWidgetItem(&tree, {QStringLiteral("Lanes and plot"), {}});
+    addRow(*group, QStringLiteral("Zoom, and all of the time"), QStringLiteral("+, -, 0, wheel"));
+    addRow(*group, QStringLiteral("Move, by pages, to the ends"),
+           QStringLiteral("Left, Right, Page Up, Page Down, Home, End"));
+    addRow(*group, QStringLiteral("Mark a stretch, zoom to it, forget it"),
+           QStringLiteral("Shift and drag, Z, Escape"));
+    addRow(*group, QStringLiteral("Choose the lane"), QStringLiteral("Up, Down"));
+    addRow(*group, QStringLiteral("To the message or value before and behind"),
+           QStringLiteral("Ctrl+Left, Ctrl+Right"));
+    addRow(*group, QStringLiteral("Choose the message of a value"), QStringLiteral("Return"));
+    addRow(*group, QStringLiteral("To the next jump of a line"), QStringLiteral("J"));
+}
+
 }    // namespace
 
 KeysDialog::KeysDialog(const QMenuBar& menus, QWidget* parent) : QDialog(parent)
@@ -57,6 +72,7 @@ KeysDialog::KeysDialog(const QMenuBar& menus, QWidget* parent) : QDialog(parent)
         }
     }
     addList(*tree);
+    addPictures(*tree);
     tree->expandAll();
     tree->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);

@@ -153,6 +153,14 @@ void MainWindow::buildGoMenu()
 void MainWindow::buildViewMenu()
 {
     QMenu& menu = *menuBar()->addMenu(QStringLiteral("&View"));
+    using Overview = DocumentView::Overview;
+    addForDocument(menu, QStringLiteral("&List"), {Qt::CTRL | Qt::Key_1},
+                   [](DocumentView& view) { view.showOverview(Overview::list); });
+    addForDocument(menu, QStringLiteral("&Messages over Time"), {Qt::CTRL | Qt::Key_2},
+                   [](DocumentView& view) { view.showOverview(Overview::lanes); });
+    addForDocument(menu, QStringLiteral("&Fields over Time"), {Qt::CTRL | Qt::Key_3},
+                   [](DocumentView& view) { view.showOverview(Overview::plot); });
+    menu.addSeparator();
     pauseAction = addForDocument(menu, QStringLiteral("&Pause"), {Qt::CTRL | Qt::Key_P},
                                  [](DocumentView& view) { view.setPaused(!view.isPaused()); });
     pauseAction->setCheckable(true);
