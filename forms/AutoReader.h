@@ -14,6 +14,10 @@ public:
     const framing::Frame* next() override;
     std::string damage() const override { return chosen ? chosen->damage() : std::string(); }
     std::span<const std::uint8_t> recorded() const override;
+    std::vector<framing::WordFacts> words() const override
+    {
+        return chosen ? chosen->words() : std::vector<framing::WordFacts>();
+    }
     const Envelope* envelope() const override { return chosen ? chosen->envelope() : nullptr; }
     std::uint64_t doneUpTo() const override { return chosen ? chosen->doneUpTo() : 0; }
     ReaderCounters counters() const override;

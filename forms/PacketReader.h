@@ -2,11 +2,12 @@
 #pragma once
 
 #include "forms/Envelope.h"
-#include "framing/Frame.h"
+#include "framing/Framer.h"
 
 #include <cstdint>
 #include <span>
 #include <string>
+#include <vector>
 
 // How a reader comes to its form.
 enum class Certainty : std::uint8_t {
@@ -45,6 +46,10 @@ public:
     // The current frame's message as a receiver recorded it, one unit of four bytes a word; empty
     // for inputs of other forms. Valid as long as the frame.
     virtual std::span<const std::uint8_t> recorded() const { return {}; }
+
+    // The words of the current frame as they were received; none for inputs of forms without
+    // parity.
+    virtual std::vector<framing::WordFacts> words() const { return {}; }
 
     // What came with the current frame; null for inputs of forms that have nothing but messages.
     // Valid as long as the frame.

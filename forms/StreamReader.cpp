@@ -12,6 +12,15 @@ std::string StreamReader::damage() const
     }
 }
 
+std::vector<framing::WordFacts> StreamReader::words() const
+{
+    std::vector<framing::WordFacts> words(framer.frameWords());
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        words[i] = framer.frameWord(i);
+    }
+    return words;
+}
+
 ReaderCounters StreamReader::counters() const
 {
     constexpr unsigned bitsPerByte = 6;

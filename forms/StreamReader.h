@@ -17,6 +17,7 @@ public:
         return frame;
     }
     std::string damage() const override;
+    std::vector<framing::WordFacts> words() const override;
     std::uint64_t doneUpTo() const override { return framer.doneUpTo(); }
     ReaderCounters counters() const override;
 

@@ -344,11 +344,16 @@ WordFacts Framer::frameWord(std::size_t word) const
     const std::uint32_t received = window_.wordsFrom(bit)[0];
     const auto first = word == 0 ? firstWordOf(received) : std::nullopt;
     const std::uint32_t data = first.value_or(dataOf(received));
-    return {.byteOffset = window_.byteOffsetOf(bit),
-            .bit = window_.bitOfByte(bit),
-            .data = data,
-            .hasGoodParity = first.has_value() || hasGoodParity(received),
-            .isInverted = data != (received >> 6 & dataMask)};
+    WordFacts facts{.byteOffset = window_.byteOffsetOf(bit),
+                    .bit = window_.bitOfByte(bit),
+                    .data = data,
+                    .hasGoodParity = first.has_value() || hasGoodParity(received),
+                    .isInverted = data != (received >> 6 & dataMask),
+                    .received = received & wordMask};
+    for (std::uint64_t next = bit; next < bit + bitsPerWord; next = window_.endOfByte(next)) {
+        facts.carriers[facts.carrierCount++] = {window_.byteOffsetOf(next), window_.byteAt(next)};
+    }
+    return facts;
 }
 
 // The station that a header beginning with `word` names.

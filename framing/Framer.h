@@ -17,13 +17,22 @@ struct FramerCounters {
     std::uint64_t bitsOutsideMessages = 0;    // damaged and truncated messages included
 };
 
+// A byte of the input that carries bits of a word.
+struct Carrier {
+    std::uint64_t offset = 0;
+    std::uint8_t byte = 0;
+};
+
 // A word of a frame as it was received.
 struct WordFacts {
     std::uint64_t byteOffset = 0;    // byte of the input in which the first bit stands
     unsigned bit = 0;          // which of the byte's six bits that is, in the order sent, from 0
     std::uint32_t data = 0;    // 24 data bits, with the inversion undone
     bool hasGoodParity = false;
-    bool isInverted = false;    // the data bits were sent inverted
+    bool isInverted = false;       // the data bits were sent inverted
+    std::uint32_t received = 0;    // all bits as they came, the first one sent highest
+    std::size_t carrierCount = 0;
+    std::array<Carrier, 6> carriers{};    // one more than a word fills, if it begins inside one
 };
 
 // A message may begin at any bit of the stream. Its words must all have good parity, its first word

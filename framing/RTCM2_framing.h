@@ -36,6 +36,10 @@
 #define RTCM2_WORDS_MAX 33        /* words of the longest message, header included */
 #define RTCM2_PACKED_WORD_BYTES 3 /* bytes of a word in a packed message */
 #define RTCM2_STREAM_WORD_BYTES 5 /* bytes of a word in a stream */
+#define RTCM2_STREAM_BYTE_BITS 6  /* bits of a word that a byte of a stream carries */
+#define RTCM2_WORD_DATA_BITS 24   /* the first bits of a word */
+#define RTCM2_WORD_PARITY_BITS 6  /* the bits behind them */
+#define RTCM2_WORD_CARRIERS 6     /* bytes of a stream with bits of a word that begins inside one */
 
 #ifdef __cplusplus
 extern "C" {
@@ -62,6 +66,12 @@ typedef struct RTCM2_frame_s {
     size_t size;           /* bytes in `packed`: three for each word */
 } RTCM2_frame_s;
 
+/* A byte of the input that carries bits of a word. */
+typedef struct RTCM2_carrier_s {
+    uint64_t position; /* in the input, from 0 */
+    uint8_t value;     /* as it was received */
+} RTCM2_carrier_s;
+
 /* A word of a frame as it was received. */
 typedef struct RTCM2_word_s {
     uint64_t byte;       /* byte of the input in which the first bit stands, from 0 */
@@ -69,6 +79,10 @@ typedef struct RTCM2_word_s {
     uint32_t data;       /* 24 data bits, the first one sent highest, with an inversion undone */
     uint8_t good_parity; /* 1: all six parity bits are right; else 0 */
     uint8_t inverted;    /* 1: the data bits were sent inverted; else 0 */
+    uint32_t received; /* all bits as they came, the first one sent highest: the data bits, inverted
+                        * or not, and the parity bits */
+    uint32_t carrier_count; /* the bytes that they came in; between these may stand others */
+    RTCM2_carrier_s carriers[RTCM2_WORD_CARRIERS];
 } RTCM2_word_s;
 
 /* What a framer has seen so far. Final after RTCM2_framer_finish and the last RTCM2_framer_next. */

@@ -73,6 +73,18 @@ public:
         return static_cast<unsigned>((bit - firstBit) % bitsPerSextet);
     }
 
+    // The first bit of the byte behind that one.
+    static std::uint64_t endOfByte(std::uint64_t bit)
+    {
+        return bit - bitOfByte(bit) + bitsPerSextet;
+    }
+
+    // That byte, of which no bit was dropped.
+    std::uint8_t byteAt(std::uint64_t bit) const
+    {
+        return byteOf((bit - firstBit) / bitsPerSextet);
+    }
+
     // Looks for a line of text from the first byte on that carries no bit before `bit`.
     TextLine textBehind(std::uint64_t bit, bool inputEnded) const;
 

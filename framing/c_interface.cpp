@@ -101,6 +101,11 @@ std::int32_t RTCM2_framer_word(const RTCM2_framer_s* framer, std::uint32_t index
     word->data = facts.data;
     word->good_parity = facts.hasGoodParity ? 1 : 0;
     word->inverted = facts.isInverted ? 1 : 0;
+    word->received = facts.received;
+    word->carrier_count = static_cast<std::uint32_t>(facts.carrierCount);
+    for (std::size_t i = 0; i < facts.carrierCount; ++i) {
+        word->carriers[i] = {facts.carriers[i].offset, facts.carriers[i].byte};
+    }
     return 1;
 }
 

@@ -8,6 +8,7 @@ namespace framing {
 
 inline constexpr unsigned bitsPerWord = 30;
 inline constexpr std::uint32_t dataMask = 0xFFFFFF;
+inline constexpr std::uint32_t wordMask = 0x3FFFFFFF;
 
 // The six parity bits D25..D30 (D30 lowest) of the 24 data bits d1..d24 (d1 highest), after a word
 // whose last two bits were d29 and d30.

@@ -2,7 +2,7 @@
 #include "base/Descriptor.h"
 #include "base/Progress.h"
 #include "base/Terminal.h"
-#include "commands/convert/CopySink.h"
+#include "export/CopySink.h"
 #include "session/FrameQueue.h"
 #include "support/AppSession.h"
 

@@ -60,13 +60,19 @@ void checkWords(const RTCM2_framer_s* framer, const RTCM2_frame_s& frame, const 
         }
         std::uint32_t sent = 0;
         std::size_t byte = word.byte;
-        for (unsigned bit = word.bit, left = 24; left > 0; --left, ++bit) {
+        std::uint32_t carriers = 0;
+        for (unsigned bit = word.bit, left = 30; left > 0; --left, ++bit) {
             for (; bit > 5 || stream[byte] >> 6 != 1; bit = bit > 5 ? bit - 6 : bit) {
                 ++byte;
             }
+            carriers += bit == 0 || left == 30 ? 1 : 0;
+            EXPECT_EQ(word.carriers[carriers - 1].position, byte);
+            EXPECT_EQ(word.carriers[carriers - 1].value, stream[byte]);
             sent = sent << 1 | (stream[byte] >> bit & 1U);
         }
-        EXPECT_EQ(word.data, word.inverted != 0 ? sent ^ 0xFFFFFF : sent);
+        EXPECT_EQ(word.carrier_count, carriers);
+        EXPECT_EQ(word.received, sent);
+        EXPECT_EQ(word.data, (word.inverted != 0 ? sent ^ 0x3FFFFFFF : sent) >> 6);
         if (i < frame.size / 3) {
             const std::uint8_t* const packed = frame.packed + std::size_t{3} * i;
             EXPECT_EQ(word.data, packed[0] * 65536U + packed[1] * 256U + packed[2]);

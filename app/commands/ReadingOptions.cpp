@@ -6,6 +6,7 @@
 #include "commands/OutputFile.h"
 #include "format/FieldPath.h"
 #include "forms/InputForm.h"
+#include "session/SwitchKinds.h"
 
 #include <unistd.h>
 
@@ -73,16 +74,6 @@ void ReadingOptions::declareFilter(CLI::App& command)
 }
 
 namespace {
-
-// Kinds that cannot pass need not be decoded.
-void switchKinds(AbstractDecoder& decoder, const FormatModel& model, const MessageFilter& filter)
-{
-    for (const auto& kind : model.kinds()) {
-        if (kind->info != nullptr && !filter.takesKind(*kind)) {
-            decoder.disableMessage(kind->info);
-        }
-    }
-}
 
 // A terminal that shows results as they come has no place for progress.
 bool showsProgress(const ReadingOptions& options, const Sink& sink)

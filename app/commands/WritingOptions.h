@@ -2,7 +2,7 @@
 #pragma once
 
 #include "commands/ReadingOptions.h"
-#include "commands/SenderDefaults.h"
+#include "export/SenderDefaults.h"
 #include "forms/InputForm.h"
 
 #include <CLI/CLI.hpp>

@@ -1,6 +1,7 @@
 #include "curves/FieldCurves.h"
 
 #include "format/Decimal.h"
+#include "format/FieldText.h"
 
 #include <algorithm>
 
@@ -24,11 +25,13 @@ std::optional<double> numericValue(const FieldModel& field, const void* record)
 
 std::string keyName(const FieldModel& field, const RTCM2_system_s* system, std::int64_t number)
 {
+    if (!field.isQuantity()) {
+        const char* const meaning = meaningOf(field, number);
+        return meaning != nullptr ? meaning : std::to_string(number);
+    }
     const RTCM2_decimal_s value{number, 0};
     char text[RTCM2_QUANTITY_ROOM];
-    return field.isQuantity()
-               ? std::string(text, RTCM2_quantity_text(field.row->quantity, system, &value, text))
-               : std::to_string(number);
+    return {text, RTCM2_quantity_text(field.row->quantity, system, &value, text)};
 }
 
 std::uint32_t indexOf(const RTCM2_system_s& system)
@@ -54,8 +57,8 @@ FieldPath quantityTo(const FieldModel& elements, RTCM2_meaning_enum meaning)
 
 }    // namespace
 
-FieldCurves::FieldCurves(const std::vector<FollowedFields>& fields)
-    : byKind(static_cast<std::size_t>(RTCM2_last_kind()) + 1)
+FieldCurves::FieldCurves(const std::vector<FollowedFields>& fields, std::size_t bins)
+    : byKind(static_cast<std::size_t>(RTCM2_last_kind()) + 1), binsOfCurve(bins)
 {
     for (const FollowedFields& each : fields) {
         byKind[each.kind->number()].push_back(each);
@@ -93,7 +96,7 @@ FieldTrack* FieldCurves::trackOf(const FollowedFields& fields, const void* recor
             return nullptr;
         }
         track = all.emplace(key, FieldTrack()).first;
-        track->second.values.resize(fields.values.size());
+        track->second.values.resize(fields.values.size(), Curve(binsOfCurve));
         if (fields.key.field != nullptr) {
             track->second.name = keyName(fields.key.last(), RTCM2_system_of(record), key.number);
         }

@@ -47,7 +47,15 @@ public:
     // Curves need memory, so there are no more keys than that.
     static constexpr std::size_t mostTracks = 400;
 
-    explicit FieldCurves(const std::vector<FollowedFields>& fields);
+    // `bins`: of each curve.
+    explicit FieldCurves(const std::vector<FollowedFields>& fields, std::size_t bins = 512);
+
+    // A copy looks for keys in what is its own.
+    FieldCurves(const FieldCurves& other)
+        : byKind(other.byKind), all(other.all), binsOfCurve(other.binsOfCurve), beyond(other.beyond)
+    {
+    }
+    FieldCurves& operator=(const FieldCurves&) = delete;
 
     // A record of a kind that the station sent at a time of the input's clock.
     void take(const KindModel& kind, const void* record, const StationId& station, double seconds);
@@ -65,6 +73,7 @@ private:
     using Tracks = std::map<Key, FieldTrack>;
 
     Tracks all;
+    std::size_t binsOfCurve;
     std::array<Tracks::value_type*, 1024> recent{};    // where to look first, see trackOf()
     std::uint64_t beyond = 0;
 };

@@ -51,7 +51,8 @@ FilterError errorAt(std::string_view expression, const Problem& problem)
     if (!problem.help.empty()) {
         text += "\n  " + problem.help;
     }
-    return FilterError{text};
+    return FilterError{text, place,
+                       printable(problem.text + (problem.help.empty() ? "" : "; ") + problem.help)};
 }
 
 }    // namespace where

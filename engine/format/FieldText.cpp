@@ -101,6 +101,12 @@ void appendPlain(Text& text, const FieldModel& field, std::int64_t value)
     }
 }
 
+void appendNumber(Text& text, const FieldModel& field, std::int64_t value)
+{
+    text.append(field.row->type == RTCM2_TYPE_BYTE ? "0x" : "");
+    appendPlain(text, field, value);
+}
+
 char* putQuantity(char* out, const FieldModel& quantity, const void* record)
 {
     RTCM2_decimal_s value;

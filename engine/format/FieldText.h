@@ -7,6 +7,9 @@
 // One value as a plain number: integers in decimal, bytes as two hexadecimal digits.
 void appendPlain(Text& text, const FieldModel& field, std::int64_t value);
 
+// Likewise for people, who are told by 0x that digits are hexadecimal.
+void appendNumber(Text& text, const FieldModel& field, std::int64_t value);
+
 // Writes the value of a quantity, "-4.34" or "G05", of a record that has the field, and gives the
 // place behind it; writes nothing where the record has none. Up to RTCM2_QUANTITY_ROOM bytes there
 // may be overwritten.

@@ -30,10 +30,9 @@ void Curve::add(double x, double y)
 {
     if (count++ == 0) {
         firstX = x;
-    } else if (x == lastX) {
+    } else if (x == latest.x) {
         ++together;
     }
-    lastX = x;
     Bin& bin = bins.at(x);
     const Point point{x, y};
     if (bin.count++ == 0) {
@@ -44,6 +43,10 @@ void Curve::add(double x, double y)
     } else if (y > bin.greatest.y) {
         bin.greatest = point;
     }
+    if (!isBroken && x > latest.x) {
+        steps.add({latest, point});
+    }
+    latest = point;
     bin.last = point;
     isBroken = false;
 }
@@ -72,8 +75,16 @@ double Curve::longestJoin() const
 {
     constexpr double usualSteps = 5;
     constexpr double shortest = 10;    // seconds
-    const double step = count > 1 ? (lastX - firstX) / static_cast<double>(count - 1) : 0;
+    const double step = count > 1 ? (latest.x - firstX) / static_cast<double>(count - 1) : 0;
     return std::max(shortest, usualSteps * step);
+}
+
+std::vector<Step> Curve::greatestSteps() const
+{
+    std::vector<Step> joined = steps.steps();
+    std::erase_if(joined,
+                  [&](const Step& step) { return step.to.x - step.from.x > longestJoin(); });
+    return joined;
 }
 
 std::vector<Curve::Bin> Curve::columns(const Range& range, std::size_t wanted) const

@@ -4,6 +4,7 @@
 #include "pictures/Axis.h"
 #include "pictures/Bins.h"
 #include "pictures/Canvas.h"
+#include "pictures/GreatestSteps.h"
 
 #include <cstdint>
 #include <vector>
@@ -40,6 +41,22 @@ public:
     // Mostly several values at the same time, so that no line leads from one to the next.
     bool isScattered() const { return together * 4 > count; }
 
+    // The greatest steps between values that are joined.
+    std::vector<Step> greatestSteps() const;
+
+    // Calls back with the values in the range that stayed as they were.
+    template <class Function>
+    void eachPoint(const Range& range, Function function) const
+    {
+        for (const Bin& bin : bins.all()) {
+            for (const Point& point : {bin.first, bin.least, bin.greatest, bin.last}) {
+                if (bin.count > 0 && point.x >= range.low && point.x <= range.high) {
+                    function(point);
+                }
+            }
+        }
+    }
+
     // The bins as so many columns through the range, without those that are empty.
     std::vector<Bin> columns(const Range& range, std::size_t wanted) const;
 
@@ -50,6 +67,7 @@ private:
     std::uint64_t count = 0;
     std::uint64_t together = 0;    // values at the time of the one before
     double firstX = 0;
-    double lastX = 0;
+    Point latest;
     bool isBroken = true;
+    GreatestSteps steps;
 };

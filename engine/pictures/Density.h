@@ -30,8 +30,9 @@ public:
     }
     std::uint64_t count() const { return all; }
 
-    // As up to so many columns of equal width through the range, without those that are empty. Each
-    // holds the same number of bins, so that none is higher than others only for where it lies.
+    // What is in the range as up to so many columns of equal width through it, without those that
+    // are empty. Each holds the same number of bins, so that none is higher than others only for
+    // where it lies.
     struct Column {
         double begin = 0;
         double width = 0;
@@ -45,10 +46,10 @@ public:
         std::vector<Column> result;
         for (std::size_t i = 0; i < bins.all().size(); ++i) {
             const Bin& bin = bins.all()[i];
-            const double begin = bins.beginOf(i - i % together);
-            if (bin.count == 0) {
+            if (bin.count == 0 || bins.beginOf(i + 1) < range.low || bins.beginOf(i) > range.high) {
                 continue;
             }
+            const double begin = bins.beginOf(i - i % together);
             if (!result.empty() && result.back().begin == begin) {
                 result.back().bin.merge(bin);
             } else {

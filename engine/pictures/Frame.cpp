@@ -9,6 +9,11 @@ constexpr double tickSize = 10;
 constexpr double pixelsPerTime = 44;
 constexpr double pixelsPerValue = 17;
 
+std::vector<Tick> valueTicks(double height, const Range& values)
+{
+    return numberTicks(values, static_cast<std::size_t>(std::max(2.0, height / pixelsPerValue)));
+}
+
 }    // namespace
 
 void drawTimeAxis(Canvas& canvas, const Box& frame, const TimeScale& times, bool hasTitle)
@@ -33,8 +38,7 @@ void drawTimeAxis(Canvas& canvas, const Box& frame, const TimeScale& times, bool
 
 void drawValueAxis(Canvas& canvas, const Box& frame, const Range& values, std::string_view unit)
 {
-    const auto most = static_cast<std::size_t>(std::max(2.0, frame.height / pixelsPerValue));
-    for (const Tick& tick : numberTicks(values, most)) {
+    for (const Tick& tick : valueTicks(frame.height, values)) {
         const double y = frame.bottom() - frame.height * values.share(tick.value);
         canvas.line({frame.left - 4, y}, {frame.right(), y}, {.ink = {Role::grid}});
         canvas.text({frame.left - 6, y + 3.5}, tick.label + std::string(unit),
@@ -53,6 +57,15 @@ void drawLabel(Canvas& canvas, const Box& row, std::string_view label)
     canvas.text({row.left - 8, row.top + row.height / 2 + 4},
                 fitting(canvas, label, labelSize, mostLabelWidth),
                 {.size = labelSize, .anchor = Anchor::end});
+}
+
+double valueAxisWidth(const Canvas& canvas, double height, const Range& values)
+{
+    double width = 0;
+    for (const Tick& tick : valueTicks(height, values)) {
+        width = std::max(width, canvas.widthOf(tick.label, tickSize));
+    }
+    return width + 10;
 }
 
 void drawFrame(Canvas& canvas, const Box& box)

@@ -31,6 +31,9 @@ void drawTimeAxis(Canvas& canvas, const Box& frame, const TimeScale& times, bool
 void drawValueAxis(Canvas& canvas, const Box& frame, const Range& values,
                    std::string_view unit = {});
 
+// The room that this takes on the left of a frame of this height.
+double valueAxisWidth(const Canvas& canvas, double height, const Range& values);
+
 void drawFrame(Canvas& canvas, const Box& box);
 
 void drawTitle(Canvas& canvas, const Box& box, std::string_view title);

@@ -32,6 +32,8 @@ public:
                    legend());
     }
 
+    const Box& place() const { return frame; }
+
     double height() const
     {
         return frame.bottom() + timeAxisHeight + 6 + heightOfLegend(canvas, legend(), frame.width);
@@ -207,6 +209,11 @@ private:
 double heightOf(Canvas& canvas, const Lanes& lanes, double width)
 {
     return LanesDrawing(canvas, {0, 0, width, 0}, lanes).height();
+}
+
+Box frameOf(Canvas& canvas, const Box& box, const Lanes& lanes)
+{
+    return LanesDrawing(canvas, box, lanes).place();
 }
 
 void drawLanes(Canvas& canvas, const Box& box, const Lanes& lanes)

@@ -37,4 +37,6 @@ struct Lanes {
 
 // The height of the picture in so much width.
 double heightOf(Canvas& canvas, const Lanes& lanes, double width);
+// Where the lanes are, one below the other, all of the same height.
+Box frameOf(Canvas& canvas, const Box& box, const Lanes& lanes);
 void drawLanes(Canvas& canvas, const Box& box, const Lanes& lanes);

@@ -2,22 +2,27 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace {
 
-constexpr double valuesRoom = 44;
+constexpr double usualValuesRoom = 44;
 constexpr double breakHeight = 5;
 
 class PlotDrawing {
 public:
     PlotDrawing(Canvas& target, const Box& whole, const Plot& what)
         : canvas(target),
-          plot(what), frame{whole.left + valuesRoom, whole.top + titleHeight,
-                            whole.width - valuesRoom - rightRoom - labelRoom(),
+          plot(what), frame{whole.left, whole.top + titleHeight,
+                            whole.width - rightRoom - labelRoom(),
                             whole.height - titleHeight -
                                 (what.hasTimeTitle ? timeAxisHeight : timeTicksHeight)},
           box(whole)
     {
+        const double room =
+            std::max(usualValuesRoom, valueAxisWidth(target, frame.height, what.values));
+        frame.left += room;
+        frame.width -= room;
     }
 
     void draw()
@@ -33,6 +38,8 @@ public:
         drawFrame(canvas, frame);
         drawLabels();
     }
+
+    const Box& place() const { return frame; }
 
 private:
     double labelRoom() const
@@ -129,9 +136,12 @@ private:
     {
         std::vector<std::pair<double, const PlotCurve*>> ends;
         for (const PlotCurve& curve : plot.curves) {
-            const auto columns = curve.curve->columns(plot.times->range, 1);
-            if (!curve.label.empty() && !columns.empty()) {
-                ends.emplace_back(yOf(columns.back().last.y), &curve);
+            std::optional<Point> last;
+            curve.curve->eachPoint(plot.times->range, [&](const Point& point) {
+                last = !last || point.x >= last->x ? point : *last;
+            });
+            if (!curve.label.empty() && last) {
+                ends.emplace_back(yOf(last->y), &curve);
             }
         }
         std::sort(ends.begin(), ends.end(),
@@ -139,6 +149,9 @@ private:
         double free = frame.top;
         for (const auto& [y, curve] : ends) {
             const double place = std::max(y, free);
+            if (place > box.bottom()) {
+                break;    // the legend has them all
+            }
             canvas.text({frame.right() + 4, place + 3}, curve->label,
                         {.ink = curve->pen.ink, .size = 10});
             free = place + 11;
@@ -152,6 +165,11 @@ private:
 };
 
 }    // namespace
+
+Box frameOf(Canvas& canvas, const Box& box, const Plot& plot)
+{
+    return PlotDrawing(canvas, box, plot).place();
+}
 
 void drawPlot(Canvas& canvas, const Box& box, const Plot& plot)
 {

@@ -25,5 +25,7 @@ struct Plot {
     std::vector<PlotCurve> curves{};
 };
 
+// Where the curves are.
+Box frameOf(Canvas& canvas, const Box& box, const Plot& plot);
 // Everything, within the box.
 void drawPlot(Canvas& canvas, const Box& box, const Plot& plot);

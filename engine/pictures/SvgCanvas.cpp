@@ -2,6 +2,7 @@
 
 #include "base/Characters.h"
 #include "base/Text.h"
+#include "pictures/Colours.h"
 
 #include <cmath>
 
@@ -46,13 +47,6 @@ std::string place(const Box& box)
 {
     return attribute("x", box.left) + attribute("y", box.top) + attribute("width", box.width) +
            attribute("height", box.height);
-}
-
-std::string classOf(const Ink& ink)
-{
-    constexpr const char* names[] = {"text", "faint", "grid", "frame", "good", "warn", "bad", "c"};
-    const std::string name = names[static_cast<std::size_t>(ink.role)];
-    return ink.role == Role::series ? name + std::to_string(ink.number % Ink::seriesColours) : name;
 }
 
 const char* dashesOf(Dash dash)
@@ -144,7 +138,7 @@ std::string SvgCanvas::take()
 
 void SvgCanvas::beginPath(const Pen& pen, std::string_view more)
 {
-    svg += "<path class=\"s " + classOf(pen.ink) + "\"" + dashesOf(pen.dash);
+    svg += "<path class=\"s " + styleNameOf(pen.ink) + "\"" + dashesOf(pen.dash);
     svg += pen.width == 1 ? "" : attribute("stroke-width", pen.width);
     svg += std::string(more) + " d=\"M";
 }
@@ -202,13 +196,13 @@ void SvgCanvas::bars(std::span<const Bar> all, const Pen& pen)
 
 void SvgCanvas::rectangle(const Box& box, const Ink& fill)
 {
-    svg += "<rect class=\"f " + classOf(fill) + "\"" + place(box) + "/>";
+    svg += "<rect class=\"f " + styleNameOf(fill) + "\"" + place(box) + "/>";
 }
 
 void SvgCanvas::text(const Point& at, std::string_view characters, const Lettering& how)
 {
     constexpr const char* anchors[] = {"", " text-anchor=\"middle\"", " text-anchor=\"end\""};
-    svg += "<text class=\"f " + classOf(how.ink) + "\"" + attribute("x", at.x) +
+    svg += "<text class=\"f " + styleNameOf(how.ink) + "\"" + attribute("x", at.x) +
            attribute("y", at.y) + attribute("font-size", how.size);
     svg += anchors[static_cast<std::size_t>(how.anchor)];
     svg += how.isBold ? " font-weight=\"600\">" : ">";

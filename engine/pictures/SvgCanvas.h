@@ -2,15 +2,11 @@
 #pragma once
 
 #include "pictures/Canvas.h"
+#include "pictures/Colours.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
-
-// The colours of all roles, for pictures on paper and on light and dark screens: a stylesheet for
-// the page that the pictures stand in, or for a picture alone. The attribute data-theme of the root
-// element, "light" or "dark", decides over what the screen prefers.
-std::string_view pictureStyle();
 
 class SvgCanvas : public Canvas {
 public:

@@ -39,7 +39,8 @@ struct Found {
 
     const Envelope* envelope = nullptr;    // what came with it; never null while a sink takes it
 
-    // The packed message as it was decoded, or would have been; valid while a sink takes it.
+    // The packed message as it was decoded, or would have been; of a damaged or truncated one the
+    // words before the place where it broke off. Valid while a sink takes it.
     std::span<const std::uint8_t> bytes;
 
     // Whether there is a record to show.

@@ -1,7 +1,5 @@
 #include "session/InputReader.h"
 
-#include "base/Interrupt.h"
-
 namespace {
 
 std::unique_ptr<RangeReader> rangeReader(Source& source, const InputOptions& options)
@@ -9,10 +7,21 @@ std::unique_ptr<RangeReader> rangeReader(Source& source, const InputOptions& opt
     if (options.form != InputForm::automatic) {
         return std::make_unique<RangeReader>(options.form, *options.range);
     }
-    FormSearch search;
+    FormSearch own;
+    if (options.search == nullptr) {
+        searchForm(source, own);
+    }
+    return std::make_unique<RangeReader>(options.search != nullptr ? *options.search : own,
+                                         *options.range);
+}
+
+}    // namespace
+
+void searchForm(Source& source, FormSearch& search)
+{
     while (!search.isDone()) {
         const std::span<const std::uint8_t> bytes = source.read();
-        if (bytes.empty() && (interrupt::requested() || !source.problem().empty())) {
+        if (bytes.empty() && (source.isAskedToEnd() || !source.problem().empty())) {
             break;
         }
         if (bytes.empty()) {
@@ -21,10 +30,7 @@ std::unique_ptr<RangeReader> rangeReader(Source& source, const InputOptions& opt
             search.look(bytes);
         }
     }
-    return std::make_unique<RangeReader>(search, *options.range);
 }
-
-}    // namespace
 
 std::unique_ptr<PacketReader> readerFor(Source& source, const InputOptions& options)
 {

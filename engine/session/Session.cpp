@@ -30,18 +30,7 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
     sink = &target;
     bool allReadable = true;
     for (const std::string& name : inputs) {
-        input = openSource(name, {.follows = options.follows && &name == &inputs.back()});
-        input->setIdle([this] {
-            progress->wait();
-            sink->idle();
-        });
-        if (!options.quiet && !input->hint().empty()) {
-            ::tell(input->hint());
-        }
-        if (!options.quiet) {
-            input->setTell([this](const std::string& line) { tellAlong(line); });
-        }
-        progress = std::make_unique<Progress>(options.showsProgress && !input->isTyped());
+        input = open(name, &name == &inputs.back());
         readInput();
         for (const std::string& problem : {input->problem(), problemOfForm(), problemOfWindow()}) {
             if (!problem.empty()) {
@@ -49,7 +38,7 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
                 allReadable = false;
             }
         }
-        if (isDone() || interrupt::requested()) {
+        if (isDone() || isAskedToEnd()) {
             break;
         }
     }
@@ -58,12 +47,30 @@ ExitStatus Session::run(const std::vector<std::string>& inputs,
     return statusOfEnd(allReadable);
 }
 
+std::unique_ptr<Source> Session::open(const std::string& name, bool isLast)
+{
+    std::unique_ptr<Source> source = openSource(name, {.follows = options.follows && isLast});
+    source->setIdle([this] {
+        progress->wait();
+        sink->idle();
+    });
+    source->setStop([this] { return isAskedToEnd(); });
+    progress = std::make_unique<Progress>(options.showsProgress && !source->isTyped());
+    if (!options.quiet) {
+        source->setTell([this](const std::string& line) { tellAlong(line); });
+        if (!source->hint().empty()) {
+            tell(source->hint());
+        }
+    }
+    return source;
+}
+
 ExitStatus Session::statusOfEnd(bool allReadable) const
 {
     if (stopped) {
         return ExitStatus::stoppedAtTrouble;
     }
-    if (interrupt::requested()) {
+    if (isAskedToEnd()) {
         return ExitStatus::interrupted;
     }
     if (!allReadable) {
@@ -76,7 +83,7 @@ ExitStatus Session::statusOfEnd(bool allReadable) const
 void Session::readInput()
 {
     reader = readerFor(*input, inputOptions);
-    bytesRead = 0;
+    readSoFar = 0;
     isFinished = false;
     window.reset();
     if (!options.window.isOpen()) {
@@ -156,15 +163,18 @@ bool Session::readOn()
     }
     const std::span<const std::uint8_t> bytes = input->read();
     if (!bytes.empty()) {
-        bytesRead += bytes.size();
+        readSoFar += bytes.size();
+        if (options.keep) {
+            options.keep(bytes);
+        }
         reader->push(bytes);
         const std::lock_guard lock(tellMutex);
-        progress->advance(bytesRead);
+        progress->advance(readSoFar);
         return true;
     }
     isFinished = true;
     // An input that was left early does not end here: what is incomplete is not truncated.
-    if (interrupt::requested()) {
+    if (isAskedToEnd()) {
         return false;
     }
     reader->finish();
@@ -202,10 +212,12 @@ void Session::take(const FrameBatch& batch, const FrameBatch::Entry& entry)
         }
         break;
     case framing::Frame::Kind::damaged:
+        found.bytes = batch.bytesOf(entry);
         found.what = Found::What::damaged;
         found.text = batch.problemOf(entry);
         break;
     case framing::Frame::Kind::truncated:
+        found.bytes = batch.bytesOf(entry);
         found.what = Found::What::truncated;
         found.text = "the input ends inside it";
         break;
@@ -402,7 +414,16 @@ void Session::tellAlong(const std::string& text)
 void Session::tell(const std::string& text)
 {
     const std::lock_guard lock(tellMutex);
-    progress->tell(text);
+    if (options.tell) {
+        options.tell(text);
+    } else {
+        progress->tell(text);
+    }
+}
+
+bool Session::isAskedToEnd() const
+{
+    return interrupt::requested() || (options.isAskedToEnd && options.isAskedToEnd());
 }
 
 bool Session::isDone() const

@@ -12,6 +12,7 @@
 #include "session/Troubles.h"
 #include "session/Window.h"
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -34,6 +35,12 @@ struct SessionOptions {
     unsigned char mode = 0;        // of recorded messages
     WindowOptions window{};        // of each input
     bool follows = false;          // waits at the end of the last file for what is written to it
+
+    // For hosts without a terminal. Each may be called by a second thread, too.
+    std::function<void(const std::string& line)> tell{};    // instead of standard error
+    std::function<bool()> isAskedToEnd{};                   // beside Ctrl-C; asked now and then
+    // The bytes of an input, before what is found in them.
+    std::function<void(std::span<const std::uint8_t>)> keep{};
 };
 
 class Session {
@@ -54,6 +61,8 @@ public:
 
     // Messages that were found so far, of any kind, whether they were chosen or not.
     std::uint64_t messages() const { return good; }
+    // Bytes that were read so far of the input in work; for any thread.
+    std::uint64_t bytesRead() const { return readSoFar; }
 
 private:
     void readInput();
@@ -81,7 +90,9 @@ private:
     void tellTrouble();
     void tellAlong(const std::string& text);
     void tell(const std::string& text);
+    std::unique_ptr<Source> open(const std::string& name, bool isLast);
     ExitStatus statusOfEnd(bool allReadable) const;
+    bool isAskedToEnd() const;
     bool isInputDone() const { return isDone() || sink->hasEnough() || isPastWindow(); }
     bool isPastWindow() const { return window && (window->isPast() || !window->problem().empty()); }
     bool isDone() const;
@@ -105,8 +116,8 @@ private:
     // What fill() works with, perhaps on a second thread:
     std::unique_ptr<Source> input;
     std::unique_ptr<PacketReader> reader;
-    std::uint64_t bytesRead = 0;
-    bool isFinished = false;    // the reader knows that nothing more will come
+    std::atomic<std::uint64_t> readSoFar = 0;    // bytes
+    bool isFinished = false;                     // the reader knows that nothing more will come
 
     std::mutex tellMutex;    // of progress, which both threads tell of
     std::unique_ptr<Progress> progress;

@@ -133,10 +133,10 @@ std::string Troubles::lineOf(const Found& found) const
     } else if (found.envelope->sender && found.what != Found::What::damaged) {
         line += ", MMSI " + std::to_string(found.envelope->sender->mmsi);
     }
-    return line + ": " + reasonOf(found);
+    return line + ": " + reasonOf(formatModel, found);
 }
 
-std::string Troubles::reasonOf(const Found& found) const
+std::string Troubles::reasonOf(const FormatModel& model, const Found& found)
 {
     if (found.isShort && found.hasRecord()) {
         return "shorter than it says, only " +
@@ -151,6 +151,6 @@ std::string Troubles::reasonOf(const Found& found) const
     case Found::What::unknownType:
         return "unknown type";
     default:
-        return misfitText(formatModel, found.result);
+        return misfitText(model, found.result);
     }
 }

@@ -21,12 +21,14 @@ public:
     // Tells how many more of each sort there were.
     void endInput();
 
+    // What is wrong, where something is.
+    static std::string reasonOf(const FormatModel& model, const Found& found);
+
 private:
     // What is alike: the same trouble with messages of the same type, or of none that is known.
     using Sort = std::pair<Found::What, int>;
 
     std::string lineOf(const Found& found) const;
-    std::string reasonOf(const Found& found) const;
 
     const FormatModel& formatModel;
     Tell tell;

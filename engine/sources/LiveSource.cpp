@@ -1,7 +1,5 @@
 #include "sources/LiveSource.h"
 
-#include "base/Interrupt.h"
-
 #include <QByteArray>
 
 #include <algorithm>
@@ -24,7 +22,7 @@ std::span<const std::uint8_t> LiveSource::read()
     if (isOver || (!wasOpen && !openFirst())) {
         return {};
     }
-    while (!interrupt::requested()) {
+    while (!wait.isAskedToEnd()) {
         const std::span<const std::uint8_t> bytes = link->receive(wait, tell);
         if (!bytes.empty()) {
             linkBytes += bytes.size();
@@ -33,7 +31,7 @@ std::span<const std::uint8_t> LiveSource::read()
             stampTime();
             return bytes;
         }
-        if (interrupt::requested() || !openAgain()) {
+        if (wait.isAskedToEnd() || !openAgain()) {
             break;
         }
     }
@@ -53,7 +51,7 @@ bool LiveSource::openFirst()
 void LiveSource::fail()
 {
     isOver = true;
-    if (!interrupt::requested()) {
+    if (!wait.isAskedToEnd()) {
         problemText = "cannot read " + displayName + ": " + link->problem();
     }
 }
@@ -83,7 +81,7 @@ bool LiveSource::waitForNext(const std::string& what)
         fail();
         return false;
     }
-    if (interrupt::requested()) {
+    if (wait.isAskedToEnd()) {
         return false;
     }
     tell(what + link->problem() + "; trying again in " +

@@ -17,8 +17,8 @@ public:
     Source(const Source&) = delete;
     Source& operator=(const Source&) = delete;
 
-    // The next bytes, as soon as there are any; empty at the end, after a failure and when the
-    // program is asked to end. Valid until the next call. Whether the input could be opened is seen
+    // The next bytes, as soon as there are any; empty at the end, after a failure and when reading
+    // is asked to end. Valid until the next call. Whether the input could be opened is seen
     // by the first read.
     virtual std::span<const std::uint8_t> read() = 0;
 
@@ -28,6 +28,9 @@ public:
 
     // Called a few times a second while a live input is waited for.
     void setIdle(std::function<void()> function) { wait.setIdle(std::move(function)); }
+    // Asked now and then, by whoever reads, whether reading is to end though the program goes on.
+    void setStop(std::function<bool()> question) { wait.setStop(std::move(question)); }
+    bool isAskedToEnd() const { return wait.isAskedToEnd(); }
     // Hears of what happens to a live input that goes on all the same.
     void setTell(Tell function) { tell = std::move(function); }
 

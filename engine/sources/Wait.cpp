@@ -5,9 +5,14 @@
 #include <algorithm>
 #include <thread>
 
+bool Wait::isAskedToEnd() const
+{
+    return interrupt::requested() || stop();
+}
+
 Wait::End Wait::until(const std::function<bool()>& attempt, Clock::time_point deadline) const
 {
-    while (!interrupt::requested()) {
+    while (!isAskedToEnd()) {
         if (attempt()) {
             return End::done;
         }

@@ -11,12 +11,17 @@ public:
 
     // Called a few times a second.
     void setIdle(std::function<void()> work) { idle = std::move(work); }
+    // Asked as often whether what waits is to end, though the program goes on.
+    void setStop(std::function<bool()> question) { stop = std::move(question); }
+
+    // Whether the program, or what waits, is asked to end.
+    bool isAskedToEnd() const;
 
     // Until the attempt, which waits for a slice of time itself, is successful.
     End until(const std::function<bool()>& attempt,
               Clock::time_point deadline = Clock::time_point::max()) const;
 
-    // False when the program was asked to end meanwhile.
+    // False when it was asked to end meanwhile.
     bool pause(double seconds) const;
 
     // A signal may come right before an attempt, which then does not hear of it: so they are short.
@@ -24,6 +29,7 @@ public:
 
 private:
     std::function<void()> idle = [] {};
+    std::function<bool()> stop = [] { return false; };
 };
 
 // The deadline in so many seconds; 0 stands for never.

@@ -5,8 +5,8 @@
 #include "commands/OutputFile.h"
 #include "commands/ReadingOptions.h"
 #include "commands/WritingOptions.h"
-#include "commands/convert/CopySink.h"
 #include "commands/convert/Split.h"
+#include "export/CopySink.h"
 
 #include <string>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "commands/ReadingOptions.h"
-#include "commands/convert/CopySink.h"
+#include "export/CopySink.h"
 
 // Empty: everything goes to one output.
 void declareSplit(CLI::App& command, std::string& by);

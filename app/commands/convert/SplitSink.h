@@ -3,7 +3,7 @@
 #pragma once
 
 #include "base/OutputFiles.h"
-#include "commands/convert/CopySink.h"
+#include "export/CopySink.h"
 #include "session/HourClock.h"
 
 #include <map>

@@ -1,9 +1,6 @@
 #include "commands/list/BriefView.h"
 
 #include "base/Terminal.h"
-#include "format/FieldText.h"
-#include "format/PackedText.h"
-#include "framing/Frame.h"
 
 #include <algorithm>
 
@@ -12,6 +9,7 @@ namespace {
 constexpr std::size_t numberWidth = 7;
 constexpr std::size_t byteWidth = 10;
 constexpr std::size_t timeWidth = 9;
+constexpr std::size_t clockWidth = 7;    // of its text
 constexpr std::size_t stationWidth = 9;
 constexpr std::size_t typeWidth = 6;
 
@@ -30,35 +28,24 @@ void appendCell(Text& text, std::uint64_t number, std::size_t width)
                width);
 }
 
-void appendCell(Text& text, const FieldModel* field, const void* record, std::size_t width)
+void appendCell(Text& text, const std::optional<std::uint64_t>& number, std::size_t width)
 {
-    if (field != nullptr) {
-        appendCell(text,
-                   static_cast<std::uint64_t>(RTCM2_reader_integer(&field->reader, record, 0)),
-                   width);
+    if (number) {
+        appendCell(text, *number, width);
     } else {
         appendCell(text, "-", width);
     }
 }
 
-// Minutes and seconds of the hour, "30:07.8".
-void appendTime(Text& text, const FieldModel* time, const void* record)
+void appendTime(Text& text, const std::optional<std::uint64_t>& milliseconds)
 {
-    RTCM2_decimal_s seconds{};
-    if (time == nullptr ||
-        RTCM2_reader_quantity(&*time->quantity, record, &seconds) != RTCM2_ACCESS_DONE) {
+    constexpr std::string_view blanks = "         ";
+    static_assert(blanks.size() == timeWidth);
+    if (!milliseconds) {
         return appendCell(text, "-", timeWidth);
     }
-    std::uint64_t tenths = static_cast<std::uint64_t>(seconds.digits) * 10;
-    for (unsigned left = seconds.decimals; left > 0; --left) {
-        tenths /= 10;
-    }
-    const auto digit = [](std::uint64_t number) { return static_cast<char>('0' + number % 10); };
-    const std::uint64_t minutes = tenths / 600;
-    const char clock[] = {
-        digit(minutes / 10), digit(minutes), ':', digit(tenths / 100 % 6), digit(tenths / 10), '.',
-        digit(tenths)};
-    appendCell(text, {clock, sizeof clock}, timeWidth);
+    text.append(blanks.substr(0, timeWidth - clockWidth));
+    appendClock(text, *milliseconds);
 }
 
 bool beginsCharacter(char byte)
@@ -84,12 +71,7 @@ BriefView::BriefView(Output& out, const BriefOptions& briefOptions,
       plans(static_cast<std::size_t>(RTCM2_last_kind()) + 1)
 {
     for (const KindModel* kind : kinds) {
-        const FieldModel* const time = kind->field(RTCM2_MEANS_TIME);
-        plans[kind->number()] = {.time = time != nullptr ? kind->quantityOf(*time) : nullptr,
-                                 .station = kind->field(RTCM2_MEANS_STATION),
-                                 .type = kind->field(RTCM2_MEANS_TYPE),
-                                 .health = kind->field(RTCM2_MEANS_HEALTH),
-                                 .content = BriefPlan(*kind, options.all)};
+        plans[kind->number()] = BriefLine(*kind, options.all);
     }
 }
 
@@ -128,7 +110,7 @@ void BriefView::print(const Found& found, Text& target)
         appendHeading(target);
     }
     const std::size_t begin = target.size();
-    const KindPlan& plan = plans[found.kind->number()];
+    const BriefLine& plan = plans[found.kind->number()];
     target.append(input);
     appendCell(target, found.number, numberWidth);
     if (options.position) {
@@ -137,35 +119,17 @@ void BriefView::print(const Found& found, Text& target)
     envelopes.eachCell(*found.envelope, [&](const std::string& cell, std::size_t width) {
         appendCell(target, cell.empty() ? "-" : cell, width + 2);
     });
-    appendTime(target, plan.time, found.record);
-    appendCell(target, plan.station, found.record, stationWidth);
-    appendCell(target, plan.type, found.record, typeWidth);
+    appendTime(target, plan.time(found.record));
+    appendCell(target, plan.station(found.record), stationWidth);
+    appendCell(target, plan.type(found.record), typeWidth);
     target.append("  ");
     const std::size_t healthBegin = target.size();
-    // The usual health is 0.
-    if (plan.health != nullptr &&
-        RTCM2_reader_integer(&plan.health->reader, found.record, 0) != 0) {
-        appendInterpreted(target, *plan.health, found.record, true);
-    }
-    const std::size_t healthEnd = target.size();
-    target.append(healthEnd != healthBegin ? ": " : "");
-    if (found.kind->isUnknown) {
-        appendUnknown(target, found);
-    } else {
-        plan.content.append(target, found.record);
-    }
+    const std::size_t healthEnd =
+        healthBegin + plan.appendContent(target, found.record, found.bytes);
     if (options.columns != 0 || options.colour) {
         finishLine(target, begin, healthBegin, healthEnd);
     }
     target.append('\n');
-}
-
-void BriefView::appendUnknown(Text& target, const Found& found)
-{
-    std::string digits = "unknown type 0x";
-    appendHex(digits, found.bytes.subspan(framing::headerBytes));
-    target.append(std::string_view(digits).substr(
-        0, found.bytes.size() > framing::headerBytes ? digits.npos : digits.rfind(' ')));
 }
 
 // What a terminal shows: no more than a line of it, and a health that people should see.

@@ -1,7 +1,7 @@
 // One line a message, for people: number, time, station, type, and what is in it.
 #pragma once
 
-#include "format/BriefPlan.h"
+#include "format/BriefLine.h"
 #include "format/EnvelopeColumns.h"
 #include "session/Sink.h"
 
@@ -26,19 +26,9 @@ public:
     void beginInput(const std::string& name) override;
 
 private:
-    // How the line of a kind begins, and the rest of it.
-    struct KindPlan {
-        const FieldModel* time = nullptr;
-        const FieldModel* station = nullptr;
-        const FieldModel* type = nullptr;
-        const FieldModel* health = nullptr;
-        BriefPlan content{};
-    };
-
     void print(const Found& found, Text& target) override;
     void appendHeading(Text& target) const;
     std::string inInputColumn(const std::string& name) const;
-    static void appendUnknown(Text& target, const Found& found);
     void finishLine(Text& target, std::size_t begin, std::size_t healthBegin,
                     std::size_t healthEnd) const;
 
@@ -46,5 +36,5 @@ private:
     EnvelopeColumns envelopes;
     bool hasHeading = false;
     std::string input;
-    std::vector<KindPlan> plans;    // by the number of the kind
+    std::vector<BriefLine> plans;    // by the number of the kind
 };

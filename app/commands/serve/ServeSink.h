@@ -1,7 +1,7 @@
 // Plays the messages of a session.
 #pragma once
 
-#include "commands/SenderDefaults.h"
+#include "export/SenderDefaults.h"
 #include "commands/serve/Player.h"
 #include "session/Sink.h"
 

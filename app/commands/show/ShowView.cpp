@@ -33,12 +33,10 @@ bool isBytes(const FieldModel& field)
     return field.isRepeated() && field.row->type == RTCM2_TYPE_BYTE;
 }
 
-// A value as people read it without its meaning.
-std::string plain(const FieldModel& field, std::int64_t value)
+std::string numberText(const FieldModel& field, std::int64_t value)
 {
     Text text;
-    text.append(field.row->type == RTCM2_TYPE_BYTE ? "0x" : "");
-    appendPlain(text, field, value);
+    appendNumber(text, field, value);
     return std::string(text.view());
 }
 
@@ -132,10 +130,10 @@ void ShowView::printValue(const FieldModel& field, const void* record, Text& tar
     const std::int64_t value = RTCM2_reader_integer(&field.reader, record, 0);
     if (const char* const meaning = meaningOf(field, value)) {
         target.append(meaning);
-        paint(dim, " (" + plain(field, value) + ")", target);
+        paint(dim, " (" + numberText(field, value) + ")", target);
         return;
     }
-    target.append(plain(field, value));
+    appendNumber(target, field, value);
     target.append(field.unit.empty() ? "" : " " + field.unit);
 }
 
@@ -160,7 +158,7 @@ void ShowView::printBytes(const FieldModel& field, const void* record, const std
     appendByteLines(target, bytes, indent);
     for (const RTCM2_text_s& coded : codedTexts(field)) {
         if (std::find(bytes.begin(), bytes.end(), coded.value) != bytes.end()) {
-            target.append(indent + plain(field, coded.value) + ": " + coded.text + "\n");
+            target.append(indent + numberText(field, coded.value) + ": " + coded.text + "\n");
         }
     }
 }

@@ -1,4 +1,4 @@
-#include "commands/convert/CopySink.h"
+#include "export/CopySink.h"
 
 CopySink::CopySink(Output& out, const CopyOptions& copyOptions)
     : output(out), options(copyOptions), writer(makeWriter(copyOptions.form))

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Output.h"
-#include "commands/SenderDefaults.h"
+#include "export/SenderDefaults.h"
 #include "forms/InputForm.h"
 #include "session/Sink.h"
 

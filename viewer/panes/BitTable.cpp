@@ -1,0 +1,76 @@
+#include "viewer/panes/BitTable.h"
+
+#include "format/PackedText.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <span>
+
+namespace {
+
+QString hexOf(std::span<const std::uint8_t> bytes)
+{
+    std::string text;
+    for (const std::uint8_t& byte : bytes) {
+        text += text.empty() ? "" : " ";
+        appendHex(text, {&byte, 1});
+    }
+    return QString::fromStdString(text);
+}
+
+QString noteOf(const AirWord& word)
+{
+    QStringList notes;
+    if (!word.goodParity) {
+        notes += QStringLiteral("bad parity");
+    }
+    if (word.inverted) {
+        notes += QStringLiteral("inverted");
+    }
+    const std::uint64_t last = word.carriers.empty() ? 0 : word.carriers.back().position;
+    if (const std::uint64_t between = last + 1 - word.byte; between > word.carriers.size()) {
+        notes += QStringLiteral("%1 other bytes inside").arg(between - word.carriers.size());
+    }
+    return notes.join(QStringLiteral(", "));
+}
+
+}    // namespace
+
+BitTable packedTable(const std::vector<std::uint8_t>& packed)
+{
+    BitTable table;
+    const std::span<const std::uint8_t> all(packed);
+    for (std::size_t at = 0; at < packed.size(); at += RTCM2_PACKED_WORD_BYTES) {
+        const auto bytes =
+            all.subspan(at, std::min<std::size_t>(RTCM2_PACKED_WORD_BYTES, packed.size() - at));
+        BitRow& row = table.rows.emplace_back();
+        row.byte = QString::number(at);
+        row.hex = hexOf(bytes);
+        for (const std::uint8_t byte : bytes) {
+            row.bits = row.bits << 8 | byte;
+            row.count += 8;
+        }
+    }
+    return table;
+}
+
+BitTable airTable(const std::vector<AirWord>& words)
+{
+    BitTable table{.rows = {}, .perByte = RTCM2_STREAM_BYTE_BITS};
+    for (const AirWord& word : words) {
+        std::vector<std::uint8_t> bytes;
+        for (const AirByte& carrier : word.carriers) {
+            bytes.push_back(carrier.value);
+        }
+        table.rows.push_back({.byte = QString::number(word.byte),
+                              .hex = hexOf(bytes),
+                              .note = noteOf(word),
+                              .bits = word.received,
+                              .count = WordBit::perWord,
+                              .phase = static_cast<int>(word.bit),
+                              .isInverted = word.inverted,
+                              .isBad = !word.goodParity});
+    }
+    return table;
+}

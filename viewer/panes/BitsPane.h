@@ -1,0 +1,44 @@
+// The bits of a message: packed, and as they came by air.
+#pragma once
+
+#include "viewer/panes/BitsView.h"
+#include "viewer/panes/MessagePane.h"
+
+class QLabel;
+class QScrollArea;
+class QSplitter;
+
+class BitsPane : public MessagePane {
+    Q_OBJECT
+
+public:
+    explicit BitsPane(QWidget* parent = nullptr);
+
+    void show(const MessageDetail* shown) override;
+
+    // Lights up the bits of a field, which is not told back.
+    void selectField(const FieldPlace& place) { selection.setField(place); }
+
+    const BitSelection& bits() const { return selection; }
+
+Q_SIGNALS:
+    // The person chose bits, and so this field; none for bits of no field.
+    void fieldSelected(const FieldPlace& place);
+    // Bits of the packed message; none for parity.
+    void bitsSelected(const BitRange& range);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    QScrollArea* areaOf(BitsView* view);
+    void addCopy(const QString& text, const QKeySequence& keys,
+                 QString (BitSelection::*what)() const);
+    void arrange();
+
+    BitSelection selection;
+    BitsView* packed;
+    BitsView* air;
+    QSplitter* splitter;
+    QLabel* status;
+};

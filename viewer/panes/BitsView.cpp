@@ -1,0 +1,327 @@
+#include "viewer/panes/BitsView.h"
+
+#include <QFontDatabase>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int margin = 6;
+constexpr int rowRoom = 4;      // between letters of two rows
+constexpr int cellRoom = 2;     // between letters of a row
+constexpr int columnGap = 2;    // in letters
+
+int longest(const std::vector<BitRow>& rows, QString BitRow::*text, int least)
+{
+    qsizetype length = least;
+    for (const BitRow& row : rows) {
+        length = std::max(length, (row.*text).size());
+    }
+    return static_cast<int>(length);
+}
+
+}    // namespace
+
+BitsView::BitsView(BitSelection& selected, QWidget* parent) : QWidget(parent), selection(selected)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    measure();
+    connect(&selection, &BitSelection::changed, this, [this] {
+        update();
+        if (const QRect place = rectOf(selection.cursor()); !place.isEmpty()) {
+            Q_EMIT wanted(place.adjusted(0, -place.height(), 0, place.height()));
+        }
+    });
+}
+
+void BitsView::setTable(const QString& newTitle, BitTable newTable)
+{
+    title = newTitle;
+    table = std::move(newTable);
+    const BitMap& map = selection.map();
+    isOdd.assign(map.size(), false);
+    for (std::uint32_t bit = 1; bit < map.size(); ++bit) {
+        isOdd[bit] = isOdd[bit - 1] != (map.at(bit) != map.at(bit - 1));
+    }
+    measure();
+    setAccessibleName(title);
+    const auto bad = std::find_if(table.rows.begin(), table.rows.end(),
+                                  [](const BitRow& row) { return row.isBad; });
+    Q_EMIT wanted(
+        rectOf({bad != table.rows.end() ? static_cast<int>(bad - table.rows.begin()) : 0, 0}));
+}
+
+void BitsView::measure()
+{
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    const QFontMetrics metrics(font());
+    letter = {metrics.horizontalAdvance('0'), metrics.height() + rowRoom};
+    const auto behind = [this](int left, int letters) {
+        return left + (letters + columnGap) * letter.width();
+    };
+    hexLeft = behind(behind(margin, 4), longest(table.rows, &BitRow::byte, 4));
+    bitsLeft = behind(hexLeft, longest(table.rows, &BitRow::hex, 5));
+    noteLeft = bitsLeft + columns() * (letter.width() + cellRoom) + letter.width();
+    updateGeometry();
+    resize(sizeHint().expandedTo(size()));
+    update();
+}
+
+int BitsView::bitsIn(int row) const
+{
+    return table.rows[static_cast<std::size_t>(row)].count;
+}
+
+int BitsView::columns() const
+{
+    int most = 0;
+    for (const BitRow& row : table.rows) {
+        most = std::max(most, table.columnOf(row, row.count - 1) + 1);
+    }
+    return most;
+}
+
+QSize BitsView::sizeHint() const
+{
+    const int note = longest(table.rows, &BitRow::note, 0);
+    const int rows = static_cast<int>(table.rows.size()) + 2;    // and the head
+    return {noteLeft + note * letter.width() + margin, rows * letter.height() + 2 * margin};
+}
+
+QRect BitsView::rectOf(WordBit bit) const
+{
+    const bool exists = !bit.isNone() && bit.word < static_cast<int>(table.rows.size()) &&
+                        bit.bit < bitsIn(bit.word);
+    if (!exists) {
+        return {};
+    }
+    const int cell = letter.width() + cellRoom;
+    const int column = table.columnOf(table.rows[static_cast<std::size_t>(bit.word)], bit.bit);
+    return {bitsLeft + column * cell, margin + (bit.word + 2) * letter.height(), cell,
+            letter.height() - 1};
+}
+
+WordBit BitsView::bitAt(const QPoint& point) const
+{
+    const int word = (point.y() - margin) / letter.height() - 2;
+    if (point.y() < margin || word < 0 || word >= static_cast<int>(table.rows.size())) {
+        return {};
+    }
+    for (int bit = 0; bit < bitsIn(word); ++bit) {
+        if (rectOf({word, bit}).contains(point.x(), rectOf({word, bit}).center().y())) {
+            return {word, bit};
+        }
+    }
+    return {};
+}
+
+void BitsView::paintEvent(QPaintEvent* event)
+{
+    QPainter painter(this);
+    painter.fillRect(event->rect(), palette().base());
+    const PaneColours::Bits colours(palette());
+    paintHead(painter);
+    for (int row = 0; row < static_cast<int>(table.rows.size()); ++row) {
+        const int top = margin + (row + 2) * letter.height();
+        if (top <= event->rect().bottom() && top + letter.height() >= event->rect().top()) {
+            paintRow(painter, colours, row);
+        }
+    }
+}
+
+void BitsView::paintHead(QPainter& painter) const
+{
+    const auto write = [&](int left, int line, const QString& text) {
+        painter.drawText(
+            QPoint(left, margin + line * letter.height() + QFontMetrics(painter.font()).ascent()),
+            text);
+    };
+    QFont bold = font();
+    bold.setBold(true);
+    painter.setFont(bold);
+    painter.setPen(palette().color(QPalette::Text));
+    write(margin, 0, title);
+    painter.setFont(font());
+    painter.setPen(PaneColours::Bits(palette()).faintText);
+    if (!table.rows.empty()) {
+        write(margin, 1, tr("Word"));
+        write(margin + (4 + columnGap) * letter.width(), 1, tr("Byte"));
+        write(hexLeft, 1, tr("Bytes"));
+        write(bitsLeft, 1, tr("Bits"));
+    }
+}
+
+void BitsView::paintRow(QPainter& painter, const PaneColours::Bits& colours, int row) const
+{
+    const BitRow& shown = table.rows[static_cast<std::size_t>(row)];
+    const int top = margin + (row + 2) * letter.height();
+    const int base = top + rowRoom / 2 + QFontMetrics(font()).ascent();
+    painter.setPen(colours.faintText);
+    painter.drawText(QRect(margin, top, 4 * letter.width(), letter.height()),
+                     Qt::AlignRight | Qt::AlignVCenter, QString::number(row + 1));
+    painter.drawText(margin + (4 + columnGap) * letter.width(), base, shown.byte);
+    painter.setPen(colours.text);
+    painter.drawText(hexLeft, base, shown.hex);
+    if (!shown.note.isEmpty()) {
+        painter.fillRect(QRect(noteLeft - letter.width() / 2, top,
+                               static_cast<int>(shown.note.size() + 1) * letter.width(),
+                               letter.height() - 1),
+                         shown.isBad ? colours.bad : colours.inverted);
+        painter.drawText(noteLeft, base, shown.note);
+    }
+    for (int bit = 0; bit < shown.count; ++bit) {
+        paintBit(painter, colours, {row, bit});
+    }
+}
+
+void BitsView::paintBit(QPainter& painter, const PaneColours::Bits& colours, WordBit bit) const
+{
+    const QRect place = rectOf(bit);
+    const bool isLit = selection.isLit(bit);
+    painter.fillRect(place, isLit ? colours.selected : colourOf(colours, bit));
+    const bool isFill = !bit.isParity() && selection.map().isFill(bit.packed());
+    painter.setPen(isLit ? colours.selectedText : isFill ? colours.faintText : colours.text);
+    const bool isSet = table.rows[static_cast<std::size_t>(bit.word)].at(bit.bit);
+    painter.drawText(place, Qt::AlignCenter, isSet ? QStringLiteral("1") : QStringLiteral("0"));
+    if (bit == selection.cursor()) {
+        painter.setPen(hasFocus() ? colours.text : colours.faintText);
+        painter.drawRect(place.adjusted(0, 0, -1, -1));
+    }
+}
+
+QColor BitsView::colourOf(const PaneColours::Bits& colours, WordBit bit) const
+{
+    const BitRow& row = table.rows[static_cast<std::size_t>(bit.word)];
+    if (bit.isParity()) {
+        return row.isBad ? colours.bad : colours.parity;
+    }
+    const std::uint32_t packed = bit.packed();
+    const bool isOther = packed < isOdd.size() && isOdd[packed];
+    if (row.isInverted) {
+        return isOther ? colours.otherInverted : colours.inverted;
+    }
+    if (selection.map().at(packed).isNone()) {
+        return colours.noField;
+    }
+    return isOther ? colours.otherField : colours.field;
+}
+
+void BitsView::goTo(WordBit bit, bool isMarking)
+{
+    if (!bit.isNone() && !rectOf(bit).isEmpty()) {
+        selection.moveTo(bit, isMarking);
+    }
+}
+
+void BitsView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton) {
+        goTo(bitAt(event->position().toPoint()), event->modifiers().testFlag(Qt::ShiftModifier));
+    }
+}
+
+void BitsView::mouseMoveEvent(QMouseEvent* event)
+{
+    const WordBit bit = bitAt(event->position().toPoint());
+    if (event->buttons().testFlag(Qt::LeftButton) && bit != selection.cursor()) {
+        goTo(bit, true);
+    }
+}
+
+void BitsView::keyPressEvent(QKeyEvent* event)
+{
+    const WordBit from = rectOf(selection.cursor()).isEmpty() ? WordBit() : selection.cursor();
+    const WordBit to = moved(from, event->key(), event->modifiers().testFlag(Qt::ControlModifier));
+    if (to.isNone()) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    goTo(from.isNone() ? WordBit{0, 0} : to, event->modifiers().testFlag(Qt::ShiftModifier));
+}
+
+// Where a key leads; none for keys that lead nowhere. The rows end where the message does.
+WordBit BitsView::moved(WordBit from, int key, bool isFar) const
+{
+    const int last = static_cast<int>(table.rows.size()) - 1;
+    const int page = std::max(1, visibleRegion().boundingRect().height() / letter.height() - 1);
+    if (last < 0) {
+        return {};
+    }
+    switch (key) {
+    case Qt::Key_Left:
+        return isFar ? nextField(from, -1) : stepped(from, -1);
+    case Qt::Key_Right:
+        return isFar ? nextField(from, 1) : stepped(from, 1);
+    case Qt::Key_Up:
+        return {std::max(from.word - 1, 0), from.bit};
+    case Qt::Key_Down:
+        return {std::min(from.word + 1, last), from.bit};
+    case Qt::Key_PageUp:
+        return {std::max(from.word - page, 0), from.bit};
+    case Qt::Key_PageDown:
+        return {std::min(from.word + page, last), from.bit};
+    case Qt::Key_Home:
+        return {isFar ? 0 : std::max(from.word, 0), 0};
+    case Qt::Key_End:
+        return isFar ? WordBit{last, bitsIn(last) - 1}
+                     : WordBit{std::max(from.word, 0), bitsIn(std::max(from.word, 0)) - 1};
+    default:
+        return {};
+    }
+}
+
+WordBit BitsView::stepped(WordBit from, int step) const
+{
+    WordBit to{std::max(from.word, 0), from.bit + step};
+    if (to.bit < 0 && to.word > 0) {
+        --to.word;
+        to.bit = bitsIn(to.word) - 1;
+    } else if (to.bit >= bitsIn(to.word) && to.word + 1 < static_cast<int>(table.rows.size())) {
+        to = {to.word + 1, 0};
+    }
+    return rectOf(to).isEmpty() ? from : to;
+}
+
+// The first bit of the next field, or of the one before.
+WordBit BitsView::nextField(WordBit from, int step) const
+{
+    const BitMap& map = selection.map();
+    const auto fieldAt = [&](WordBit bit) { return map.at(bit.packed()); };
+    WordBit to = from;
+    for (WordBit next = stepped(to, step); next != to; next = stepped(to, step)) {
+        to = next;
+        if (!to.isParity() && fieldAt(to) != fieldAt(from)) {
+            const std::uint32_t first = map.bitsOf(fieldAt(to)).first;
+            return fieldAt(to).isNone() ? to : WordBit::ofPacked(first);
+        }
+    }
+    return to;
+}
+
+bool BitsView::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto* const help = static_cast<QHelpEvent*>(event);
+        const WordBit bit = bitAt(help->pos());
+        const QString text = bit.isNone() ? QString() : selection.about(bit);
+        QToolTip::showText(help->globalPos(), text, this, rectOf(bit));
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+void BitsView::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ApplicationFontChange || event->type() == QEvent::StyleChange) {
+        measure();
+    }
+}
+
+// Compiled here instead of on its own.
+#include "moc_BitsView.cpp"

@@ -1,0 +1,227 @@
+#include "viewer/panes/FieldsPane.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QLabel>
+#include <QSortFilterProxyModel>
+#include <QSplitter>
+#include <QTableView>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int widestColumn = 220;
+
+QString linesOf(const QModelIndexList& indexes)
+{
+    QString text;
+    int lastRow = -1;
+    QModelIndex lastParent;
+    for (const QModelIndex& index : indexes) {
+        const bool isSameRow = index.row() == lastRow && index.parent() == lastParent;
+        text += isSameRow ? QStringLiteral("\t") : QStringLiteral("\n");
+        text += index.data().toString();
+        lastRow = index.row();
+        lastParent = index.parent();
+    }
+    return text.mid(1);
+}
+
+// Why there is nothing to show, or not all.
+QString troubleOf(const MessageDetail* detail)
+{
+    if (detail == nullptr) {
+        return FieldsPane::tr("No message is chosen");
+    }
+    if (!detail->text.empty()) {
+        const bool isPart = detail->record != nullptr && detail->what != Found::What::message &&
+                            detail->what != Found::What::unreported;
+        return QString::fromStdString(detail->text) +
+               (isPart ? FieldsPane::tr(". Shown is what came whole.") : QString());
+    }
+    return detail->isShort ? FieldsPane::tr("Fewer words came than the message declares")
+           : detail->record == nullptr ? FieldsPane::tr("Nothing that could be decoded")
+                                       : QString();
+}
+
+}    // namespace
+
+FieldsPane::FieldsPane(QWidget* parent)
+    : MessagePane(parent), fields(new FieldTreeModel(this)), elements(new ElementTableModel(this)),
+      sorted(new QSortFilterProxyModel(this)), splitter(new QSplitter(Qt::Vertical)),
+      trouble(new QLabel), tree(new QTreeView), table(new QTableView)
+{
+    makeTree();
+    makeTable();
+    splitter->addWidget(tree);
+    splitter->addWidget(table);
+    splitter->setChildrenCollapsible(false);
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 2);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(trouble);
+    layout->addWidget(splitter);
+    trouble->setTextFormat(Qt::PlainText);
+    trouble->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    trouble->setWordWrap(true);
+    trouble->setMargin(4);
+    auto* const copying = new QAction(tr("Copy rows"), this);
+    copying->setShortcut(QKeySequence::Copy);
+    copying->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(copying, &QAction::triggered, this, &FieldsPane::copy);
+    addAction(copying);
+    tree->addAction(copying);
+    table->addAction(copying);
+    show(nullptr);
+}
+
+void FieldsPane::makeTree()
+{
+    tree->setModel(fields);
+    tree->setContextMenuPolicy(Qt::ActionsContextMenu);
+    tree->setUniformRowHeights(true);
+    tree->setAlternatingRowColors(true);
+    tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    tree->setAccessibleName(tr("Fields"));
+    connect(tree, &QTreeView::expanded, this, &FieldsPane::widenColumns);
+    connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& current) {
+                chooseFrom(*tree, current, fields->placeOf(current));
+            });
+}
+
+void FieldsPane::makeTable()
+{
+    sorted->setSourceModel(elements);
+    sorted->setSortRole(ElementTableModel::sortRole);
+    table->setModel(sorted);
+    table->setContextMenuPolicy(Qt::ActionsContextMenu);
+    table->setSortingEnabled(true);
+    table->sortByColumn(-1, Qt::AscendingOrder);    // as they came, until a column is chosen
+    table->setAlternatingRowColors(true);
+    table->setTabKeyNavigation(false);
+    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 6);
+    table->setAccessibleName(tr("Elements"));
+    connect(table->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& current) {
+                chooseFrom(*table, current, elements->placeOf(sorted->mapToSource(current)));
+            });
+}
+
+// The same field stays chosen from message to message of a kind.
+void FieldsPane::show(const MessageDetail* shown)
+{
+    const KindModel* const before = shownKind;
+    shownKind = shown != nullptr && shown->record != nullptr ? shown->kind : nullptr;
+    isFollowing = true;
+    bitMap = shown != nullptr ? BitMap(*shown) : BitMap();
+    detail = shown;
+    fields->show(detail, &bitMap);
+    elements->show(detail);
+    table->setVisible(elements->hasElements());
+    trouble->setText(troubleOf(detail));
+    trouble->setVisible(!trouble->text().isEmpty());
+    isFollowing = false;
+    expandArrays();
+    if (shownKind != before) {
+        fitColumns();
+    }
+    const bool isThere = detail != nullptr && spotOf(*detail, selected).kind != nullptr;
+    selectField(isThere && shownKind == before ? selected : FieldPlace());
+}
+
+void FieldsPane::expandArrays()
+{
+    for (int row = 0; row < fields->rowCount(); ++row) {
+        tree->expand(fields->index(row, 0));
+    }
+}
+
+void FieldsPane::fitColumns()
+{
+    for (int column = 0; column < FieldTreeModel::columns; ++column) {
+        tree->setColumnWidth(column, 0);
+    }
+    widenColumns();
+    table->resizeColumnsToContents();
+}
+
+// So that what is seen is seen whole, but for long texts.
+void FieldsPane::widenColumns()
+{
+    for (int column = 0; column < FieldTreeModel::columns; ++column) {
+        const int before = tree->columnWidth(column);
+        tree->resizeColumnToContents(column);
+        tree->setColumnWidth(
+            column, std::clamp(tree->columnWidth(column), before, std::max(before, widestColumn)));
+    }
+}
+
+void FieldsPane::selectField(const FieldPlace& place)
+{
+    selected = place;
+    isFollowing = true;
+    showInTree();
+    showInTable();
+    isFollowing = false;
+}
+
+// A view that gets the keys goes to its first row by itself, without selecting it.
+void FieldsPane::chooseFrom(const QAbstractItemView& view, const QModelIndex& current,
+                            const FieldPlace& place)
+{
+    if (isFollowing || place.isNone() || !view.selectionModel()->isSelected(current)) {
+        return;
+    }
+    selectField(place);
+    Q_EMIT fieldSelected(place);
+}
+
+void FieldsPane::showInTree()
+{
+    const QModelIndex index = fields->indexOf(selected);
+    const bool isShown = index.isValid() && index == tree->currentIndex().siblingAtColumn(0) &&
+                         tree->selectionModel()->isSelected(index);
+    if (!isShown) {
+        tree->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
+                                                           QItemSelectionModel::Rows);
+        tree->scrollTo(index);
+    }
+}
+
+void FieldsPane::showInTable()
+{
+    const QModelIndex index = sorted->mapFromSource(elements->indexOf(selected));
+    const FieldPlace before = elements->placeOf(sorted->mapToSource(table->currentIndex()));
+    if (before != selected || !index.isValid()) {
+        table->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+        table->scrollTo(index);
+    }
+}
+
+QString FieldsPane::selectedText() const
+{
+    const QAbstractItemView* const view =
+        table->hasFocus() ? static_cast<const QAbstractItemView*>(table) : tree;
+    QModelIndexList indexes = view->selectionModel()->selectedIndexes();
+    std::sort(indexes.begin(), indexes.end(), [this](const auto& a, const auto& b) {
+        const FieldPlace left = fields->placeOf(a);
+        return a.model() == fields && left != fields->placeOf(b) ? left < fields->placeOf(b)
+                                                                 : a < b;
+    });
+    return linesOf(indexes);
+}
+
+void FieldsPane::copy() const
+{
+    QGuiApplication::clipboard()->setText(selectedText());
+}
+
+// Compiled here instead of on its own.
+#include "moc_FieldsPane.cpp"

@@ -1,0 +1,4 @@
+#include "viewer/panes/MessagePane.h"
+
+// Compiled here instead of on its own.
+#include "moc_MessagePane.cpp"

@@ -1,0 +1,18 @@
+// A view of one message beneath the list.
+#pragma once
+
+#include "viewer/document/MessageDetail.h"
+
+#include <QWidget>
+
+class MessagePane : public QWidget {
+    Q_OBJECT
+
+public:
+    using QWidget::QWidget;
+    using QWidget::show;
+
+    // Shows this message, or that none is chosen where there is none. The detail stays until the
+    // next call.
+    virtual void show(const MessageDetail* detail) = 0;
+};

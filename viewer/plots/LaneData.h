@@ -1,0 +1,40 @@
+// What came when, lane by lane, of a part of an index.
+#pragma once
+
+#include "viewer/plots/IndexTimes.h"
+
+#include "check/TypeRate.h"
+#include "curves/Traffic.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+
+// A lane for each type of each station; what has neither came damaged and has a lane of its own.
+std::optional<Traffic::Key> laneOf(const IndexEntry& entry);
+
+class LaneData {
+public:
+    explicit LaneData(const Range& wanted) : range(wanted) {}
+
+    // Goes on with what is in the index by now. Ends early where it is asked to.
+    void add(const MessageIndex& index, const IndexTimes& times,
+             const std::function<bool()>& isAskedToStop);
+
+    // So many places of the index were looked at.
+    std::size_t seen() const { return next; }
+    const Traffic& traffic() const { return counted; }
+    // The seconds without a message of the lane in which one had to come; of a lane whose messages
+    // come irregularly more than there are.
+    double shortestGap(const Traffic::Key& lane) const;
+
+private:
+    static constexpr double unitsPerSecond = 1000;
+
+    void take(const IndexEntry& entry, std::uint64_t number, double seconds);
+
+    Range range;
+    std::size_t next = 0;
+    Traffic counted;
+    std::map<Traffic::Key, TypeRate> rates;
+};
