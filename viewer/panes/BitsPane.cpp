@@ -12,11 +12,9 @@
 #include <QVBoxLayout>
 
 BitsPane::BitsPane(QWidget* parent)
-    : MessagePane(parent), packed(new BitsView(selection, this)),
-      air(new BitsView(selection, this)), splitter(new QSplitter), status(new QLabel)
+    : MessagePane(parent), splitter(new QSplitter), packed(makePart()), air(makePart()),
+      status(new QLabel)
 {
-    splitter->addWidget(areaOf(packed));
-    splitter->addWidget(areaOf(air));
     splitter->setChildrenCollapsible(false);
     status->setTextInteractionFlags(Qt::TextSelectableByMouse);
     status->setTextFormat(Qt::PlainText);
@@ -38,16 +36,35 @@ BitsPane::BitsPane(QWidget* parent)
     show(nullptr);
 }
 
-QScrollArea* BitsPane::areaOf(BitsView* view)
+BitsPane::Part BitsPane::makePart()
 {
+    const Part part{new BitsView(selection), new QLabel, new QWidget};
     auto* const area = new QScrollArea;
-    area->setWidget(view);
+    area->setWidget(part.view);
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus);
-    connect(view, &BitsView::wanted, area, [area](const QRect& place) {
+    area->setBackgroundRole(QPalette::Base);
+    connect(part.view, &BitsView::wanted, area, [area](const QRect& place) {
         area->ensureVisible(place.center().x(), place.center().y(), place.width(), place.height());
     });
-    return area;
+    QFont bold = part.title->font();
+    bold.setBold(true);
+    part.title->setFont(bold);
+    auto* const layout = new QVBoxLayout(part.whole);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(part.title);
+    layout->addWidget(area, 1);
+    splitter->addWidget(part.whole);
+    return part;
+}
+
+void BitsPane::fill(const Part& part, const QString& title, const BitTable& table)
+{
+    part.title->setText(title);
+    part.view->setAccessibleName(title);
+    part.view->setTable(table);
+    part.whole->setVisible(!table.rows.empty());
 }
 
 void BitsPane::addCopy(const QString& text, const QKeySequence& keys,
@@ -59,7 +76,7 @@ void BitsPane::addCopy(const QString& text, const QKeySequence& keys,
     connect(copying, &QAction::triggered, this,
             [this, what] { QGuiApplication::clipboard()->setText((selection.*what)()); });
     addAction(copying);
-    for (BitsView* const view : {packed, air}) {
+    for (BitsView* const view : {packed.view, air.view}) {
         view->setContextMenuPolicy(Qt::ActionsContextMenu);
         view->addAction(copying);
     }
@@ -74,12 +91,10 @@ void BitsPane::show(const MessageDetail* shown)
         words = wordsToSend(shown->packed);
     }
     selection.setMessage(shown, words);
-    packed->setTable(tr("Packed message"),
-                     shown != nullptr ? packedTable(shown->packed) : BitTable());
-    air->setTable(isReceived ? tr("As received")
-                             : tr("As it would be sent; the input has no parity"),
-                  airTable(words));
-    air->parentWidget()->parentWidget()->setVisible(!air->isEmpty());
+    fill(packed, tr("Packed message"),
+         shown != nullptr ? packedTable(*shown, selection.map()) : BitTable());
+    fill(air, isReceived ? tr("As received") : tr("As it would be sent; the input has no parity"),
+         airTable(words));
     arrange();
 }
 
@@ -92,14 +107,11 @@ void BitsPane::resizeEvent(QResizeEvent* event)
 // Beside each other where there is room.
 void BitsPane::arrange()
 {
-    const int needed = packed->sizeHint().width() + air->sizeHint().width() + 60;
-    const auto orientation = width() >= needed ? Qt::Horizontal : Qt::Vertical;
-    if (orientation != splitter->orientation()) {
-        splitter->setOrientation(orientation);
-        const int wide = packed->sizeHint().width();
-        splitter->setSizes(orientation == Qt::Horizontal ? QList{wide, width() - wide}
-                                                         : QList{height() / 2, height() / 2});
-    }
+    const int room = 24;    // around a view, with a scroll bar
+    const int wide = packed.view->sizeHint().width() + room;
+    const bool isBeside = width() >= wide + air.view->sizeHint().width() + room;
+    splitter->setOrientation(isBeside ? Qt::Horizontal : Qt::Vertical);
+    packed.whole->setMaximumWidth(isBeside ? wide : QWIDGETSIZE_MAX);
 }
 
 // Compiled here instead of on its own.

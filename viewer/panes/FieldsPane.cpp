@@ -200,7 +200,10 @@ void FieldsPane::showInTable()
     const QModelIndex index = sorted->mapFromSource(elements->indexOf(selected));
     const FieldPlace before = elements->placeOf(sorted->mapToSource(table->currentIndex()));
     if (before != selected || !index.isValid()) {
-        table->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+        const auto whole =
+            selected.part < 0 ? QItemSelectionModel::Rows : QItemSelectionModel::NoUpdate;
+        table->selectionModel()->setCurrentIndex(index,
+                                                 QItemSelectionModel::ClearAndSelect | whole);
         table->scrollTo(index);
     }
 }
