@@ -50,9 +50,8 @@ const framing::Frame* RangeReader::next()
     while (const framing::Frame* const seen = reader != nullptr ? reader->next() : nullptr) {
         count(*seen);
         if (range.has(seen->beginOffset)) {
-            const std::uint64_t number = frame.number + 1;
             frame = *seen;
-            frame.number = number;
+            frame.number = range.firstNumber + found++;
             return &frame;
         }
     }

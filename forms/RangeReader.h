@@ -10,6 +10,7 @@
 struct ByteRange {
     std::uint64_t begin = 0;
     std::uint64_t end = UINT64_MAX;    // one past the last byte
+    std::uint64_t firstNumber = 1;     // of the first message, or what else is found, in it
 
     bool has(std::uint64_t byte) const { return byte >= begin && byte < end; }
 };
@@ -17,7 +18,8 @@ struct ByteRange {
 // Which messages there are depends on what stands before them. So it begins to read a good way
 // before its range, that all ranges together give what the whole input does: each frame, also a
 // damaged or truncated one, belongs to the range in which its first byte stands. It reads on behind
-// the range until that is certain of all of them. Numbers count in the range, bytes in the input.
+// the range until that is certain of all of them. Numbers count in the range,
+// from the one that it names, and bytes in the input.
 //
 // A packed message can be found by its preamble alone. A reader that begins in the middle takes
 // other bytes for messages at first, but what it takes wrongly does not fit together for long,
@@ -55,5 +57,6 @@ private:
     std::uint64_t pushedUpTo;        // of the input
     std::uint64_t messagesUpTo;      // where the last message ended
     std::uint64_t inMessages = 0;    // bytes of the range
+    std::uint64_t found = 0;         // in the range
     framing::Frame frame;
 };

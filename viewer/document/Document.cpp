@@ -107,6 +107,9 @@ void Document::look()
     }
     const std::size_t count = messages.size();
     const std::uint64_t byteCount = bytes;
+    for (std::size_t place = lastSize; place < count; ++place) {
+        troubleCount += messages[place].hasRecord() ? 0 : 1;
+    }
     if (count != lastSize || byteCount != lastBytes) {
         lastSize = count;
         lastBytes = byteCount;

@@ -40,6 +40,8 @@ public:
     // Whether bytes come in their own time.
     bool comesSlowly() const { return isLive || source.follows; }
     std::uint64_t bytesRead() const;
+    // Of the index, what is no message that can be shown.
+    std::uint64_t troubles() const { return troubleCount; }
     // Of the file when reading began; 0 where that is not known.
     std::uint64_t size() const { return fileSize; }
 
@@ -77,6 +79,7 @@ private:
 
     std::atomic<std::uint64_t> bytes = 0;
     bool isOver = false;
+    std::uint64_t troubleCount = 0;
     std::size_t lastSize = 0;
     std::uint64_t lastBytes = 0;
     QTimer timer;

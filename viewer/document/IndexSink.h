@@ -11,7 +11,7 @@
 
 class IndexSink : public Sink {
 public:
-    // `times` may be null.
+    // Null where nobody asks for the times.
     IndexSink(const FormatModel& model, MessageIndex& filled, ReceiveTimes* receiveTimes);
 
     void take(const Found& found) override;

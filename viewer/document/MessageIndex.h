@@ -39,3 +39,16 @@ using MessageIndex = GrowingList<IndexEntry, std::size_t{1} << 16, 1024>;
 using ReceiveTimes = GrowingList<std::int64_t, std::size_t{1} << 16, 1024>;
 // Places in an index, in their order.
 using Selection = GrowingList<std::uint32_t, std::size_t{1} << 16, 1024>;
+
+// How many of the chosen ones among the first `count` stand before a place in the index.
+inline std::size_t countBefore(const Selection& chosen, std::size_t count, std::size_t place)
+{
+    std::size_t first = 0;
+    while (count > 0) {
+        const std::size_t half = count / 2;
+        const bool isBefore = chosen[first + half] < place;
+        first += isBefore ? half + 1 : 0;
+        count = isBefore ? count - half - 1 : half;
+    }
+    return first;
+}

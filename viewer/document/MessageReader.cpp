@@ -73,7 +73,7 @@ const FormSearch* MessageReader::search()
 void MessageReader::read(std::size_t from, std::size_t until, const Take& take, const Stop& stop)
 {
     problemText.clear();
-    ByteRange range{.begin = UINT64_MAX, .end = 0};
+    ByteRange range{.begin = UINT64_MAX, .end = 0, .firstNumber = from + 1};
     for (std::size_t place = from; place < until; ++place) {
         range.begin = std::min<std::uint64_t>(range.begin, index[place].begin);
         range.end = std::max<std::uint64_t>(range.end, index[place].begin + 1);
@@ -104,6 +104,20 @@ std::size_t MessageReader::placeOf(const Found& found, std::size_t from, std::si
         }
     }
     return until;
+}
+
+// Those that follow each other at once. Messages in sentences that are mixed with others' stand in
+// the index in another order than in the input.
+void MessageReader::read(const std::vector<std::size_t>& places, const Take& take, const Stop& stop)
+{
+    for (std::size_t i = 0; i < places.size() && !stop();) {
+        const std::size_t first = places[i];
+        std::size_t behind = first + 1;
+        for (++i; i < places.size() && places[i] == behind && index[behind].mmsi == 0; ++i) {
+            ++behind;
+        }
+        read(first, behind, take, stop);
+    }
 }
 
 MessageDetail MessageReader::detail(std::size_t place)

@@ -13,6 +13,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 // Used by one thread at a time.
 class MessageReader {
@@ -27,6 +28,8 @@ public:
     // Gives those of the messages from one place to another (one past the last) that are still
     // there, in any order.
     void read(std::size_t from, std::size_t until, const Take& take, const Stop& stop);
+    // Gives these messages with their numbers in the input, in their order.
+    void read(const std::vector<std::size_t>& places, const Take& take, const Stop& stop);
     // Everything about one message. Where it is not there any more, the text says so.
     MessageDetail detail(std::size_t place);
 

@@ -1,5 +1,6 @@
 #include "viewer/panes/PaneColours.h"
 
+#include "viewer/colours/Ground.h"
 #include "viewer/panes/FieldCells.h"
 
 #include <QGuiApplication>
@@ -8,11 +9,6 @@ namespace {
 
 constexpr double quarter = 0.25;
 constexpr double third = 0.35;
-
-bool isDark(const QPalette& palette)
-{
-    return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
-}
 
 }    // namespace
 

@@ -1,0 +1,499 @@
+#include "viewer/window/DocumentView.h"
+
+#include "viewer/panes/DetailPane.h"
+
+#include "base/Progress.h"
+#include "filter/FilterError.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLocale>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QStyledItemDelegate>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int lookAtWorkEvery = 50;    // milliseconds
+constexpr int mostEvents = 1000;
+
+QString grouped(qulonglong number)
+{
+    return QLocale(QLocale::English).toString(number);
+}
+
+// Leaves a little room between columns.
+class RowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& cell) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, cell);
+        const bool isRight = option->displayAlignment.testFlag(Qt::AlignRight);
+        option->text.insert(isRight ? option->text.size() : 0, QLatin1Char(' '));
+    }
+};
+
+QString padded(const char* sample)
+{
+    return QString::fromLatin1(sample) + QStringLiteral("   ");
+}
+
+}    // namespace
+
+DocumentView::DocumentView(const FormatModel& format, Input input)
+    : shown(format, std::move(input)), filterLine(new FilterLine(format)), table(new QTableView),
+      events(new QListWidget), paneRow(new QSplitter(Qt::Horizontal))
+{
+    buildSearchBar();
+    shown.start();
+    clock.start();
+    sinceShown.start();
+    rereader = std::make_unique<Rereader>(format, shown.again(), shown.index());
+    model = std::make_unique<MessageModel>(shown, *rereader);
+    following = shown.comesSlowly();
+    buildTable();
+    events->hide();
+    events->setMaximumHeight(fontMetrics().height() * 6);
+    events->setAccessibleName(QStringLiteral("Events"));
+    paneRow->setChildrenCollapsible(false);
+    addPane(new DetailPane);
+
+    auto* const upper = new QWidget;
+    auto* const upperLayout = new QVBoxLayout(upper);
+    upperLayout->setContentsMargins(0, 0, 0, 0);
+    upperLayout->addWidget(table);
+    upperLayout->addWidget(searchBar);
+    auto* const parts = new QSplitter(Qt::Vertical);
+    parts->setChildrenCollapsible(false);
+    parts->addWidget(upper);
+    parts->addWidget(paneRow);
+    parts->setStretchFactor(0, 3);
+    parts->setStretchFactor(1, 2);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(4, 4, 4, 0);
+    layout->addWidget(filterLine);
+    layout->addWidget(parts, 1);
+    layout->addWidget(events);
+    connectAll();
+}
+
+DocumentView::~DocumentView()
+{
+    timer.stop();
+}
+
+void DocumentView::buildTable()
+{
+    table->setModel(model.get());
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    table->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table->setWordWrap(false);
+    table->setShowGrid(false);
+    table->setTabKeyNavigation(false);
+    table->setCornerButtonEnabled(false);
+    table->setAccessibleName(QStringLiteral("Messages"));
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
+    QHeaderView& header = *table->horizontalHeader();
+    header.setStretchLastSection(true);
+    header.setHighlightSections(false);
+    const QFontMetrics metrics(table->font());
+    constexpr std::array<const char*, MessageModel::type> samples = {
+        "00000000", "0000000000", "2026-01-01T00:00:00.000000Z", "00:00.0", "Station", "000000000"};
+    for (int column = 0; column < MessageModel::type; ++column) {
+        table->setColumnWidth(column,
+                              metrics.horizontalAdvance(padded(samples[std::size_t(column)])));
+    }
+    int widest = 0;
+    for (const auto& kind : format().kinds()) {
+        widest = std::max(widest, kind->isMain ? metrics.horizontalAdvance(kindText(*kind)) : 0);
+    }
+    table->setColumnWidth(MessageModel::type, widest + metrics.horizontalAdvance(padded("")));
+    table->setItemDelegate(new RowDelegate(table));
+    table->setColumnHidden(MessageModel::received, shown.receiveTimes() == nullptr);
+    table->setColumnHidden(MessageModel::sender, true);
+}
+
+void DocumentView::buildSearchBar()
+{
+    searchBar = new QWidget;
+    searchLine = new QLineEdit;
+    searchLine->setPlaceholderText(QStringLiteral("Search in contents and types"));
+    searchLine->setAccessibleName(QStringLiteral("Search"));
+    searchState = new QLabel;
+    auto* const layout = new QHBoxLayout(searchBar);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(searchLine);
+    layout->addWidget(searchState);
+    searchBar->hide();
+}
+
+void DocumentView::connectAll()
+{
+    connect(&shown, &Document::grown, this, &DocumentView::showNew);
+    connect(&shown, &Document::told, this, &DocumentView::addEvent);
+    connect(&shown, &Document::ended, this, [this] {
+        pauseBetween = 0;
+        showNew();
+        if (filterPass != nullptr && shown.comesSlowly()) {
+            beginFilter(filterText);    // what waited for the end is decided now
+        }
+        Q_EMIT stateChanged();
+    });
+    connect(rereader.get(), &Rereader::detailCame, this, &DocumentView::showDetail);
+    connect(model.get(), &MessageModel::sendersCame, this,
+            [this] { table->setColumnHidden(MessageModel::sender, false); });
+    connect(table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &DocumentView::choose);
+    connect(table->verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] {
+        const QScrollBar& bar = *table->verticalScrollBar();
+        setFollowing(shown.comesSlowly() && bar.sliderPosition() == bar.maximum());
+    });
+    connect(filterLine, &FilterLine::changed, this, &DocumentView::applyFilter);
+    connect(filterLine, &FilterLine::left, table, qOverload<>(&QWidget::setFocus));
+    connect(searchLine, &QLineEdit::returnPressed, this, &DocumentView::searchNext);
+    auto* const closeSearch =
+        new QShortcut(Qt::Key_Escape, searchBar, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
+    connect(closeSearch, &QShortcut::activated, this, [this] {
+        searchBar->hide();
+        table->setFocus();
+    });
+    auto* const back = new QShortcut(Qt::SHIFT | Qt::Key_Return, searchBar, nullptr, nullptr,
+                                     Qt::WidgetWithChildrenShortcut);
+    connect(back, &QShortcut::activated, this, &DocumentView::searchBack);
+    connect(events, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
+        goTo(std::max<qulonglong>(item->data(Qt::UserRole).toULongLong(), 1) - 1);
+    });
+    timer.setInterval(lookAtWorkEvery);
+    connect(&timer, &QTimer::timeout, this, &DocumentView::look);
+}
+
+void DocumentView::addPane(MessagePane* pane)
+{
+    panes.push_back(pane);
+    paneRow->addWidget(pane);
+    pane->show(detail.get());
+}
+
+// Rows cost more to add the more there are: that takes at most a tenth of the time.
+void DocumentView::showNew()
+{
+    measureRate();
+    if (!paused && (sinceShown.elapsed() >= pauseBetween || !shown.isReading())) {
+        QElapsedTimer work;
+        work.start();
+        model->refresh();
+        if (following && model->rowCount() > 0) {
+            table->scrollToBottom();
+        }
+        pauseBetween = 10 * work.elapsed();
+        sinceShown.restart();
+    }
+    Q_EMIT stateChanged();
+}
+
+void DocumentView::applyFilter()
+{
+    const QString where = filterLine->text().trimmed();
+    try {
+        if (where.isEmpty()) {
+            filterText.clear();
+            dropFilter();
+        } else {
+            beginFilter(where);
+        }
+        filterLine->clearError();
+    } catch (const FilterError& error) {
+        filterLine->showError(error);
+    }
+    Q_EMIT stateChanged();
+}
+
+// What was chosen before stays until there is something to show.
+void DocumentView::beginFilter(const QString& where)
+{
+    nextPass = std::make_unique<FilterPass>(
+        shown.format(), shown.again(),
+        FilterPass::Options{.where = where.toStdString(),
+                            .withTroubles = filterLine->wantsTroubles(),
+                            .follows = shown.comesSlowly() && shown.isReading()});
+    filterText = where;
+    timer.start();
+}
+
+void DocumentView::dropFilter()
+{
+    searchPass.reset();
+    const std::size_t place = wanted;
+    model->choose(nullptr);
+    nextPass.reset();
+    filterPass.reset();
+    if (place < shown.index().size()) {
+        goTo(place);
+    }
+}
+
+// At what works beside the window.
+void DocumentView::look()
+{
+    lookAtFilter();
+    lookAtSearch();
+    if (nextPass == nullptr && searchPass == nullptr &&
+        (filterPass == nullptr || filterPass->isFinished())) {
+        timer.stop();
+    }
+    Q_EMIT stateChanged();
+}
+
+void DocumentView::lookAtFilter()
+{
+    if (nextPass != nullptr && (nextPass->chosen().size() > 0 || nextPass->isFinished())) {
+        searchPass.reset();
+        const std::size_t place = wanted;
+        model->choose(&nextPass->chosen());
+        filterPass = std::move(nextPass);
+        if (place < shown.index().size()) {
+            goTo(place);
+        }
+    } else if (filterPass != nullptr) {
+        showNew();
+    }
+}
+
+void DocumentView::lookAtSearch()
+{
+    if (searchPass == nullptr) {
+        return;
+    }
+    if (!searchPass->isFinished()) {
+        searchState->setText(
+            QStringLiteral("%1 messages searched").arg(grouped(searchPass->progress())));
+        return;
+    }
+    if (const auto place = searchPass->found()) {
+        searchState->clear();
+        goTo(*place);
+    } else {
+        searchState->setText(QStringLiteral("not found"));
+    }
+    searchPass.reset();
+}
+
+void DocumentView::openSearch()
+{
+    searchBar->show();
+    searchLine->setFocus(Qt::ShortcutFocusReason);
+    searchLine->selectAll();
+}
+
+void DocumentView::search(bool backwards)
+{
+    if (searchLine->text().isEmpty()) {
+        openSearch();
+        return;
+    }
+    const int row = table->currentIndex().row();
+    const std::size_t start = row >= 0 ? model->placeOf(row) : backwards ? 0 : shown.index().size();
+    searchPass.reset();
+    searchPass = std::make_unique<SearchPass>(
+        shown.format(), shown.again(), shown.index(),
+        filterPass != nullptr ? &filterPass->chosen() : nullptr,
+        SearchPass::Options{
+            .text = searchLine->text().toStdString(), .start = start, .backwards = backwards});
+    timer.start();
+}
+
+void DocumentView::cancel()
+{
+    if (searchPass != nullptr) {
+        searchPass.reset();
+        searchState->setText(QStringLiteral("cancelled"));
+    } else if (nextPass != nullptr || (filterPass != nullptr && !filterPass->isFinished())) {
+        filterLine->setText({});
+        applyFilter();
+    } else {
+        shown.stop();
+    }
+    Q_EMIT stateChanged();
+}
+
+void DocumentView::goTo(std::size_t place)
+{
+    if (model->rowCount() == 0) {
+        return;
+    }
+    setFollowing(false);
+    const int row = std::min(model->rowFrom(place), model->rowCount() - 1);
+    const QModelIndex cell = model->index(row, 0);
+    table->setCurrentIndex(cell);
+    table->scrollTo(cell, QAbstractItemView::EnsureVisible);
+}
+
+void DocumentView::choose()
+{
+    const int row = table->currentIndex().row();
+    if (row < 0) {
+        return;
+    }
+    wanted = model->placeOf(row);
+    rereader->fetch(wanted);
+    if (table->hasFocus() && row + 1 < model->rowCount()) {
+        setFollowing(false);
+    }
+    Q_EMIT stateChanged();
+}
+
+void DocumentView::showDetail(quint64 place, const std::shared_ptr<const MessageDetail>& newDetail)
+{
+    if (place != wanted) {
+        return;
+    }
+    const std::shared_ptr<const MessageDetail> old = detail;    // until no pane shows it
+    detail = newDetail;
+    for (MessagePane* const pane : panes) {
+        pane->show(detail.get());
+    }
+}
+
+void DocumentView::addEvent(const QString& text, quint64 after)
+{
+    auto* const item = new QListWidgetItem(
+        after == 0 ? text : QStringLiteral("behind No. %1: %2").arg(grouped(after), text));
+    item->setData(Qt::UserRole, after);
+    events->addItem(item);
+    if (events->count() > mostEvents) {
+        delete events->takeItem(0);
+    }
+    events->show();
+    events->scrollToBottom();
+}
+
+void DocumentView::setPaused(bool pauses)
+{
+    paused = pauses;
+    if (!paused) {
+        showNew();
+    }
+    Q_EMIT stateChanged();
+}
+
+void DocumentView::setFollowing(bool follows)
+{
+    if (following != follows) {
+        following = follows;
+        if (following) {
+            table->scrollToBottom();
+        }
+        Q_EMIT stateChanged();
+    }
+}
+
+bool DocumentView::isWorking() const
+{
+    return shown.isReading() || nextPass != nullptr || searchPass != nullptr ||
+           (filterPass != nullptr && !filterPass->isFinished());
+}
+
+QString DocumentView::state() const
+{
+    const double seconds = static_cast<double>(clock.elapsed()) / 1000;
+    if (shown.comesSlowly() && shown.isReading()) {
+        return paused ? QStringLiteral("paused, and %1 more have come")
+                            .arg(grouped(shown.index().size() -
+                                         static_cast<std::size_t>(model->rowCount())))
+                      : liveState();
+    }
+    if (shown.isReading()) {
+        return QStringLiteral("reading ") +
+               QString::fromStdString(progressText(shown.bytesRead(), shown.size(), seconds));
+    }
+    const FilterPass* const pass = nextPass != nullptr ? nextPass.get() : filterPass.get();
+    if (pass != nullptr && !pass->isFinished()) {
+        return QStringLiteral("filtering");
+    }
+    return searchPass != nullptr ? QStringLiteral("searching") : QString();
+}
+
+QString DocumentView::liveState() const
+{
+    const RecentRate::Clock::time_point now = RecentRate::Clock::now();
+    return QString::fromStdString(
+        liveProgressText(shown.bytesRead(), rate.perSecond(now),
+                         std::chrono::duration<double>(now - lastCame).count()));
+}
+
+void DocumentView::measureRate()
+{
+    const std::uint64_t bytes = shown.bytesRead();
+    if (bytes != lastBytes) {
+        lastCame = RecentRate::Clock::now();
+        rate.add(lastCame, bytes - lastBytes);
+        lastBytes = bytes;
+    }
+}
+
+int DocumentView::progress() const
+{
+    const FilterPass* const pass = nextPass != nullptr ? nextPass.get() : filterPass.get();
+    const auto part = [](std::uint64_t done, std::uint64_t whole) {
+        return whole == 0 ? -1 : static_cast<int>(std::min<std::uint64_t>(100 * done / whole, 100));
+    };
+    if (searchPass != nullptr) {
+        return part(searchPass->progress(), shown.index().size());
+    }
+    if (shown.comesSlowly()) {
+        return -1;
+    }
+    if (pass != nullptr && !pass->isFinished()) {
+        return part(pass->bytesRead(), shown.size());
+    }
+    return shown.isReading() ? part(shown.bytesRead(), shown.size()) : -1;
+}
+
+QString DocumentView::counts() const
+{
+    const std::uint64_t all = shown.index().size();
+    const std::uint64_t troubles = std::min(shown.troubles(), all);
+    QString text = QStringLiteral("%1 messages").arg(grouped(all - troubles));
+    if (troubles != 0) {
+        text += QStringLiteral(", %1 damaged").arg(grouped(troubles));
+    }
+    return filterPass == nullptr
+               ? text
+               : QStringLiteral("%1 shown of ").arg(grouped(qulonglong(model->rowCount()))) + text;
+}
+
+QString DocumentView::place() const
+{
+    if (wanted >= shown.index().size()) {
+        return {};
+    }
+    const IndexEntry& entry = shown.index()[wanted];
+    return QStringLiteral("No. %1, bytes %2 to %3")
+        .arg(grouped(wanted + 1), grouped(entry.begin), grouped(entry.end() - 1));
+}
+
+std::vector<std::size_t> DocumentView::chosenPlaces(std::size_t most) const
+{
+    std::vector<std::size_t> places;
+    for (const QItemSelectionRange& range : table->selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom() && places.size() < most; ++row) {
+            places.push_back(model->placeOf(row));
+        }
+    }
+    std::sort(places.begin(), places.end());
+    return places;
+}
+
+// Compiled here instead of on its own.
+#include "moc_DocumentView.cpp"

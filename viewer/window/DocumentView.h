@@ -1,0 +1,118 @@
+// A document in its tab: the filter, the list, what the chosen message has, and what happened.
+#pragma once
+
+#include "viewer/document/Document.h"
+#include "viewer/document/FilterPass.h"
+#include "viewer/document/Rereader.h"
+#include "viewer/document/SearchPass.h"
+#include "viewer/list/FilterLine.h"
+#include "viewer/list/MessageModel.h"
+#include "viewer/panes/MessagePane.h"
+
+#include "base/RecentRate.h"
+
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QSplitter>
+#include <QTableView>
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+class DocumentView : public QWidget {
+    Q_OBJECT
+
+public:
+    DocumentView(const FormatModel& model, Input input);
+    ~DocumentView() override;
+
+    const Document& document() const { return shown; }
+    const FormatModel& format() const { return shown.format(); }
+    const FilterLine& filter() const { return *filterLine; }
+    FilterLine& filter() { return *filterLine; }
+    // The expression that chooses what is shown; empty where there is none.
+    const QString& filterInUse() const { return filterText; }
+    QTableView& list() { return *table; }
+    MessageModel& messages() { return *model; }
+
+    void addPane(MessagePane* pane);
+
+    // What is done now and how far it is, for people.
+    QString state() const;
+    // Of a hundred; -1 where nothing is done or it is not known.
+    int progress() const;
+    bool isWorking() const;
+    // How many messages there are and what is chosen of them.
+    QString counts() const;
+    QString place() const;
+
+    // Places in the index of the chosen rows, in their order, up to so many.
+    std::vector<std::size_t> chosenPlaces(std::size_t most) const;
+
+    void goTo(std::size_t place);
+    // Nothing new is shown while it pauses; it goes on being read.
+    void setPaused(bool pauses);
+    bool isPaused() const { return paused; }
+    // The newest message is always in sight.
+    void setFollowing(bool follows);
+    bool isFollowing() const { return following; }
+
+public Q_SLOTS:
+    // Ends what is being done.
+    void cancel();
+    void searchNext() { search(false); }
+    void searchBack() { search(true); }
+    void openSearch();
+
+Q_SIGNALS:
+    // What state() and its like say.
+    void stateChanged();
+
+private:
+    void buildTable();
+    void buildSearchBar();
+    void connectAll();
+    void applyFilter();
+    void beginFilter(const QString& where);
+    void dropFilter();
+    void look();
+    void lookAtFilter();
+    void lookAtSearch();
+    void showNew();
+    void search(bool backwards);
+    QString liveState() const;
+    void measureRate();
+    void choose();
+    void showDetail(quint64 place, const std::shared_ptr<const MessageDetail>& newDetail);
+    void addEvent(const QString& text, quint64 after);
+
+    Document shown;
+    FilterLine* filterLine;
+    QTableView* table;
+    QListWidget* events;
+    QSplitter* paneRow;
+    QWidget* searchBar;
+    QLineEdit* searchLine;
+    QLabel* searchState;
+    std::vector<MessagePane*> panes;
+
+    std::unique_ptr<Rereader> rereader;
+    std::unique_ptr<MessageModel> model;
+    std::unique_ptr<FilterPass> filterPass;    // whose choice is shown
+    std::unique_ptr<FilterPass> nextPass;      // takes its place once it is finished
+    QString filterText;
+    std::unique_ptr<SearchPass> searchPass;
+    std::shared_ptr<const MessageDetail> detail;    // that is shown
+    std::size_t wanted = SIZE_MAX;                  // place of the chosen message
+    bool paused = false;
+    bool following = false;
+    QTimer timer;
+    QElapsedTimer clock;    // since reading began
+    QElapsedTimer sinceShown;
+    RecentRate rate;    // of a live input
+    std::uint64_t lastBytes = 0;
+    RecentRate::Clock::time_point lastCame = RecentRate::Clock::now();
+    qint64 pauseBetween = 0;    // milliseconds between two looks at what is new
+};
