@@ -224,6 +224,7 @@ TEST(ViewerPanes, KeysMarkBitsThatCanBeCopied)
         }
     };
     press(Qt::Key_Right);
+    press(Qt::Key_Left, Qt::ControlModifier, 2);
     EXPECT_EQ(bits.hexText(), "66");
     press(Qt::Key_Right, Qt::ControlModifier);
     EXPECT_EQ(bits.bitText(), "000001");

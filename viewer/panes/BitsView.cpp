@@ -101,7 +101,7 @@ QSize BitsView::sizeHint() const
 QRect BitsView::rectOf(WordBit bit) const
 {
     const bool exists = !bit.isNone() && bit.word < static_cast<int>(table.rows.size()) &&
-                        bit.bit < bitsIn(bit.word);
+                        bit.bit >= 0 && bit.bit < bitsIn(bit.word);
     if (!exists) {
         return {};
     }
