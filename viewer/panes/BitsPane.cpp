@@ -18,9 +18,7 @@ BitsPane::BitsPane(QWidget* parent)
     splitter->setChildrenCollapsible(false);
     status->setTextInteractionFlags(Qt::TextSelectableByMouse);
     status->setTextFormat(Qt::PlainText);
-    status->setWordWrap(true);
-    status->setMinimumHeight(2 * status->fontMetrics().lineSpacing());
-    status->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    status->setMinimumWidth(1);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter, 1);
@@ -29,8 +27,7 @@ BitsPane::BitsPane(QWidget* parent)
     addCopy(tr("Copy bits"), QKeySequence::Copy, &BitSelection::bitText);
     addCopy(tr("Copy as hexadecimal"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C),
             &BitSelection::hexText);
-    connect(&selection, &BitSelection::changed, this,
-            [this] { status->setText(selection.description()); });
+    connect(&selection, &BitSelection::changed, this, &BitsPane::describe);
     connect(&selection, &BitSelection::fieldFound, this, &BitsPane::fieldSelected);
     connect(&selection, &BitSelection::bitsFound, this, &BitsPane::bitsSelected);
     show(nullptr);
@@ -102,6 +99,7 @@ void BitsPane::resizeEvent(QResizeEvent* event)
 {
     MessagePane::resizeEvent(event);
     arrange();
+    describe();
 }
 
 // Beside each other where there is room.
@@ -111,7 +109,15 @@ void BitsPane::arrange()
     const int wide = packed.view->sizeHint().width() + room;
     const bool isBeside = width() >= wide + air.view->sizeHint().width() + room;
     splitter->setOrientation(isBeside ? Qt::Horizontal : Qt::Vertical);
+    packed.whole->setMinimumWidth(isBeside ? wide : 0);
     packed.whole->setMaximumWidth(isBeside ? wide : QWIDGETSIZE_MAX);
+}
+
+void BitsPane::describe()
+{
+    const QString text = selection.description();
+    status->setText(status->fontMetrics().elidedText(text, Qt::ElideRight, width() - 8));
+    status->setToolTip(text);
 }
 
 // Compiled here instead of on its own.

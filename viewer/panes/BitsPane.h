@@ -42,6 +42,7 @@ private:
     void addCopy(const QString& text, const QKeySequence& keys,
                  QString (BitSelection::*what)() const);
     void arrange();
+    void describe();
 
     BitSelection selection;
     QSplitter* splitter;

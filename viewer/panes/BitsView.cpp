@@ -11,7 +11,7 @@
 namespace {
 
 constexpr int margin = 6;
-constexpr int rowRoom = 4;      // between letters of two rows
+constexpr int rowRoom = 2;      // between letters of two rows
 constexpr int cellRoom = 1;     // between letters of a row
 constexpr int columnGap = 2;    // in letters
 
@@ -197,11 +197,12 @@ QColor BitsView::colourOf(const PaneColours::Bits& colours, WordBit bit) const
         return row.isBad ? colours.bad : colours.parity;
     }
     const std::uint32_t packed = bit.packed();
-    const bool isOther = packed < isOdd.size() && isOdd[packed];
+    const bool hasField = !selection.map().at(packed).isNone();
+    const bool isOther = hasField && isOdd[packed];
     if (row.isInverted) {
         return isOther ? colours.otherInverted : colours.inverted;
     }
-    if (selection.map().at(packed).isNone()) {
+    if (!hasField) {
         return colours.noField;
     }
     return isOther ? colours.otherField : colours.field;
