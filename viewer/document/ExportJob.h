@@ -17,10 +17,10 @@ class ExportJob {
 public:
     struct Options {
         ExportForm form = ExportForm::ndjson;
-        std::string path;     // of the file; of CSV, a folder that gets a file for each kind
-        std::string where;    // empty for all messages
+        std::string path{};     // of the file; of CSV, a folder that gets a file for each kind
+        std::string where{};    // empty for all messages
         Values values = Values::raw;
-        std::string program;    // with its version, for databases
+        std::string program{};    // with its version, for databases
     };
 
     // Begins to write. The model belongs to the caller. Throws FilterError.

@@ -59,7 +59,7 @@ QString columnsOf(DocumentView& view, const std::vector<std::size_t>& places)
     const RowText rows(view.format());
     QStringList shown;
     for (int column = 0; column < MessageModel::content; ++column) {
-        if (!view.list().isColumnHidden(column)) {
+        if (!view.list().header().isSectionHidden(column)) {
             shown.append(model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
         }
     }
@@ -68,7 +68,7 @@ QString columnsOf(DocumentView& view, const std::vector<std::size_t>& places)
     readInto(view, places, [&](std::size_t place, const Found& found) {
         const int row = model.rowFrom(place);
         for (int column = 0; column < MessageModel::content; ++column) {
-            if (!view.list().isColumnHidden(column)) {
+            if (!view.list().header().isSectionHidden(column)) {
                 text += model.data(model.index(row, column), Qt::DisplayRole).toString() +
                         QLatin1Char('\t');
             }

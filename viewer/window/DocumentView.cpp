@@ -48,13 +48,12 @@ QString padded(const char* sample)
 }    // namespace
 
 DocumentView::DocumentView(const FormatModel& format, Input input)
-    : shown(format, std::move(input)), filterLine(new FilterLine(format)), table(new QTableView),
+    : shown(format, std::move(input)), filterLine(new FilterLine(format)), table(new MessageList),
       events(new QListWidget), paneRow(new QSplitter(Qt::Horizontal))
 {
     buildSearchBar();
     shown.start();
     clock.start();
-    sinceShown.start();
     rereader = std::make_unique<Rereader>(format, shown.again(), shown.index());
     model = std::make_unique<MessageModel>(shown, *rereader);
     following = shown.comesSlowly();
@@ -92,36 +91,24 @@ DocumentView::~DocumentView()
 void DocumentView::buildTable()
 {
     table->setModel(model.get());
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    table->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
-    table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    table->setWordWrap(false);
-    table->setShowGrid(false);
-    table->setTabKeyNavigation(false);
-    table->setCornerButtonEnabled(false);
     table->setAccessibleName(QStringLiteral("Messages"));
-    table->verticalHeader()->hide();
-    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
-    QHeaderView& header = *table->horizontalHeader();
-    header.setStretchLastSection(true);
-    header.setHighlightSections(false);
+    table->setTabKeyNavigation(false);
+    QHeaderView& header = table->header();
     const QFontMetrics metrics(table->font());
     constexpr std::array<const char*, MessageModel::type> samples = {
         "00000000", "0000000000", "2026-01-01T00:00:00.000000Z", "00:00.0", "Station", "000000000"};
     for (int column = 0; column < MessageModel::type; ++column) {
-        table->setColumnWidth(column,
-                              metrics.horizontalAdvance(padded(samples[std::size_t(column)])));
+        header.resizeSection(column,
+                             metrics.horizontalAdvance(padded(samples[std::size_t(column)])));
     }
     int widest = 0;
     for (const auto& kind : format().kinds()) {
         widest = std::max(widest, kind->isMain ? metrics.horizontalAdvance(kindText(*kind)) : 0);
     }
-    table->setColumnWidth(MessageModel::type, widest + metrics.horizontalAdvance(padded("")));
+    header.resizeSection(MessageModel::type, widest + metrics.horizontalAdvance(padded("")));
     table->setItemDelegate(new RowDelegate(table));
-    table->setColumnHidden(MessageModel::received, shown.receiveTimes() == nullptr);
-    table->setColumnHidden(MessageModel::sender, true);
+    header.setSectionHidden(MessageModel::received, shown.receiveTimes() == nullptr);
+    header.setSectionHidden(MessageModel::sender, true);
 }
 
 void DocumentView::buildSearchBar()
@@ -143,7 +130,6 @@ void DocumentView::connectAll()
     connect(&shown, &Document::grown, this, &DocumentView::showNew);
     connect(&shown, &Document::told, this, &DocumentView::addEvent);
     connect(&shown, &Document::ended, this, [this] {
-        pauseBetween = 0;
         showNew();
         if (filterPass != nullptr && shown.comesSlowly()) {
             beginFilter(filterText);    // what waited for the end is decided now
@@ -152,7 +138,7 @@ void DocumentView::connectAll()
     });
     connect(rereader.get(), &Rereader::detailCame, this, &DocumentView::showDetail);
     connect(model.get(), &MessageModel::sendersCame, this,
-            [this] { table->setColumnHidden(MessageModel::sender, false); });
+            [this] { table->header().setSectionHidden(MessageModel::sender, false); });
     connect(table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &DocumentView::choose);
     connect(table->verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] {
@@ -185,28 +171,23 @@ void DocumentView::addPane(MessagePane* pane)
     pane->show(detail.get());
 }
 
-// Rows cost more to add the more there are: that takes at most a tenth of the time.
 void DocumentView::showNew()
 {
     measureRate();
-    if (!paused && (sinceShown.elapsed() >= pauseBetween || !shown.isReading())) {
-        QElapsedTimer work;
-        work.start();
+    if (!paused) {
         model->refresh();
-        if (following && model->rowCount() > 0) {
-            table->scrollToBottom();
+        if (following) {
+            showLast();
         }
-        pauseBetween = 10 * work.elapsed();
-        sinceShown.restart();
     }
     Q_EMIT stateChanged();
 }
 
 void DocumentView::applyFilter()
 {
-    const QString where = filterLine->text().trimmed();
+    const QString where = filterLine->text();
     try {
-        if (where.isEmpty()) {
+        if (where.trimmed().isEmpty()) {
             filterText.clear();
             dropFilter();
         } else {
@@ -392,10 +373,15 @@ void DocumentView::setFollowing(bool follows)
     if (following != follows) {
         following = follows;
         if (following) {
-            table->scrollToBottom();
+            showLast();
         }
         Q_EMIT stateChanged();
     }
+}
+
+void DocumentView::showLast()
+{
+    table->verticalScrollBar()->setValue(table->verticalScrollBar()->maximum());
 }
 
 bool DocumentView::isWorking() const

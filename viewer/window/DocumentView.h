@@ -6,6 +6,7 @@
 #include "viewer/document/Rereader.h"
 #include "viewer/document/SearchPass.h"
 #include "viewer/list/FilterLine.h"
+#include "viewer/list/MessageList.h"
 #include "viewer/list/MessageModel.h"
 #include "viewer/panes/MessagePane.h"
 
@@ -15,7 +16,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QSplitter>
-#include <QTableView>
 #include <QWidget>
 
 #include <memory>
@@ -34,7 +34,7 @@ public:
     FilterLine& filter() { return *filterLine; }
     // The expression that chooses what is shown; empty where there is none.
     const QString& filterInUse() const { return filterText; }
-    QTableView& list() { return *table; }
+    MessageList& list() { return *table; }
     MessageModel& messages() { return *model; }
 
     void addPane(MessagePane* pane);
@@ -81,6 +81,7 @@ private:
     void lookAtFilter();
     void lookAtSearch();
     void showNew();
+    void showLast();
     void search(bool backwards);
     QString liveState() const;
     void measureRate();
@@ -90,7 +91,7 @@ private:
 
     Document shown;
     FilterLine* filterLine;
-    QTableView* table;
+    MessageList* table;
     QListWidget* events;
     QSplitter* paneRow;
     QWidget* searchBar;
@@ -110,9 +111,7 @@ private:
     bool following = false;
     QTimer timer;
     QElapsedTimer clock;    // since reading began
-    QElapsedTimer sinceShown;
-    RecentRate rate;    // of a live input
+    RecentRate rate;        // of a live input
     std::uint64_t lastBytes = 0;
     RecentRate::Clock::time_point lastCame = RecentRate::Clock::now();
-    qint64 pauseBetween = 0;    // milliseconds between two looks at what is new
 };
