@@ -2,8 +2,8 @@
 
 #include "viewer/document/AirWords.h"
 #include "viewer/panes/BitsLegend.h"
+#include "viewer/panes/PaneActions.h"
 
-#include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
@@ -24,13 +24,17 @@ BitsPane::BitsPane(QWidget* parent)
     layout->addWidget(splitter, 1);
     layout->addWidget(status);
     layout->addWidget(new BitsLegend);
+    auto* const actions = new PaneActions({packed.view, air.view}, this);
+    const auto addCopy = [&](const QString& text, const QKeySequence& keys, auto what) {
+        actions->add(text, keys,
+                     [this, what] { QGuiApplication::clipboard()->setText((selection.*what)()); });
+    };
     addCopy(tr("Copy bits"), QKeySequence::Copy, &BitSelection::bitText);
-    addCopy(tr("Copy as hexadecimal"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C),
-            &BitSelection::hexText);
+    addCopy(tr("Copy bits as hexadecimal"), Qt::CTRL | Qt::ALT | Qt::Key_C, &BitSelection::hexText);
     connect(&selection, &BitSelection::changed, this, &BitsPane::describe);
     connect(&selection, &BitSelection::fieldFound, this, &BitsPane::fieldSelected);
     connect(&selection, &BitSelection::bitsFound, this, &BitsPane::bitsSelected);
-    show(nullptr);
+    BitsPane::show(nullptr);
 }
 
 BitsPane::Part BitsPane::makePart()
@@ -62,21 +66,6 @@ void BitsPane::fill(const Part& part, const QString& title, const BitTable& tabl
     part.view->setAccessibleName(title);
     part.view->setTable(table);
     part.whole->setVisible(!table.rows.empty());
-}
-
-void BitsPane::addCopy(const QString& text, const QKeySequence& keys,
-                       QString (BitSelection::*what)() const)
-{
-    auto* const copying = new QAction(text, this);
-    copying->setShortcut(keys);
-    copying->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    connect(copying, &QAction::triggered, this,
-            [this, what] { QGuiApplication::clipboard()->setText((selection.*what)()); });
-    addAction(copying);
-    for (BitsView* const view : {packed.view, air.view}) {
-        view->setContextMenuPolicy(Qt::ActionsContextMenu);
-        view->addAction(copying);
-    }
 }
 
 // Where a form has no words, those are shown in which the message would be sent.

@@ -39,8 +39,6 @@ private:
 
     Part makePart();
     static void fill(const Part& part, const QString& title, const BitTable& table);
-    void addCopy(const QString& text, const QKeySequence& keys,
-                 QString (BitSelection::*what)() const);
     void arrange();
     void describe();
 

@@ -67,7 +67,7 @@ void BitsView::measure()
     bitsLeft = behind(hexLeft, longest(table.rows, &BitRow::hex, 5));
     noteLeft = bitsLeft + columns() * (letter.width() + cellRoom) + letter.width();
     updateGeometry();
-    resize(sizeHint().expandedTo(size()));
+    resize(BitsView::sizeHint().expandedTo(size()));
     update();
 }
 
@@ -233,7 +233,7 @@ void BitsView::mouseMoveEvent(QMouseEvent* event)
 void BitsView::keyPressEvent(QKeyEvent* event)
 {
     const WordBit from = rectOf(selection.cursor()).isEmpty() ? WordBit() : selection.cursor();
-    const WordBit to = moved(from, event->key(), event->modifiers().testFlag(Qt::ControlModifier));
+    const WordBit to = moved(from, *event);
     if (to.isNone()) {
         QWidget::keyPressEvent(event);
         return;
@@ -241,32 +241,61 @@ void BitsView::keyPressEvent(QKeyEvent* event)
     goTo(from.isNone() ? WordBit{0, 0} : to, event->modifiers().testFlag(Qt::ShiftModifier));
 }
 
-// Where a key leads; none for keys that lead nowhere. The rows end where the message does.
-WordBit BitsView::moved(WordBit from, int key, bool isFar) const
+// Where a key leads; none for keys that lead nowhere.
+WordBit BitsView::moved(WordBit from, const QKeyEvent& event) const
+{
+    const Qt::KeyboardModifiers with =
+        event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    if (table.rows.empty() || (with != Qt::NoModifier && with != Qt::ControlModifier)) {
+        return {};
+    }
+    return with == Qt::NoModifier ? movedNear(from, event.key()) : movedFar(from, event.key());
+}
+
+// The rows end where the message does.
+WordBit BitsView::movedNear(WordBit from, int key) const
 {
     const int last = static_cast<int>(table.rows.size()) - 1;
     const int page = std::max(1, visibleRegion().boundingRect().height() / letter.height() - 1);
-    if (last < 0) {
-        return {};
-    }
+    const auto row = [&](int step) {
+        const int to = std::clamp(from.word + step, 0, last);
+        return WordBit{to, std::min(from.bit, bitsIn(to) - 1)};
+    };
     switch (key) {
     case Qt::Key_Left:
-        return isFar ? nextField(from, -1) : stepped(from, -1);
+        return stepped(from, -1);
     case Qt::Key_Right:
-        return isFar ? nextField(from, 1) : stepped(from, 1);
+        return stepped(from, 1);
     case Qt::Key_Up:
-        return {std::max(from.word - 1, 0), from.bit};
+        return row(-1);
     case Qt::Key_Down:
-        return {std::min(from.word + 1, last), from.bit};
+        return row(1);
     case Qt::Key_PageUp:
-        return {std::max(from.word - page, 0), from.bit};
+        return row(-page);
     case Qt::Key_PageDown:
-        return {std::min(from.word + page, last), from.bit};
+        return row(page);
     case Qt::Key_Home:
-        return {isFar ? 0 : std::max(from.word, 0), 0};
+        return {std::max(from.word, 0), 0};
     case Qt::Key_End:
-        return isFar ? WordBit{last, bitsIn(last) - 1}
-                     : WordBit{std::max(from.word, 0), bitsIn(std::max(from.word, 0)) - 1};
+        return {std::max(from.word, 0), bitsIn(std::max(from.word, 0)) - 1};
+    default:
+        return {};
+    }
+}
+
+// From field to field, or to the ends.
+WordBit BitsView::movedFar(WordBit from, int key) const
+{
+    const int last = static_cast<int>(table.rows.size()) - 1;
+    switch (key) {
+    case Qt::Key_Left:
+        return nextField(from, -1);
+    case Qt::Key_Right:
+        return nextField(from, 1);
+    case Qt::Key_Home:
+        return {0, 0};
+    case Qt::Key_End:
+        return {last, bitsIn(last) - 1};
     default:
         return {};
     }
@@ -307,6 +336,12 @@ bool BitsView::event(QEvent* event)
         const WordBit bit = bitAt(help->pos());
         const QString text = bit.isNone() ? QString() : selection.about(bit);
         QToolTip::showText(help->globalPos(), text, this, rectOf(bit));
+        return true;
+    }
+    // Keys that lead somewhere are no shortcuts of the window.
+    if (event->type() == QEvent::ShortcutOverride &&
+        !moved({0, 0}, *static_cast<QKeyEvent*>(event)).isNone()) {
+        event->accept();
         return true;
     }
     return QWidget::event(event);

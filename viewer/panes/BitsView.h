@@ -40,7 +40,9 @@ private:
     int columns() const;
     int topOf(int row) const;
     void goTo(WordBit bit, bool isMarking);
-    WordBit moved(WordBit from, int key, bool isFar) const;
+    WordBit moved(WordBit from, const QKeyEvent& event) const;
+    WordBit movedNear(WordBit from, int key) const;
+    WordBit movedFar(WordBit from, int key) const;
     WordBit stepped(WordBit from, int step) const;
     WordBit nextField(WordBit from, int step) const;
     void paintHead(QPainter& painter) const;
