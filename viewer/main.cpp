@@ -77,7 +77,8 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("rtcm2-view"));
     QApplication::setOrganizationName(QStringLiteral("rtcm2"));
     QApplication::setApplicationVersion(QStringLiteral(RTCM2_VERSION));
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("rtcm2-view")));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/rtcm2-view.png")));
+    QApplication::setDesktopFileName(QStringLiteral("rtcm2-view"));
     const Arguments arguments;
     QCommandLineParser parser;
     declare(parser, arguments);

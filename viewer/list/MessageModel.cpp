@@ -134,7 +134,7 @@ QString MessageModel::textOf(std::size_t place, int column) const
         return QString::number(entry.begin);
     case received:
         return receivedText(document.receiveTimes(), place);
-    case time:
+    case sentAt:
         return clockText(entry.time);
     case station:
         return numberOr(entry.station, IndexEntry::none);
