@@ -2,6 +2,7 @@
 #include "viewer/window/Theme.h"
 
 #include "base/Interrupt.h"
+#include "base/LastWords.h"
 #include "plugin/Plugin.h"
 #include "sources/Passwords.h"
 
@@ -71,6 +72,7 @@ bool openAll(MainWindow& window, const QCommandLineParser& parser, const Argumen
 int main(int argc, char** argv)
 {
     takePasswords(argc, argv);
+    lastWords::install();
     interrupt::install();
     QApplication application(argc, argv);
     QLocale::setDefault(QLocale::c());    // numbers look the same everywhere
