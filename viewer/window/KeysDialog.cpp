@@ -44,6 +44,20 @@ void addList(QTreeWidget& tree)
     addRow(*group, QStringLiteral("Take the filter away"), QStringLiteral("Escape in it"));
 }
 
+void addPanes(QTreeWidget& tree)
+{
+    auto* const group = new QTreeWidgetItem(&tree, {QStringLiteral("Fields and bits"), {}});
+    addRow(*group, QStringLiteral("Open and close elements"), QStringLiteral("Right, Left"));
+    addRow(*group, QStringLiteral("Bit by bit, word by word"),
+           QStringLiteral("Left, Right, Up, Down"));
+    addRow(*group, QStringLiteral("Field by field"), QStringLiteral("Ctrl+Left, Ctrl+Right"));
+    addRow(*group, QStringLiteral("First and last bit of a word, of the message"),
+           QStringLiteral("Home, End, with Ctrl"));
+    addRow(*group, QStringLiteral("Mark bits"), QStringLiteral("Shift with these"));
+    addRow(*group, QStringLiteral("Copy rows, or bits"), QStringLiteral("Ctrl+C"));
+    addRow(*group, QStringLiteral("Copy bits as hexadecimal"), QStringLiteral("Ctrl+Alt+C"));
+}
+
 }    // namespace
 
 KeysDialog::KeysDialog(const QMenuBar& menus, QWidget* parent) : QDialog(parent)
@@ -57,6 +71,7 @@ KeysDialog::KeysDialog(const QMenuBar& menus, QWidget* parent) : QDialog(parent)
         }
     }
     addList(*tree);
+    addPanes(*tree);
     tree->expandAll();
     tree->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
