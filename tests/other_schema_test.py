@@ -81,6 +81,11 @@ class OtherSchema(unittest.TestCase):
             other.flush()
             self.assertIn("2 are only in B", self.ask("compare", "-", other.name, status=1))
 
+    def test_report(self):
+        page = self.ask("report", "--quiet")
+        for text in ("N64", "type 5 North, 77", "Drift by satellite, in m", "Pier head", "4 missing"):
+            self.assertIn(text, page)
+
     def test_back(self):
         self.assertEqual(self.ask("encode", "--to", "hex", text=self.ask("export")), STREAM)
         self.ask("encode", "--to", "hex", text=self.ask("encode", "--template", "5,6", text=""))

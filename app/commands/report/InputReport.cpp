@@ -152,5 +152,5 @@ TimeScale InputReport::times() const
         return {begin, false, shown};
     }
     const double seconds = static_cast<double>(*near) / 1e6;
-    return {begin + hour * std::round((seconds - begin) / hour), true, shown};
+    return {begin + hour * std::ceil((seconds - begin) / hour - 0.5), true, shown};
 }
