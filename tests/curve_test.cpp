@@ -1,9 +1,14 @@
 // Thinning keeps what was there.
+#include "pictures/Bands.h"
 #include "pictures/Curve.h"
 #include "pictures/Density.h"
+#include "pictures/Lanes.h"
+#include "pictures/Plot.h"
 #include "pictures/SvgCanvas.h"
 
 #include <gtest/gtest.h>
+
+#include <QXmlStreamReader>
 
 #include <random>
 
@@ -76,6 +81,39 @@ TEST(CurveTest, BreaksAreKept)
         all += column.bin.count;
     }
     EXPECT_EQ(all, 1000U);
+}
+
+// Whatever is drawn and however it is called, a picture is well-formed, and nothing is left open.
+TEST(SvgCanvasTest, StandsAlone)
+{
+    const std::string hostile = "<b>&\"'\x01\xff]]>";
+    Curve curve;
+    Density density;
+    for (int i = 0; i < 100; ++i) {
+        curve.add(i, i % 7);
+        density.add(i);
+    }
+    curve.breakAt(40);
+    const TimeScale times(0, false, {0, 100});
+    SvgCanvas canvas({.width = 400, .height = 300, .title = hostile, .description = hostile}, true);
+    drawPlot(
+        canvas, {0, 0, 400, 100},
+        {.title = hostile, .times = &times, .values = {0, 7}, .curves = {{&curve, {}, hostile}}});
+    drawLanes(
+        canvas, {0, 100, 400, 100},
+        {hostile,
+         &times,
+         {{.label = hostile, .messages = &density, .gaps = {{3, 9}}, .losses = {{5, hostile}}}}});
+    drawBands(canvas, {0, 200, 400, 100},
+              {hostile, &times, {{hostile, {{.time = {0, 50}, .text = hostile}}, {20}}}});
+    QXmlStreamReader reader(QString::fromStdString(canvas.take()));
+    int texts = 0;
+    while (!reader.atEnd()) {
+        reader.readNext();
+        texts += reader.isStartElement() && reader.name() == QLatin1String("text") ? 1 : 0;
+    }
+    EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString();
+    EXPECT_GT(texts, 20);
 }
 
 TEST(AxisTest, Ticks)

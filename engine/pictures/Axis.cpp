@@ -150,7 +150,7 @@ std::string TimeScale::text(double seconds) const
 std::string TimeScale::title() const
 {
     if (hasDate) {
-        return "Time as messages tell it, date by their receipt";
+        return "Hours:minutes from " + dateText(begin + range.low) + " on, as messages tell them";
     }
     return isWithinHour() ? "Time of the hour, minutes:seconds"
                           : "Hours:minutes since the full hour before the first message";

@@ -4,6 +4,7 @@
 #include "pictures/Axis.h"
 #include "pictures/Bins.h"
 
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -29,27 +30,31 @@ public:
     }
     std::uint64_t count() const { return all; }
 
-    // What is in the range as so many columns through it, each at its place, without those that are
-    // empty.
+    // What is in the range as up to so many columns of equal width, without those that are empty.
+    // Each holds the same number of bins, so that none is higher than others only for where it
+    // lies.
     struct Column {
-        std::size_t place = 0;
+        double begin = 0;
+        double width = 0;
         Bin bin{};
     };
     std::vector<Column> columns(const Range& range, std::size_t wanted) const
     {
+        const double needed = range.length() / bins.binWidth() / static_cast<double>(wanted);
+        const auto together = std::max<std::size_t>(1, static_cast<std::size_t>(std::ceil(needed)));
+        const double width = bins.binWidth() * static_cast<double>(together);
         std::vector<Column> result;
         for (std::size_t i = 0; i < bins.all().size(); ++i) {
             const Bin& bin = bins.all()[i];
+            const double begin = bins.beginOf(i - i % together);
             const double share = range.share(bin.first);
             if (bin.count == 0 || share < -outside || share > 1 + outside) {
                 continue;
             }
-            const auto place =
-                static_cast<std::size_t>(std::max(share, 0.0) * static_cast<double>(wanted));
-            if (!result.empty() && result.back().place == place) {
+            if (!result.empty() && result.back().begin == begin) {
                 result.back().bin.merge(bin);
             } else {
-                result.push_back({place, bin});
+                result.push_back({begin, width, bin});
             }
         }
         return result;

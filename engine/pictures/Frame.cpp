@@ -6,7 +6,7 @@
 namespace {
 
 constexpr double tickSize = 10;
-constexpr double pixelsPerTime = 56;
+constexpr double pixelsPerTime = 44;
 constexpr double pixelsPerValue = 17;
 
 std::vector<Tick> valueTicks(double height, const Range& values)

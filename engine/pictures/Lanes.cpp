@@ -117,10 +117,20 @@ private:
         on.polyline(triangle, {.ink = {Role::bad}, .width = 1.5});
     }
 
+    // As narrow as can be seen; wider ones where otherwise one or two messages in a column would
+    // look like much or little.
     std::vector<Density::Column> columnsOf(const Density& density) const
     {
-        return density.columns(lanes.times->range,
-                               static_cast<std::size_t>(frame.width / laneColumn));
+        constexpr std::uint64_t fewMessages = 8;
+        constexpr double wideColumn = 8;
+        const auto wanted = [&](double width) {
+            return static_cast<std::size_t>(frame.width / width);
+        };
+        const auto columns = density.columns(lanes.times->range, wanted(laneColumn));
+        const std::uint64_t most = highest(columns);
+        return most > 1 && most < fewMessages
+                   ? density.columns(lanes.times->range, wanted(wideColumn))
+                   : columns;
     }
 
     static std::uint64_t highest(const std::vector<Density::Column>& columns)
@@ -147,14 +157,20 @@ private:
         const auto columns = columnsOf(density);
         const auto most = static_cast<double>(highest(columns));
         const double room = lane.height - 2 * laneGap;
+        const double width = columns.empty() ? 0
+                                             : xOf(lane, *lanes.times, columns.front().width) -
+                                                   xOf(lane, *lanes.times, 0);
         std::vector<Bar> bars;
-        for (const auto& [place, bin] : columns) {
-            const double x = most > 1 ? lane.left + (static_cast<double>(place) + 0.5) * laneColumn
-                                      : xOf(lane, *lanes.times, bin.first);
-            const double height = std::max(1.5, room * static_cast<double>(bin.count) / most);
+        for (const Density::Column& column : columns) {
+            const double middle = column.begin + column.width / 2;
+            const double x = xOf(lane, *lanes.times, most > 1 ? middle : column.bin.first);
+            const double height =
+                std::max(1.5, room * static_cast<double>(column.bin.count) / most);
             bars.push_back({x, lane.bottom() - laneGap - height, lane.bottom() - laneGap});
         }
-        canvas.bars(bars, {.ink = ink, .width = most > 1 ? laneColumn : 1.5});
+        canvas.beginClip({lane.left - 1, lane.top, lane.width + 2, lane.height});
+        canvas.bars(bars, {.ink = ink, .width = most > 1 ? std::max(1.5, width) : 1.5});
+        canvas.endClip();
     }
 
     void drawLane(const Lane& lane, const Box& place)

@@ -69,6 +69,13 @@ public:
         x = toX;
         y = toY;
     }
+    // Straight down or up.
+    void stepTo(double bottom)
+    {
+        const std::int64_t toY = tenthsOf(bottom);
+        appendTenths(out, toY - y);
+        y = toY;
+    }
 
 private:
     std::string& out;
@@ -182,9 +189,7 @@ void SvgCanvas::bars(std::span<const Bar> all, const Pen& pen)
         svg += &bar == all.data() ? "" : "m";
         walk.step({bar.x, bar.top});
         svg += "v";
-        appendTenths(svg, tenthsOf(bar.bottom) - tenthsOf(bar.top));
-        svg += "v";    // back to where the next step is counted from
-        appendTenths(svg, tenthsOf(bar.top) - tenthsOf(bar.bottom));
+        walk.stepTo(bar.bottom);
     }
     svg += "\"/>";
 }

@@ -1,6 +1,7 @@
 #include "commands/report/InputReport.h"
 
 #include "base/Characters.h"
+#include "framing/Header.h"
 
 #include <cmath>
 
@@ -69,7 +70,7 @@ void InputReport::take(const Found& found)
         satellites.take(*found.kind, found.record, taken->station, seconds);
     }
     takePoints(found, seconds);
-    takeText(found, taken ? taken->station : StationId(), seconds);
+    takeText(found, {framing::headerOf(found.bytes).station, *found.envelope}, seconds);
 }
 
 double InputReport::secondsOf(const Place& place) const
@@ -143,14 +144,26 @@ void InputReport::finish(const ReaderCounters& readerCounters)
     stats = counter.takeStats(counters);
 }
 
-TimeScale InputReport::times() const
+// When messages were received tells the date only where they came as they were sent: what was kept
+// comes at any time.
+std::optional<double> InputReport::dateOf(double begin) const
 {
     constexpr double hour = 3600;
-    const double begin = check.beginOfClock().value_or(0);
+    constexpr double mostOnTheWay = 180;
     const std::optional<std::int64_t> near = subject.date ? subject.date : received;
     if (!near) {
-        return {begin, false, shown};
+        return std::nullopt;
     }
     const double seconds = static_cast<double>(*near) / 1e6;
-    return {begin + hour * std::round((seconds - begin) / hour), true, shown};
+    const bool isAtOnce = std::abs(std::remainder(seconds - begin, hour)) < mostOnTheWay;
+    const double hours = subject.date ? std::ceil((seconds - begin) / hour - 0.5)
+                                      : std::round((seconds - begin) / hour);
+    return subject.date || isAtOnce ? std::optional(begin + hour * hours) : std::nullopt;
+}
+
+TimeScale InputReport::times() const
+{
+    const double begin = check.beginOfClock().value_or(0);
+    const std::optional<double> date = dateOf(begin);
+    return {date.value_or(begin), date.has_value(), shown};
 }

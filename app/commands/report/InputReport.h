@@ -78,6 +78,8 @@ public:
 
 private:
     bool isChosen(const Found& found) const;
+    // When the clock begins, in seconds since 1970, where that is known.
+    std::optional<double> dateOf(double begin) const;
     double axisSeconds(const std::optional<InputCheck::Taken>& taken);
     void takePoints(const Found& found, double seconds);
     void takeText(const Found& found, const StationId& station, double seconds);

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr double positionPlotHeight = 200;
+constexpr double distanceHeight = 200;
 
 std::string pointName(const Positions::Key& key)
 {
@@ -76,11 +76,11 @@ std::string distancePicture(const InputReport& input)
     const TimeScale times = input.times();
     const Plot plot = distancePlot(input, times);
     return picture({.width = pageWidth,
-                    .height = positionPlotHeight,
+                    .height = distanceHeight,
                     .title = plot.title,
                     .description = "Metres over time, a line for each point"},
                    [&](SvgCanvas& canvas) {
-                       drawPlot(canvas, {0, 0, pageWidth, positionPlotHeight}, plot);
+                       drawPlot(canvas, {0, 0, pageWidth, distanceHeight}, plot);
                    });
 }
 

@@ -226,10 +226,10 @@ Table satelliteTable(const InputReport& input)
                             {"Times", true},
                             {"First at", true},
                             {"Last at", true},
-                            {"Away, times", true},
-                            {"Gone at the end"},
-                            {"Changes of issue", true},
-                            {"Last change at", true}}};
+                            {"Times away", true},
+                            {"At the end"},
+                            {"Issues changed", true},
+                            {"Last time", true}}};
     const auto at = [&](const Place& place) {
         return Cell{input.timeText(place), input.secondsOf(place)};
     };

@@ -73,7 +73,7 @@ std::string healthPicture(const InputReport& input)
                    });
 }
 
-std::string healthText(const InputReport& input, const StationState& station)
+std::string healthHistory(const InputReport& input, const StationState& station)
 {
     std::string text;
     for (const HealthState& state : station.health()) {
@@ -128,7 +128,7 @@ std::string stationsSection(const InputReport& input, const std::string& name)
             {stationCell(id),
              numberCell(station.messages),
              {input.timeText(station.lastPlace), input.secondsOf(station.lastPlace)},
-             {healthText(input, station)},
+             {healthHistory(input, station)},
              numberCell(station.healthChanges())});
     }
     return table.rows.empty()

@@ -186,8 +186,7 @@ std::string trafficSection(const InputReport& input, const std::string& name)
 std::string rateSection(const InputReport& input, const std::string& name)
 {
     Table table{.name = "rates",
-                .caption = "How often each type comes, in seconds; the longest gap ended at that "
-                           "minute of the hour",
+                .caption = "How often each type comes, in seconds, and when the longest gap ended",
                 .columns = {{"Type", true},
                             {"Station", true},
                             {"System"},

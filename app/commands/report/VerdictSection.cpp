@@ -4,6 +4,8 @@
 #include "commands/report/ReportNames.h"
 #include "commands/report/Sections.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::size_t shownFindings = 12;
@@ -22,7 +24,11 @@ std::string findingItem(const Finding& finding)
 
 std::string findingsText(const InputCheck& check)
 {
-    const auto& kept = check.findings.kept();
+    // What is critical comes first, so that it is among what everyone sees.
+    std::vector<Finding> kept = check.findings.kept();
+    std::stable_partition(kept.begin(), kept.end(), [](const Finding& finding) {
+        return finding.severity == Severity::critical;
+    });
     std::string first;
     std::string others;
     for (std::size_t i = 0; i < kept.size(); ++i) {
