@@ -46,9 +46,8 @@ struct Shown {
     // What was collected has come, and is painted.
     bool wait()
     {
-        const bool isDone = QTest::qWaitFor([this] {
-            return !plot.isBusy() && !lanes.isBusy() && !plot.plot().lines().empty();
-        });
+        const bool isDone = QTest::qWaitFor(
+            [this] { return !plot.isBusy() && !lanes.isBusy() && !plot.plot().lines().empty(); });
         QTest::qWait(50);
         return isDone;
     }
@@ -187,18 +186,30 @@ TEST(Plots, TheGreatestStepIsFoundWithItsMessage)
     Shown shown(file);
     shown.plot.jump();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !shown.chosen.empty(); }));
-    std::map<QString, double> before;
+    // By satellite: where the line was, and how it went on.
+    struct Before {
+        double time, value, slope;
+    };
+    std::map<QString, Before> lines;
     double greatest = 0;
     double found = 0;
     for (const char* type : {"1", "31"}) {
         for (const QStringList& row : corrections(file, type)) {
+            const std::size_t place = row[0].toULongLong() - 1;
+            const double time = *shown.timeline.times().timeAt(place);
             const double value = row[3].toDouble();
-            const double step = before.count(row[2]) != 0 ? std::abs(value - before[row[2]]) : 0;
-            greatest = std::max(greatest, step);
-            if (row[0].toULongLong() == shown.chosen[0] + 1) {
-                found = std::max(found, step);
+            double slope = 0;
+            if (const auto line = lines.find(row[2]); line != lines.end()) {
+                const Before& before = line->second;
+                const double rise = value - before.value;
+                const double seconds = time - before.time;
+                const double step =
+                    std::min(std::abs(rise), std::abs(rise - before.slope * seconds));
+                slope = rise / seconds;
+                greatest = std::max(greatest, step);
+                found = place == shown.chosen[0] ? std::max(found, step) : found;
             }
-            before[row[2]] = value;
+            lines[row[2]] = {time, value, slope};
         }
     }
     EXPECT_EQ(found, greatest);

@@ -44,7 +44,8 @@ void Curve::add(double x, double y)
         bin.greatest = point;
     }
     if (!isBroken && x > latest.x) {
-        steps.add({latest, point});
+        steps.add({latest, point, slope});
+        slope = (y - latest.y) / (x - latest.x);
     }
     latest = point;
     bin.last = point;

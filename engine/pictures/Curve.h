@@ -68,6 +68,7 @@ private:
     std::uint64_t together = 0;    // values at the time of the one before
     double firstX = 0;
     Point latest;
+    double slope = 0;    // of the latest step
     bool isBroken = true;
     GreatestSteps steps;
 };

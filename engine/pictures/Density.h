@@ -30,9 +30,9 @@ public:
     }
     std::uint64_t count() const { return all; }
 
-    // What is in the range as up to so many columns of equal width through it, without those that
-    // are empty. Each holds the same number of bins, so that none is higher than others only for
-    // where it lies.
+    // What is in the range as up to so many columns of equal width, without those that are empty.
+    // Each holds the same number of bins, so that none is higher than others only for where it
+    // lies.
     struct Column {
         double begin = 0;
         double width = 0;
@@ -46,10 +46,11 @@ public:
         std::vector<Column> result;
         for (std::size_t i = 0; i < bins.all().size(); ++i) {
             const Bin& bin = bins.all()[i];
-            if (bin.count == 0 || bins.beginOf(i + 1) < range.low || bins.beginOf(i) > range.high) {
+            const double begin = bins.beginOf(i - i % together);
+            const double share = range.share(bin.first);
+            if (bin.count == 0 || share < -outside || share > 1 + outside) {
                 continue;
             }
-            const double begin = bins.beginOf(i - i % together);
             if (!result.empty() && result.back().begin == begin) {
                 result.back().bin.merge(bin);
             } else {
@@ -60,6 +61,7 @@ public:
     }
 
 private:
+    static constexpr double outside = 1e-9;    // of a range, by rounding
     static constexpr std::size_t mostBins = 2048;
     static constexpr double narrowest = 1.0 / 64;    // seconds
 

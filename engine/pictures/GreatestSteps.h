@@ -10,8 +10,14 @@
 struct Step {
     Point from;    // x: time, y: value
     Point to;
+    double slope = 0;    // of the line before it
 
-    double height() const { return std::abs(to.y - from.y); }
+    // By how much it leaves the way on which the line was, or the value before.
+    double height() const
+    {
+        const double rise = to.y - from.y;
+        return std::min(std::abs(rise), std::abs(rise - slope * (to.x - from.x)));
+    }
 };
 
 // So many of them as are worth a look, however many there are.
@@ -19,7 +25,7 @@ class GreatestSteps {
 public:
     void add(const Step& step)
     {
-        if (step.from.y == step.to.y || (all.size() == most && !isHigher(step, all.front()))) {
+        if (step.height() == 0 || (all.size() == most && !isHigher(step, all.front()))) {
             return;
         }
         if (all.size() == most) {

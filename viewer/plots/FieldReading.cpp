@@ -59,8 +59,7 @@ std::string FieldReading::read(const Take& take, const Stop& isAskedToStop,
                                std::atomic<double>& done) const
 {
     done = 0;
-    IndexTimes::Places places = times.placesIn(range);
-    places.from = std::max(places.from, from);
+    const IndexTimes::Places places = times.placesIn(range, from);
     if (places.from >= places.until || kinds.empty()) {
         return {};
     }

@@ -34,10 +34,10 @@ void IndexTimes::add(const IndexEntry& entry)
                   : Range{*last, *last};
 }
 
-IndexTimes::Places IndexTimes::placesIn(const Range& range) const
+IndexTimes::Places IndexTimes::placesIn(const Range& range, std::size_t from) const
 {
     Places places{known, 0};
-    each(range, 0, [&](std::size_t place, double) {
+    each(range, from, [&](std::size_t place, double) {
         places.from = std::min(places.from, place);
         places.until = place + 1;
         return true;

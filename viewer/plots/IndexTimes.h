@@ -30,12 +30,12 @@ public:
     // the answer is false. Begins at a place.
     template <class Function>
     void each(const Range& range, std::size_t from, Function function) const;
-    // The places from the first to one past the last one of the range.
+    // The places from the first to one past the last one of the range, from one on.
     struct Places {
         std::size_t from = 0;
         std::size_t until = 0;
     };
-    Places placesIn(const Range& range) const;
+    Places placesIn(const Range& range, std::size_t from = 0) const;
     std::optional<double> timeAt(std::size_t place) const;
 
 private:

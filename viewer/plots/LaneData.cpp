@@ -39,15 +39,42 @@ void LaneData::take(const IndexEntry& entry, std::uint64_t number, double second
     const bool isFaulty = entry.kindOfFind() == Found::What::misfit || entry.isShort != 0;
     counted.add(*key, {.seconds = seconds, .isFaulty = isFaulty});
     if (rates.size() < Traffic::mostLanes || rates.count(*key) != 0) {
-        rates[*key].add(std::llround(seconds * unitsPerSecond), {.number = number});
+        addTo(rates[*key], number, seconds);
     }
+}
+
+// The rate is known better and better, and looked at now and then.
+void LaneData::addTo(Rate& rate, std::uint64_t number, double seconds)
+{
+    constexpr std::uint64_t lookEvery = 256;
+    rate.steps.add(std::llround(seconds * unitsPerSecond), {.number = number});
+    const std::uint64_t count = rate.steps.messages();
+    if (count % lookEvery == 0 || count == lookEvery / 8) {
+        rate.shortestGap = shortestGapOf(rate.steps);
+    }
+    if (rate.last && seconds - *rate.last > rate.shortestGap) {
+        rate.gapEnds.add(seconds);
+    }
+    rate.last = seconds;
+}
+
+double LaneData::shortestGapOf(const TypeRate& steps)
+{
+    constexpr double periods = 1.7;    // as rates have it, see TypeRate::expectedIn
+    return steps.isRegular() ? periods * *steps.period() / unitsPerSecond
+                             : std::numeric_limits<double>::infinity();
 }
 
 double LaneData::shortestGap(const Traffic::Key& lane) const
 {
-    constexpr double periods = 1.7;    // as rates have it, see TypeRate::expectedIn
     const auto rate = rates.find(lane);
-    return rate != rates.end() && rate->second.isRegular()
-               ? periods * *rate->second.period() / unitsPerSecond
-               : std::numeric_limits<double>::infinity();
+    return rate != rates.end() ? shortestGapOf(rate->second.steps)
+                               : std::numeric_limits<double>::infinity();
+}
+
+const Density* LaneData::gapEnds(const Traffic::Key& lane) const
+{
+    const auto rate = rates.find(lane);
+    return rate != rates.end() && rate->second.gapEnds.count() > 0 ? &rate->second.gapEnds
+                                                                   : nullptr;
 }

@@ -7,6 +7,7 @@
 #include "curves/Traffic.h"
 
 #include <functional>
+#include <limits>
 #include <map>
 #include <memory>
 
@@ -27,14 +28,25 @@ public:
     // The seconds without a message of the lane in which one had to come; of a lane whose messages
     // come irregularly more than there are.
     double shortestGap(const Traffic::Key& lane) const;
+    // Where times without messages ended that are longer than this, also those that are too many to
+    // be kept one by one; null where there are none.
+    const Density* gapEnds(const Traffic::Key& lane) const;
 
 private:
     static constexpr double unitsPerSecond = 1000;
 
+    struct Rate {
+        TypeRate steps{};
+        double shortestGap = std::numeric_limits<double>::infinity();
+        std::optional<double> last{};
+        Density gapEnds{};
+    };
+    static double shortestGapOf(const TypeRate& steps);
+    static void addTo(Rate& rate, std::uint64_t number, double seconds);
     void take(const IndexEntry& entry, std::uint64_t number, double seconds);
 
     Range range;
     std::size_t next = 0;
     Traffic counted;
-    std::map<Traffic::Key, TypeRate> rates;
+    std::map<Traffic::Key, Rate> rates;
 };

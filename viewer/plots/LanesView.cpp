@@ -11,7 +11,8 @@
 
 namespace {
 
-constexpr double pixelsAroundTick = 6;    // of the pointer in which a message is meant
+constexpr std::size_t mostShortGaps = 300;    // that are seen beside each other
+constexpr double pixelsAroundTick = 6;        // of the pointer in which a message is meant
 
 }    // namespace
 
@@ -84,6 +85,11 @@ Lane LanesView::laneFor(const LaneKey& key, const TimeScale& times) const
     }
     if (whole != shown) {
         addGaps(lane, *key, *whole, times);    // that are longer than what is shown
+    }
+    if (const Density* const ends = shown->gapEnds(*key)) {
+        for (const Density::Column& column : ends->columns(times.range, mostShortGaps)) {
+            lane.gaps.push_back({column.bin.first, column.bin.first});
+        }
     }
     return lane;
 }

@@ -29,6 +29,27 @@ QRectF rectangleOf(const Box& box)
     return {box.left, box.top, box.width, box.height};
 }
 
+constexpr std::size_t mostRoundDots = 500;
+
+double lengthOf(const QPolygonF& polygon)
+{
+    double length = 0;
+    for (qsizetype i = 1; i < polygon.size(); ++i) {
+        const QPointF step = polygon[i] - polygon[i - 1];
+        length += std::abs(step.x()) + std::abs(step.y());
+    }
+    return length;
+}
+
+// Goes up and down so much that nobody sees how.
+bool isDense(const QPolygonF& polygon, const QRectF& place)
+{
+    constexpr double narrowest = 4;    // pixels
+    constexpr double steepest = 12;    // up and down by so many times its width
+    return place.width() < narrowest ||
+           lengthOf(polygon) > steepest * place.width() + 2 * place.height();
+}
+
 }    // namespace
 
 PainterCanvas::PainterCanvas(QPainter& target, bool onDark) : painter(target), isOnDark(onDark) {}
@@ -67,19 +88,40 @@ void PainterCanvas::polyline(std::span<const Point> points, const Pen& pen)
     for (const Point& point : points) {
         polygon.append(pointOf(point));
     }
-    use(pen, true);
+    const QRectF place = polygon.boundingRect();
+    if (isDense(polygon, place)) {
+        drawDense(polygon, pen);
+    } else {
+        use(pen, true);
+        painter.drawPolyline(polygon);
+    }
+    reach(place);
+}
+
+// Dashes and smooth edges of such a line take long, and nobody can see them.
+void PainterCanvas::drawDense(const QPolygonF& polygon, const Pen& pen)
+{
+    use({.ink = pen.ink}, false);
+    QPen thin = painter.pen();
+    thin.setWidth(0);
+    painter.setPen(thin);
     painter.drawPolyline(polygon);
-    reach(polygon.boundingRect());
 }
 
 void PainterCanvas::dots(std::span<const Point> points, const Pen& pen)
 {
-    use(pen, true);
-    painter.setBrush(painter.pen().color());
+    const double radius = pen.width / 2;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(colour(pen.ink, isOnDark));
     painter.setPen(Qt::NoPen);
     for (const Point& point : points) {
-        painter.drawEllipse(pointOf(point), pen.width / 2, pen.width / 2);
-        reach({pointOf(point), QSizeF(1, 1)});
+        const QRectF place(point.x - radius, point.y - radius, pen.width, pen.width);
+        if (++dotCount <= mostRoundDots) {
+            painter.drawEllipse(place);
+        } else {
+            painter.fillRect(place, painter.brush());    // which takes much less time
+        }
+        reach(place);
     }
 }
 

@@ -40,11 +40,13 @@ public:
 
 private:
     void use(const Pen& pen, bool isSmooth);
+    void drawDense(const QPolygonF& polygon, const Pen& pen);
     void reach(const QRectF& place);
     QFont fontOf(double size, bool isBold) const;
 
     QPainter& painter;
     bool isOnDark;
+    std::size_t dotCount = 0;
     std::vector<Group> all;
     std::optional<Group> open;
 };

@@ -222,8 +222,9 @@ std::vector<std::pair<PlotView::Key, Step>> PlotView::greatestSteps() const
             }
         }
     }
-    std::stable_sort(steps.begin(), steps.end(), [](const auto& a, const auto& b) {
-        return a.second.height() > b.second.height();
+    std::sort(steps.begin(), steps.end(), [](const auto& a, const auto& b) {
+        const double difference = a.second.height() - b.second.height();
+        return difference != 0 ? difference > 0 : a.second.to.x < b.second.to.x;
     });
     return steps;
 }
