@@ -75,7 +75,7 @@ QStringList rowsOf(DocumentView& view)
             const QString type =
                 cell(view, row, MessageModel::type).section(QLatin1Char(' '), 0, 0);
             rows.append(
-                cell(view, row, MessageModel::number) + ' ' + cell(view, row, MessageModel::time) +
+                cell(view, row, MessageModel::number) + ' ' + cell(view, row, MessageModel::sentAt) +
                 ' ' + cell(view, row, MessageModel::station) + ' ' + type + ' ' +
                 cell(view, row, MessageModel::content).section(QStringLiteral("; s"), 0, 0));
         }

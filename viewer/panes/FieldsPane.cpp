@@ -41,7 +41,8 @@ QString troubleOf(const MessageDetail* detail)
     }
     if (!detail->text.empty()) {
         const bool isPart = detail->record != nullptr && detail->what != Found::What::message &&
-                            detail->what != Found::What::unreported;
+                            detail->what != Found::What::unreported &&
+                            detail->what != Found::What::unknownType;
         return QString::fromStdString(detail->text) +
                (isPart ? FieldsPane::tr(". Shown is what came whole.") : QString());
     }

@@ -183,6 +183,18 @@ void DocumentView::showNew()
     Q_EMIT stateChanged();
 }
 
+// What is not wanted any more ends by itself, while the window goes on.
+template <class Work>
+void DocumentView::retire(std::shared_ptr<Work>& work)
+{
+    if (work == nullptr) {
+        return;
+    }
+    work->cancel();
+    retired.push_back({[ending = std::move(work)] { return ending->isFinished(); }});
+    timer.start();
+}
+
 void DocumentView::applyFilter()
 {
     const QString where = filterLine->text();
@@ -203,22 +215,24 @@ void DocumentView::applyFilter()
 // What was chosen before stays until there is something to show.
 void DocumentView::beginFilter(const QString& where)
 {
-    nextPass = std::make_unique<FilterPass>(
+    auto pass = std::make_shared<FilterPass>(
         shown.format(), shown.again(),
         FilterPass::Options{.where = where.toStdString(),
                             .withTroubles = filterLine->wantsTroubles(),
                             .follows = shown.comesSlowly() && shown.isReading()});
+    retire(nextPass);
+    nextPass = std::move(pass);
     filterText = where;
     timer.start();
 }
 
 void DocumentView::dropFilter()
 {
-    searchPass.reset();
+    retire(searchPass);
     const std::size_t place = wanted;
     model->choose(nullptr);
-    nextPass.reset();
-    filterPass.reset();
+    retire(nextPass);
+    retire(filterPass);
     if (place < shown.index().size()) {
         goTo(place);
     }
@@ -229,7 +243,8 @@ void DocumentView::look()
 {
     lookAtFilter();
     lookAtSearch();
-    if (nextPass == nullptr && searchPass == nullptr &&
+    std::erase_if(retired, [](const Retired& work) { return work.isFinished(); });
+    if (nextPass == nullptr && searchPass == nullptr && retired.empty() &&
         (filterPass == nullptr || filterPass->isFinished())) {
         timer.stop();
     }
@@ -239,9 +254,10 @@ void DocumentView::look()
 void DocumentView::lookAtFilter()
 {
     if (nextPass != nullptr && (nextPass->chosen().size() > 0 || nextPass->isFinished())) {
-        searchPass.reset();
+        retire(searchPass);
         const std::size_t place = wanted;
         model->choose(&nextPass->chosen());
+        retire(filterPass);
         filterPass = std::move(nextPass);
         if (place < shown.index().size()) {
             goTo(place);
@@ -285,10 +301,11 @@ void DocumentView::search(bool backwards)
     }
     const int row = table->currentIndex().row();
     const std::size_t start = row >= 0 ? model->placeOf(row) : backwards ? 0 : shown.index().size();
-    searchPass.reset();
-    searchPass = std::make_unique<SearchPass>(
+    retire(searchPass);
+    searchPass = std::make_shared<SearchPass>(
         shown.format(), shown.again(), shown.index(),
-        filterPass != nullptr ? &filterPass->chosen() : nullptr,
+        filterPass != nullptr ? std::shared_ptr<const Selection>(filterPass, &filterPass->chosen())
+                              : nullptr,
         SearchPass::Options{
             .text = searchLine->text().toStdString(), .start = start, .backwards = backwards});
     timer.start();
@@ -297,7 +314,7 @@ void DocumentView::search(bool backwards)
 void DocumentView::cancel()
 {
     if (searchPass != nullptr) {
-        searchPass.reset();
+        retire(searchPass);
         searchState->setText(QStringLiteral("cancelled"));
     } else if (nextPass != nullptr || (filterPass != nullptr && !filterPass->isFinished())) {
         filterLine->setText({});
