@@ -209,7 +209,7 @@ TEST(ViewerPanes, ChosenBitsFindTheFieldAndAChosenFieldItsBits)
             tree.setCurrentIndex(fields.indexOf(place));
             EXPECT_EQ(bits.range(), map.bitsOf(place));
         });
-        for (std::uint32_t bit = 0; bit < map.size(); bit += 7) {
+        for (std::uint32_t bit = 0; bit < map.size(); bit += 29) {
             const WordBit place = WordBit::ofPacked(bit);
             BitsView& view = *shown.views[bit % 2];
             QTest::mouseClick(&view, Qt::LeftButton, {}, view.rectOf(place).center());

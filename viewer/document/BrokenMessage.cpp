@@ -7,14 +7,11 @@
 
 namespace {
 
-// Whether fields are there or not by the number of words that the message declares: they would seem
-// to have come.
-bool dependsOnWords(const KindModel& kind)
+// Fields that did not come would seem to be there with the number of words that it declares.
+bool hidesWhatIsMissing(const KindModel& kind)
 {
     const FieldModel* const words = kind.field(RTCM2_MEANS_WORDS);
-    return words == nullptr ||
-           std::any_of(kind.fields.begin(), kind.fields.end(),
-                       [&](const FieldModel& field) { return field.row->when == words->row; });
+    return words == nullptr || kind.decidesPresence(*words);
 }
 
 // Decodes it as if it declared the words that came, and puts the number back that it declares.
@@ -46,7 +43,7 @@ void decodeBroken(MessageDetail& detail, const FormatModel& model)
     detail.kind = model.modelOf(RTCM2_kind_of_type(type));
     detail.table = std::make_unique<TableRecord>();
     detail.record = detail.table->get();
-    if (detail.kind == nullptr || dependsOnWords(*detail.kind) || !decodeWhatCame(detail)) {
+    if (detail.kind == nullptr || hidesWhatIsMissing(*detail.kind) || !decodeWhatCame(detail)) {
         detail.kind = &model.unknownKind();
         detail.table->decode(*detail.kind->row, packed.first(framing::headerBytes));
     }
