@@ -269,6 +269,11 @@ TEST(ViewerPanes, AParityBitIsTheSumOfWhatItLightsUp)
                 count += bits.isLit(other) ? 1 : 0;
             }
             EXPECT_EQ(sum, 0U) << "the parity bit is lit up, too";
+            std::vector<AirWord> damaged = words;
+            const auto flipped = 1U << (WordBit::perWord - 1 - bit);
+            damaged[static_cast<std::size_t>(word)].received ^= flipped;
+            damaged[static_cast<std::size_t>(word)].goodParity = false;
+            EXPECT_EQ(airTable(damaged).rows[static_cast<std::size_t>(word)].wrong, flipped);
             EXPECT_GT(count, 10);
         }
     }
