@@ -20,6 +20,7 @@ namespace {
 
 constexpr int lookAtWorkEvery = 50;    // milliseconds
 constexpr int mostEvents = 1000;
+constexpr int mostOfType = 32;    // letters
 
 QString grouped(qulonglong number)
 {
@@ -105,7 +106,9 @@ void DocumentView::buildTable()
     for (const auto& kind : format().kinds()) {
         widest = std::max(widest, kind->isMain ? metrics.horizontalAdvance(kindText(*kind)) : 0);
     }
-    header.resizeSection(MessageModel::type, widest + metrics.horizontalAdvance(padded("")));
+    const int most = mostOfType * metrics.averageCharWidth();
+    header.resizeSection(MessageModel::type,
+                         std::min(widest, most) + metrics.horizontalAdvance(padded("")));
     table->setItemDelegate(new RowDelegate(table));
     header.setSectionHidden(MessageModel::received, shown.receiveTimes() == nullptr);
     header.setSectionHidden(MessageModel::sender, true);
@@ -175,7 +178,11 @@ void DocumentView::showNew()
 {
     measureRate();
     if (!paused) {
+        const bool isFirst = model->rowCount() == 0;
         model->refresh();
+        if (isFirst && !shown.comesSlowly()) {
+            goTo(0);
+        }
         if (following) {
             showLast();
         }
@@ -198,6 +205,10 @@ void DocumentView::retire(std::shared_ptr<Work>& work)
 void DocumentView::applyFilter()
 {
     const QString where = filterLine->text();
+    if (where == filterText && filterLine->wantsTroubles() == filterTroubles) {
+        filterLine->clearError();
+        return;
+    }
     try {
         if (where.trimmed().isEmpty()) {
             filterText.clear();
@@ -223,6 +234,7 @@ void DocumentView::beginFilter(const QString& where)
     retire(nextPass);
     nextPass = std::move(pass);
     filterText = where;
+    filterTroubles = filterLine->wantsTroubles();
     timer.start();
 }
 
