@@ -4,11 +4,14 @@
 #include "plugin/Plugin.h"
 #include "support/SlowBits.h"
 #include "viewer/document/AirWords.h"
+#include "viewer/document/BrokenMessage.h"
 #include "viewer/panes/DetailPane.h"
 #include "viewer/panes/FieldCells.h"
 
 #include <QAbstractItemModelTester>
+#include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QKeyEvent>
 #include <QSortFilterProxyModel>
 #include <QTest>
@@ -206,7 +209,7 @@ TEST(ViewerPanes, ChosenBitsFindTheFieldAndAChosenFieldItsBits)
             tree.setCurrentIndex(fields.indexOf(place));
             EXPECT_EQ(bits.range(), map.bitsOf(place));
         });
-        for (std::uint32_t bit = 0; bit < map.size(); bit += 7) {
+        for (std::uint32_t bit = 0; bit < map.size(); bit += 29) {
             const WordBit place = WordBit::ofPacked(bit);
             BitsView& view = *shown.views[bit % 2];
             QTest::mouseClick(&view, Qt::LeftButton, {}, view.rectOf(place).center());
@@ -235,6 +238,11 @@ TEST(ViewerPanes, KeysMarkBitsThatCanBeCopied)
     press(Qt::Key_Left, Qt::ShiftModifier, 4);
     EXPECT_EQ(bits.bitText(), "01100");
     EXPECT_EQ(bits.hexText(), "0c");
+    QAction ofTheWindow;
+    ofTheWindow.setShortcut(QKeySequence::Copy);
+    shown.pane.addAction(&ofTheWindow);
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "01100");
     press(Qt::Key_Home, Qt::ControlModifier);
     press(Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(bits.range(), (BitRange{0, bits.map().size()}));
@@ -261,7 +269,41 @@ TEST(ViewerPanes, AParityBitIsTheSumOfWhatItLightsUp)
                 count += bits.isLit(other) ? 1 : 0;
             }
             EXPECT_EQ(sum, 0U) << "the parity bit is lit up, too";
+            std::vector<AirWord> damaged = words;
+            const auto flipped = 1U << (WordBit::perWord - 1 - bit);
+            damaged[static_cast<std::size_t>(word)].received ^= flipped;
+            damaged[static_cast<std::size_t>(word)].goodParity = false;
+            EXPECT_EQ(airTable(damaged).rows[static_cast<std::size_t>(word)].wrong, flipped);
             EXPECT_GT(count, 10);
+        }
+    }
+}
+
+TEST(ViewerDocument, OfABrokenMessageWhatCameWholeIsShown)
+{
+    for (const MessageDetail& whole : messages()) {
+        SCOPED_TRACE(whole.kind->name);
+        const Values before = valuesOf(whole);
+        RTCM2_framing_header_s header{};
+        RTCM2_read_header(whole.packed.data(), whole.packed.size(), &header);
+        const bool isOfItsType = whole.kind->typeNumber == static_cast<int>(header.type);
+        for (std::size_t size = 6; isOfItsType && size < whole.packed.size(); size += 3) {
+            MessageDetail broken;
+            broken.what = Found::What::damaged;
+            broken.packed.assign(whole.packed.begin(), whole.packed.begin() + long(size));
+            decodeBroken(broken, format());
+            const BitMap map(broken);
+            for (const auto& [place, values] : valuesOf(broken)) {
+                const BitRange bits = map.bitsOf(place);
+                EXPECT_LE(bits.end(), 8 * size);
+                const auto was = before.find(place);
+                ASSERT_NE(was, before.end());
+                const bool isBeginning =
+                    values.size() <= was->second.size() &&
+                    std::equal(values.begin(), values.end(), was->second.begin());
+                EXPECT_TRUE(isBeginning || isDerived(spotOf(broken, place)))
+                    << nameOf(broken, place).toStdString();
+            }
         }
     }
 }

@@ -107,6 +107,8 @@ void BitsPane::describe()
     const QString text = selection.description();
     status->setText(status->fontMetrics().elidedText(text, Qt::ElideRight, width() - 8));
     status->setToolTip(text);
+    packed.view->setAccessibleDescription(text);
+    air.view->setAccessibleDescription(text);
 }
 
 // Compiled here instead of on its own.

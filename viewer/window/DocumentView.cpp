@@ -20,6 +20,7 @@ namespace {
 
 constexpr int lookAtWorkEvery = 50;    // milliseconds
 constexpr int mostEvents = 1000;
+constexpr int mostOfType = 32;    // letters
 
 QString grouped(qulonglong number)
 {
@@ -105,6 +106,7 @@ void DocumentView::showOverview(Overview which)
 DocumentView::~DocumentView()
 {
     timer.stop();
+    delete overviews;    // lanes and plot read the document beside the window
 }
 
 void DocumentView::buildTable()
@@ -124,7 +126,9 @@ void DocumentView::buildTable()
     for (const auto& kind : format().kinds()) {
         widest = std::max(widest, kind->isMain ? metrics.horizontalAdvance(kindText(*kind)) : 0);
     }
-    header.resizeSection(MessageModel::type, widest + metrics.horizontalAdvance(padded("")));
+    const int most = mostOfType * metrics.averageCharWidth();
+    header.resizeSection(MessageModel::type,
+                         std::min(widest, most) + metrics.horizontalAdvance(padded("")));
     table->setItemDelegate(new RowDelegate(table));
     header.setSectionHidden(MessageModel::received, shown.receiveTimes() == nullptr);
     header.setSectionHidden(MessageModel::sender, true);
@@ -199,7 +203,11 @@ void DocumentView::showNew()
 {
     measureRate();
     if (!paused) {
+        const bool isFirst = model->rowCount() == 0;
         model->refresh();
+        if (isFirst && !shown.comesSlowly()) {
+            goTo(0);
+        }
         if (following) {
             showLast();
         }
@@ -222,6 +230,10 @@ void DocumentView::retire(std::shared_ptr<Work>& work)
 void DocumentView::applyFilter()
 {
     const QString where = filterLine->text();
+    if (where == filterText && filterLine->wantsTroubles() == filterTroubles) {
+        filterLine->clearError();
+        return;
+    }
     try {
         if (where.trimmed().isEmpty()) {
             filterText.clear();
@@ -247,6 +259,7 @@ void DocumentView::beginFilter(const QString& where)
     retire(nextPass);
     nextPass = std::move(pass);
     filterText = where;
+    filterTroubles = filterLine->wantsTroubles();
     timer.start();
 }
 

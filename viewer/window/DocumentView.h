@@ -126,7 +126,8 @@ private:
     std::unique_ptr<MessageModel> model;
     std::shared_ptr<FilterPass> filterPass;    // whose choice is shown
     std::shared_ptr<FilterPass> nextPass;      // takes its place once it is finished
-    QString filterText;
+    QString filterText;    // and whether damage is shown beside what it chooses:
+    bool filterTroubles = false;
     std::shared_ptr<SearchPass> searchPass;
     struct Retired {
         std::function<bool()> isFinished;    // holds the work, too
