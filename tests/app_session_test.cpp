@@ -88,6 +88,24 @@ TEST_F(SessionTest, RecordedMessagesAreReadInTheirMode)
     EXPECT_EQ(counter.troubles, "");
 }
 
+// Of a type 22 message, whose words decide which fields it has, one data word out of three.
+TEST_F(SessionTest, AShortMessageHasNoFieldsThatDidNotCome)
+{
+    struct Last : Counter {
+        void take(const Found& found) override
+        {
+            Counter::take(found);
+            isPresent = found.kind->fields.back().isPresent(found.record);
+        }
+        bool isPresent = true;
+    } last;
+    app.form = InputForm::aivdm;
+    const std::string sentence = "!AIVDM,1,1,,A,A01r68CrU8vdP5VQGa<HnhEh,0*4F\r\n";
+    EXPECT_EQ(app.read({file("short", sentence)}, last), ExitStatus::success);
+    EXPECT_EQ(last.messages, 1) << last.troubles;
+    EXPECT_FALSE(last.isPresent);
+}
+
 TEST_F(SessionTest, MessagesAreCopiedAsFarAsWanted)
 {
     file("input", known + unreported + "zz\n" + unknown + misfit);

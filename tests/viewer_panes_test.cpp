@@ -4,11 +4,14 @@
 #include "plugin/Plugin.h"
 #include "support/SlowBits.h"
 #include "viewer/document/AirWords.h"
+#include "viewer/document/BrokenMessage.h"
 #include "viewer/panes/DetailPane.h"
 #include "viewer/panes/FieldCells.h"
 
 #include <QAbstractItemModelTester>
+#include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QKeyEvent>
 #include <QSortFilterProxyModel>
 #include <QTest>
@@ -45,25 +48,28 @@ MessageDetail detailOf(const KindModel& kind, const Bytes& packed)
     return detail;
 }
 
-// Messages of all kinds: those of a sample, and others with random content.
+// Messages of all kinds: those of a sample, and others of any length with random content.
 std::vector<MessageDetail> messages()
 {
     std::vector<MessageDetail> all;
     std::ifstream file(RTCM2_TEST_SAMPLES "/all-types.packed", std::ios::binary);
     const Bytes sample{std::istreambuf_iterator<char>(file), {}};
+    RTCM2_framing_header_s header{};
+    for (std::size_t at = 0; RTCM2_read_header(&sample[at], sample.size() - at, &header) != 0;) {
+        const std::size_t end = at + (2 + header.data_words) * std::size_t{3};
+        if (const RTCM2_kind_s* row = RTCM2_kind_of_type(static_cast<std::int32_t>(header.type))) {
+            all.push_back(detailOf(*format().modelOf(row), Bytes(&sample[at], &sample[end])));
+        }
+        at = end;
+    }
     std::mt19937 random(1);
-    for (std::size_t at = 0; at < sample.size();) {
-        const auto size = static_cast<std::size_t>(
-            RTCM2_packed_length(&sample[at], static_cast<std::uint16_t>(sample.size() - at)));
-        Bytes packed(&sample[at], &sample[at] + size);
-        at += size;
-        RTCM2_framing_header_s header{};
-        RTCM2_read_header(packed.data(), packed.size(), &header);
-        const KindModel* const kind =
-            format().modelOf(RTCM2_kind_of_type(static_cast<std::int32_t>(header.type)));
-        for (int pass = 0; kind != nullptr && pass < 4; ++pass) {
-            all.push_back(detailOf(*kind, packed));
-            std::generate(packed.begin() + 6, packed.end(), std::ref(random));
+    for (const auto& kind : format().kinds()) {
+        for (const unsigned words : {0U, 1U, 5U, 5U, 12U, 31U, 31U}) {
+            Bytes packed{0x66, 4, 5, 0x8C, 0xA3, static_cast<std::uint8_t>(words << 3)};
+            std::generate_n(std::back_inserter(packed), 3 * words, std::ref(random));
+            if (kind->isMain) {
+                all.push_back(detailOf(*kind, packed));
+            }
         }
     }
     return all;
@@ -125,7 +131,7 @@ void checkFlip(const MessageDetail& detail, const Values& before, const BitMap& 
 
 TEST(ViewerBitMap, AFlippedBitChangesTheFieldsThatHaveItAndNoOther)
 {
-    Places kinds;
+    std::set<const KindModel*> kinds;
     for (const MessageDetail& detail : messages()) {
         SCOPED_TRACE(detail.kind->name);
         const Values before = valuesOf(detail);
@@ -135,11 +141,11 @@ TEST(ViewerBitMap, AFlippedBitChangesTheFieldsThatHaveItAndNoOther)
             SCOPED_TRACE(bit);
             checkFlip(detail, before, map, bit);
         }
-        kinds.insert({detail.record != nullptr ? detail.kind->typeNumber : -1});
+        kinds.insert(detail.record != nullptr ? detail.kind : nullptr);
     }
-    const auto reported = std::count_if(format().kinds().begin(), format().kinds().end(),
-                                        [](auto& kind) { return kind->isMain && kind->info; });
-    EXPECT_GE(kinds.size(), static_cast<std::size_t>(reported));
+    for (const auto& kind : format().kinds()) {
+        EXPECT_EQ(kinds.contains(kind.get()), kind->isMain) << kind->name;
+    }
 }
 
 TEST(ViewerModels, HoldEachFieldInItsPlaceAndSortByNumbers)
@@ -187,7 +193,7 @@ struct ShownMessage {
     }
 
     DetailPane pane;
-    QList<BitsView*> views;    // packed, and on the air
+    QList<BitsView*> views;    // of the packed message and of the air, in any order
 };
 
 TEST(ViewerPanes, ChosenBitsFindTheFieldAndAChosenFieldItsBits)
@@ -203,7 +209,7 @@ TEST(ViewerPanes, ChosenBitsFindTheFieldAndAChosenFieldItsBits)
             tree.setCurrentIndex(fields.indexOf(place));
             EXPECT_EQ(bits.range(), map.bitsOf(place));
         });
-        for (std::uint32_t bit = 0; bit < map.size(); bit += 7) {
+        for (std::uint32_t bit = 0; bit < map.size(); bit += 29) {
             const WordBit place = WordBit::ofPacked(bit);
             BitsView& view = *shown.views[bit % 2];
             QTest::mouseClick(&view, Qt::LeftButton, {}, view.rectOf(place).center());
@@ -232,6 +238,11 @@ TEST(ViewerPanes, KeysMarkBitsThatCanBeCopied)
     press(Qt::Key_Left, Qt::ShiftModifier, 4);
     EXPECT_EQ(bits.bitText(), "01100");
     EXPECT_EQ(bits.hexText(), "0c");
+    QAction ofTheWindow;
+    ofTheWindow.setShortcut(QKeySequence::Copy);
+    shown.pane.addAction(&ofTheWindow);
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "01100");
     press(Qt::Key_Home, Qt::ControlModifier);
     press(Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(bits.range(), (BitRange{0, bits.map().size()}));
@@ -258,7 +269,41 @@ TEST(ViewerPanes, AParityBitIsTheSumOfWhatItLightsUp)
                 count += bits.isLit(other) ? 1 : 0;
             }
             EXPECT_EQ(sum, 0U) << "the parity bit is lit up, too";
+            std::vector<AirWord> damaged = words;
+            const auto flipped = 1U << (WordBit::perWord - 1 - bit);
+            damaged[static_cast<std::size_t>(word)].received ^= flipped;
+            damaged[static_cast<std::size_t>(word)].goodParity = false;
+            EXPECT_EQ(airTable(damaged).rows[static_cast<std::size_t>(word)].wrong, flipped);
             EXPECT_GT(count, 10);
+        }
+    }
+}
+
+TEST(ViewerDocument, OfABrokenMessageWhatCameWholeIsShown)
+{
+    for (const MessageDetail& whole : messages()) {
+        SCOPED_TRACE(whole.kind->name);
+        const Values before = valuesOf(whole);
+        RTCM2_framing_header_s header{};
+        RTCM2_read_header(whole.packed.data(), whole.packed.size(), &header);
+        const bool isOfItsType = whole.kind->typeNumber == static_cast<int>(header.type);
+        for (std::size_t size = 6; isOfItsType && size < whole.packed.size(); size += 3) {
+            MessageDetail broken;
+            broken.what = Found::What::damaged;
+            broken.packed.assign(whole.packed.begin(), whole.packed.begin() + long(size));
+            decodeBroken(broken, format());
+            const BitMap map(broken);
+            for (const auto& [place, values] : valuesOf(broken)) {
+                const BitRange bits = map.bitsOf(place);
+                EXPECT_LE(bits.end(), 8 * size);
+                const auto was = before.find(place);
+                ASSERT_NE(was, before.end());
+                const bool isBeginning =
+                    values.size() <= was->second.size() &&
+                    std::equal(values.begin(), values.end(), was->second.begin());
+                EXPECT_TRUE(isBeginning || isDerived(spotOf(broken, place)))
+                    << nameOf(broken, place).toStdString();
+            }
         }
     }
 }

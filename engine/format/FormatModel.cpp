@@ -50,6 +50,14 @@ const FieldModel* KindModel::field(RTCM2_meaning_enum meaning) const
     return found != fields.end() ? &*found : nullptr;
 }
 
+bool KindModel::decidesPresence(const FieldModel& field) const
+{
+    return std::any_of(fields.begin(), fields.end(), [&](const FieldModel& other) {
+        const RTCM2_member_s* const when = other.row->when;
+        return when == field.row || (when != nullptr && when->of == field.row);
+    });
+}
+
 const FieldModel* KindModel::quantityOf(const FieldModel& field) const
 {
     const auto found =

@@ -108,6 +108,8 @@ struct KindModel {
     }
     // The first field of this meaning; null when there is none.
     const FieldModel* field(RTCM2_meaning_enum meaning) const;
+    // Whether other fields are in a message or not by the value of this one.
+    bool decidesPresence(const FieldModel& field) const;
     // The quantity of a field of this kind; null when it has none.
     const FieldModel* quantityOf(const FieldModel& field) const;
 };

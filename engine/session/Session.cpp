@@ -313,10 +313,12 @@ bool Session::takeShort(const KindModel& kind)
     return filterTakes();
 }
 
-// In the table's record of the message in work.
+// In the table's record of the message in work; unless fields that did not come would seem to be
+// there then.
 void Session::sayDeclaredWords()
 {
-    if (const FieldModel* const words = found.kind->field(RTCM2_MEANS_WORDS)) {
+    const FieldModel* const words = found.kind->field(RTCM2_MEANS_WORDS);
+    if (words != nullptr && !found.kind->decidesPresence(*words)) {
         RTCM2_write_integer(tableRecord.get(), words->row, 0, shortMessage.declared());
     }
 }

@@ -115,9 +115,10 @@ QString BitSelection::description() const
         return tr("%1: no bits of its own").arg(nameOf(*detail, chosen));
     }
     if (lit == bitMap.bitsOf(chosen)) {
-        const QString value = valueOf(spotOf(*detail, chosen));
-        return rangeText(lit) + QStringLiteral(": ") + nameOf(*detail, chosen) +
-               (value.isEmpty() ? value : QStringLiteral(": ") + value);
+        const FieldSpot spot = spotOf(*detail, chosen);
+        const QString value = valueOf(spot);
+        return rangeText(lit) + (isDerived(spot) ? tr(" make ") : QStringLiteral(": ")) +
+               nameOf(*detail, chosen) + (value.isEmpty() ? value : QStringLiteral(": ") + value);
     }
     return rangeText(lit) + QStringLiteral(": ") + fieldsIn(lit);
 }
@@ -190,7 +191,14 @@ QString BitSelection::dataText(std::uint32_t bit) const
 {
     const FieldPlace place = bitMap.at(bit);
     const QString text = tr("Bit %1: ").arg(bit) + fieldsIn({bit, 1});
-    return place.isNone() ? text : text + QStringLiteral(": ") + valueOf(spotOf(*detail, place));
+    if (place.isNone()) {
+        return text;
+    }
+    const FieldSpot spot = spotOf(*detail, place);
+    const std::uint32_t inField = bit - bitMap.bitsOf(place).first;
+    return text + (spot.field->isRepeated()
+                       ? QStringLiteral(", ") + valueInRun(spot, inField / spot.field->row->bits)
+                       : QStringLiteral(": ") + valueOf(spot));
 }
 
 QString BitSelection::parityText(WordBit bit) const

@@ -35,6 +35,15 @@ QString noteOf(const AirWord& word)
     return notes.join(QStringLiteral(", "));
 }
 
+// What stood before the first word is not known, but there its parity decided.
+std::uint32_t wrongParity(const AirWord& word, std::uint32_t lastBitsBefore)
+{
+    constexpr std::uint32_t parityMask = (1U << RTCM2_WORD_PARITY_BITS) - 1;
+    const std::uint32_t wrong =
+        (RTCM2_word_parity(word.data, lastBitsBefore) ^ word.received) & parityMask;
+    return word.goodParity ? 0 : wrong != 0 ? wrong : parityMask;
+}
+
 // Whether a character of a text begins with the bit.
 bool isCharacter(const MessageDetail& detail, const BitMap& map, std::uint32_t bit)
 {
@@ -70,6 +79,7 @@ BitTable packedTable(const MessageDetail& detail, const BitMap& map)
 BitTable airTable(const std::vector<AirWord>& words)
 {
     BitTable table{.rows = {}, .perByte = RTCM2_STREAM_BYTE_BITS};
+    std::uint32_t before = 0;
     for (const AirWord& word : words) {
         std::vector<std::uint8_t> bytes;
         for (const AirByte& carrier : word.carriers) {
@@ -82,7 +92,8 @@ BitTable airTable(const std::vector<AirWord>& words)
                               .count = WordBit::perWord,
                               .phase = static_cast<int>(word.bit),
                               .isInverted = word.inverted,
-                              .isBad = !word.goodParity});
+                              .wrong = wrongParity(word, before)});
+        before = word.received & 3;
     }
     return table;
 }

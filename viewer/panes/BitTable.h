@@ -40,9 +40,10 @@ struct BitRow {
     int count = 0;
     int phase = 0;    // bits of its first byte that stand before it
     bool isInverted = false;
-    bool isBad = false;
+    std::uint32_t wrong = 0;    // parity bits that are not what the data make them
 
     bool at(int bit) const { return (bits >> (count - 1 - bit) & 1) != 0; }
+    bool isWrong(int bit) const { return (wrong >> (count - 1 - bit) & 1) != 0; }
 };
 
 struct BitTable {

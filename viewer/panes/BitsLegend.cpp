@@ -24,7 +24,7 @@ constexpr std::array<LegendItem, 6> legend{{
      &PaneColours::Bits::parity},
     {QT_TRANSLATE_NOOP("BitsLegend", "sent inverted"), &PaneColours::Bits::inverted,
      &PaneColours::Bits::otherInverted},
-    {QT_TRANSLATE_NOOP("BitsLegend", "bad parity"), &PaneColours::Bits::bad,
+    {QT_TRANSLATE_NOOP("BitsLegend", "wrong parity"), &PaneColours::Bits::bad,
      &PaneColours::Bits::bad},
     {QT_TRANSLATE_NOOP("BitsLegend", "chosen"), &PaneColours::Bits::selected,
      &PaneColours::Bits::selected},

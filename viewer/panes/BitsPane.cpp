@@ -96,7 +96,7 @@ void BitsPane::arrange()
 {
     const int room = 24;    // around a view, with a scroll bar
     const int wide = packed.view->sizeHint().width() + room;
-    const bool isBeside = width() >= wide + air.view->sizeHint().width() + room;
+    const bool isBeside = width() >= wide + air.view->usefulWidth() + room;
     splitter->setOrientation(isBeside ? Qt::Horizontal : Qt::Vertical);
     packed.whole->setMinimumWidth(isBeside ? wide : 0);
     packed.whole->setMaximumWidth(isBeside ? wide : QWIDGETSIZE_MAX);
@@ -107,6 +107,8 @@ void BitsPane::describe()
     const QString text = selection.description();
     status->setText(status->fontMetrics().elidedText(text, Qt::ElideRight, width() - 8));
     status->setToolTip(text);
+    packed.view->setAccessibleDescription(text);
+    air.view->setAccessibleDescription(text);
 }
 
 // Compiled here instead of on its own.

@@ -49,7 +49,7 @@ void BitsView::setTable(BitTable newTable)
     }
     measure();
     const auto bad = std::find_if(table.rows.begin(), table.rows.end(),
-                                  [](const BitRow& row) { return row.isBad; });
+                                  [](const BitRow& row) { return row.wrong != 0; });
     Q_EMIT wanted(
         rectOf({bad != table.rows.end() ? static_cast<int>(bad - table.rows.begin()) : 0, 0}));
 }
@@ -163,11 +163,11 @@ void BitsView::paintRow(QPainter& painter, const PaneColours::Bits& colours, int
     painter.drawText(byteLeft, base, shown.byte);
     painter.setPen(colours.text);
     painter.drawText(hexLeft, base, shown.hex);
-    if (shown.isBad || shown.isInverted) {
+    if (shown.wrong != 0 || shown.isInverted) {
         painter.fillRect(QRect(noteLeft - letter.width() / 2, top,
                                static_cast<int>(shown.note.size() + 1) * letter.width(),
                                letter.height() - 1),
-                         shown.isBad ? colours.bad : colours.inverted);
+                         shown.wrong != 0 ? colours.bad : colours.inverted);
     }
     painter.drawText(noteLeft, base, shown.note);
     for (int bit = 0; bit < shown.count; ++bit) {
@@ -194,7 +194,7 @@ QColor BitsView::colourOf(const PaneColours::Bits& colours, WordBit bit) const
 {
     const BitRow& row = table.rows[static_cast<std::size_t>(bit.word)];
     if (bit.isParity()) {
-        return row.isBad ? colours.bad : colours.parity;
+        return row.isWrong(bit.bit) ? colours.bad : colours.parity;
     }
     const std::uint32_t packed = bit.packed();
     const bool hasField = !selection.map().at(packed).isNone();

@@ -15,6 +15,8 @@ public:
     void setTable(BitTable newTable);
 
     QSize sizeHint() const override;
+    // As far as all bits, and a word beside them, are seen.
+    int usefulWidth() const { return noteLeft + 10 * letter.width(); }
     QSize minimumSizeHint() const override { return sizeHint(); }
 
     // Where the bit is painted; empty where it is not.

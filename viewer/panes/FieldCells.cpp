@@ -156,6 +156,25 @@ QString valueOf(const FieldSpot& spot)
     return value + QStringLiteral(" = ") + quantity;
 }
 
+QString valueInRun(const FieldSpot& spot, unsigned index)
+{
+    const std::int64_t value = RTCM2_reader_integer(&spot.field->reader, spot.record, index);
+    const QString shown =
+        spot.field->isText() ? QString(QChar(static_cast<uchar>(value)))
+                             : written([&](Text& text) { appendNumber(text, *spot.field, value); });
+    return QStringLiteral("%1 %2 of %3: %4")
+        .arg(spot.field->isText() ? QStringLiteral("character") : QStringLiteral("byte"))
+        .arg(index + 1)
+        .arg(spot.field->count(spot.record))
+        .arg(shown);
+}
+
+bool isDerived(const FieldSpot& spot)
+{
+    const RTCM2_role_enum role = spot.field != nullptr ? spot.field->row->role : RTCM2_ROLE_ARRAY;
+    return role == RTCM2_ROLE_COUNT || role == RTCM2_ROLE_LOOKUP;
+}
+
 QVariant sortKeyOf(const FieldSpot& spot)
 {
     if (!hasValue(spot)) {

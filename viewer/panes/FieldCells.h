@@ -23,6 +23,12 @@ QString quantityOf(const FieldSpot& spot);
 // All in one: "-412 = -8.24 m".
 QString valueOf(const FieldSpot& spot);
 
+// One of the characters or bytes of a run: "character 3 of 12: ö".
+QString valueInRun(const FieldSpot& spot, unsigned index);
+
+// Whether it is not in the message, but follows from another field.
+bool isDerived(const FieldSpot& spot);
+
 // By what values are sorted: a number, or a text where they are texts; invalid where there is none.
 QVariant sortKeyOf(const FieldSpot& spot);
 

@@ -14,12 +14,6 @@ quintptr idInside(int field, int element)
     return static_cast<quintptr>(field + 1) | static_cast<quintptr>(element + 1) << elementShift;
 }
 
-bool isDerived(const FieldSpot& spot)
-{
-    const RTCM2_role_enum role = spot.field != nullptr ? spot.field->row->role : RTCM2_ROLE_ARRAY;
-    return role == RTCM2_ROLE_COUNT || role == RTCM2_ROLE_LOOKUP;
-}
-
 }    // namespace
 
 void FieldTreeModel::show(const MessageDetail* shown, const BitMap* map)

@@ -73,6 +73,9 @@ FieldsPane::FieldsPane(QWidget* parent)
     trouble->setTextInteractionFlags(Qt::TextSelectableByMouse);
     trouble->setWordWrap(true);
     trouble->setMargin(4);
+    QFont bold = trouble->font();
+    bold.setBold(true);
+    trouble->setFont(bold);
     auto* const actions = new PaneActions({tree, table}, this);
     actions->add(tr("Copy rows"), QKeySequence::Copy, [this] { copy(); });
     FieldsPane::show(nullptr);
