@@ -1,8 +1,8 @@
 // Plays the messages of a session.
 #pragma once
 
-#include "export/SenderDefaults.h"
 #include "commands/serve/Player.h"
+#include "export/SenderDefaults.h"
 #include "session/Sink.h"
 
 // Who sends the messages.
