@@ -129,6 +129,7 @@ int run(int argc, char** argv)
     commands.push_back(describeCommand());
     commands.push_back(statsCommand());
     commands.push_back(checkCommand());
+    commands.push_back(reportCommand());
     commands.push_back(positionCommand());
     commands.push_back(compareCommand());
     commands.push_back(exportCommand());

@@ -81,6 +81,12 @@ class OtherSchema(unittest.TestCase):
             other.flush()
             self.assertIn("2 are only in B", self.ask("compare", "-", other.name, status=1))
 
+    def test_report(self):
+        page = self.ask("report", "--quiet")
+        for text in ("<title>N64: -250.00 to -235.25 m</title>", ">type 5 North<", "Drift by satellite, in m", ">Pier head<",
+                     "station 77: 2 messages missing before message 26"):
+            self.assertTrue(text in page, text)
+
     def test_back(self):
         self.assertEqual(self.ask("encode", "--to", "hex", text=self.ask("export")), STREAM)
         self.ask("encode", "--to", "hex", text=self.ask("encode", "--template", "5,6", text=""))

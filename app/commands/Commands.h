@@ -11,6 +11,7 @@ std::unique_ptr<Command> showCommand();
 std::unique_ptr<Command> describeCommand();
 std::unique_ptr<Command> statsCommand();
 std::unique_ptr<Command> checkCommand();
+std::unique_ptr<Command> reportCommand();
 std::unique_ptr<Command> positionCommand();
 std::unique_ptr<Command> compareCommand();
 std::unique_ptr<Command> exportCommand();

@@ -15,6 +15,7 @@ struct Place {
     std::uint64_t byte = 0;
     std::optional<double> time{};              // in seconds of the hour
     std::optional<std::int64_t> received{};    // microseconds since 1970, where that is asked for
+    std::int64_t clock = 0;                    // in units of the input's clock
 };
 
 struct Finding {

@@ -110,36 +110,39 @@ const ExpectedType* InputCheck::expectation(unsigned type) const
     return found != wanted.types.end() ? &*found : nullptr;
 }
 
-void InputCheck::take(const Found& found)
+std::optional<InputCheck::Taken> InputCheck::take(const Found& found)
 {
     const bool hasHeader = found.what != Found::What::damaged &&
                            found.what != Found::What::truncated &&
                            found.bytes.size() >= framing::headerWords * framing::bytesPerWord;
     if (!hasHeader) {
-        return takeDamage(found);
+        takeDamage(found);
+        return std::nullopt;
     }
     const framing::Header header = framing::headerOf(found.bytes);
     const StationId station(header.station, *found.envelope);
     if (!isAmong(wanted.stations, station.station) || !isAmong(wanted.senders, station.mmsi)) {
-        return;
+        return std::nullopt;
     }
     if (stations.size() >= mostStations && stations.count(station) == 0) {
         ++ofOthers;
-        return;
+        return std::nullopt;
     }
     const bool hasTime = header.zCount < format.unitsPerHour;
     Place place = placeOf(found);
     if (hasTime) {
         place.time = secondsOf(header.zCount);
     }
-    takeMessage({found, header, station, format.systemOf(found, header.type), place});
+    Message message{found, header, station, format.systemOf(found, header.type), place};
+    return takeMessage(message);
 }
 
 Place InputCheck::placeOf(const Found& found) const
 {
     return {.number = found.number,
             .byte = found.begin,
-            .received = wanted.times ? found.envelope->received : std::nullopt};
+            .received = wanted.times ? found.envelope->received : std::nullopt,
+            .clock = clock.now()};
 }
 
 void InputCheck::takeDamage(const Found& found)
@@ -155,11 +158,11 @@ void InputCheck::takeDamage(const Found& found)
     }
 }
 
-void InputCheck::takeMessage(const Message& message)
+std::optional<InputCheck::Taken> InputCheck::takeMessage(Message& message)
 {
     if (isRepeated(message)) {
         ++repeated;
-        return;
+        return std::nullopt;
     }
     ++messages;
     unknown += message.found.what == Found::What::unknownType ? 1 : 0;
@@ -167,11 +170,11 @@ void InputCheck::takeMessage(const Message& message)
     misfit += isMisfit ? 1 : 0;
     shortened += message.found.isShort ? 1 : 0;
     damage.add(clock.now(), isMisfit);
-    std::int64_t time = clock.now();
-    if (isPlaced(message, time)) {
+    const bool isAtItsPlace = isPlaced(message);
+    if (isAtItsPlace) {
         counters.add(message.station, message.system,
-                     {message.header.sequence, time, damaged, message.place});
-        takeRate(message, time);
+                     {message.header.sequence, message.place.clock, damaged, message.place});
+        takeRate(message);
         review();
     }
     if (isMisfit) {
@@ -194,6 +197,7 @@ void InputCheck::takeMessage(const Message& message)
         takeRecord(message);
         takePoints(message, station);
     }
+    return Taken{message.station, message.header.type, message.system, message.place, isAtItsPlace};
 }
 
 // The same bits as one of the last messages of the station: sent twice, or received twice.
@@ -211,15 +215,16 @@ bool InputCheck::isRepeated(const Message& message)
     return false;
 }
 
-// Whether the message stands where its time belongs.
-bool InputCheck::isPlaced(const Message& message, std::int64_t& time)
+// Whether the message stands where its time belongs. It gets its time by the input's clock.
+bool InputCheck::isPlaced(Message& message)
 {
     if (!message.place.time) {
         return true;    // it tells no time, so it comes when the others come
     }
+    begin = begin ? begin : message.place.time;
     const StationId& station = message.station;
     const InputClock::Reading reading = clock.read(station, message.system, message.header.zCount);
-    time = reading.time;
+    message.place.clock = reading.time;
     const std::string what = station.text() + ": the time goes back by " +
                              withDecimals(secondsOf(reading.behind), 1) + " s";
     switch (reading.kind) {
@@ -230,6 +235,7 @@ bool InputCheck::isPlaced(const Message& message, std::int64_t& time)
         report(Severity::warning, what + " for this message", message.place);
         return false;
     case InputClock::Kind::jumped:
+        ++restarts;
         break;
     }
     report(Severity::warning, what + ": another recording, or the station began anew",
@@ -242,13 +248,13 @@ bool InputCheck::isPlaced(const Message& message, std::int64_t& time)
     return true;
 }
 
-void InputCheck::takeRate(const Message& message, std::int64_t time)
+void InputCheck::takeRate(const Message& message)
 {
     const RateKey key{message.station, message.header.type, message.system};
     if (rates.size() >= mostRates && rates.count(key) == 0) {
         return;
     }
-    if (const auto change = rates[key].add(time, message.place)) {
+    if (const auto change = rates[key].add(message.place.clock, message.place)) {
         report(Severity::warning,
                key.station.text() + ": type " + std::to_string(key.type) + " now comes every " +
                    withDecimals(change->after * format.secondsPerUnit, 1) + " s instead of " +

@@ -84,7 +84,16 @@ public:
     // problems when they are seen.
     InputCheck(const CheckedFormat& checkedFormat, const Wanted& wanted, Tell tellNow);
 
-    void take(const Found& found);
+    // A message as it was counted.
+    struct Taken {
+        StationId station{};
+        unsigned type = 0;
+        std::uint32_t system = 0;    // index
+        Place place{};
+        bool isPlaced = true;    // its time belongs where it stands
+    };
+    // Nothing for what is no message, is repeated or is of others than those that are looked at.
+    std::optional<Taken> take(const Found& found);
     // Nothing was received for so long, of an input that is waited for.
     void addSilence(double seconds, bool isOver);
     // Nothing more comes. What follows from everything together becomes known.
@@ -96,6 +105,8 @@ public:
     }
     double seconds() const { return secondsOf(clock.now()); }
     std::int64_t now() const { return clock.now(); }
+    // Where the clock begins, in seconds of the hour; nothing as long as no message tells a time.
+    const std::optional<double>& beginOfClock() const { return begin; }
     // The field whose values tell how stations are; null where the format has none.
     const RTCM2_member_s* healthRow() const
     {
@@ -116,6 +127,7 @@ public:
     std::uint64_t repeated = 0;
     std::uint64_t ofOthers = 0;    // stations for which there was no room
     std::uint64_t misplaced = 0;
+    std::uint64_t restarts = 0;    // the time went back, and went on from there
     Findings findings;
     Losses losses;
     DamageCurve damage;
@@ -131,13 +143,13 @@ private:
 
     Place placeOf(const Found& found) const;
     void takeDamage(const Found& found);
-    void takeMessage(const Message& message);
+    std::optional<Taken> takeMessage(Message& message);
     void takeRecord(const Message& message);
     bool isRepeated(const Message& message);
-    bool isPlaced(const Message& message, std::int64_t& time);
+    bool isPlaced(Message& message);
     void takeHealth(const Message& message, StationState& station);
     void takePoints(const Message& message, StationState& station);
-    void takeRate(const Message& message, std::int64_t time);
+    void takeRate(const Message& message);
     void report(Severity severity, std::string text, const Place& place);
 
     double expectedIn(const Gap& gap, const Counters::Counted& counted) const;
@@ -157,6 +169,7 @@ private:
     const Wanted& wanted;
     Tell tell;
     InputClock clock;
+    std::optional<double> begin;
     Counters counters;
     std::map<StationId, std::deque<std::uint64_t>> recent;    // what stations sent, as hashes
     std::map<const CounterTrack*, std::uint64_t> toldUpTo;    // number of a message

@@ -4,9 +4,7 @@
 #include "commands/CommonOptions.h"
 #include "commands/ReadingOptions.h"
 #include "commands/check/CheckSink.h"
-
-#include <algorithm>
-#include <charconv>
+#include "commands/check/WantedOptions.h"
 
 namespace {
 
@@ -34,19 +32,6 @@ constexpr const char* checkHelp =
     "    rtcm2 check --expect 1:1s,3:1min --position 3705294.33,513572.04,5148765.99 a.rtcm2\n"
     "    rtcm2 check --expect 9:5s 'serial:/dev/ttyS0?baud=4800'";
 
-std::vector<unsigned> numbersOf(const std::vector<std::string>& texts, const char* what)
-{
-    std::vector<unsigned> numbers;
-    for (const std::string& text : texts) {
-        const char* const end = text.data() + text.size();
-        const auto result = std::from_chars(text.data(), end, numbers.emplace_back());
-        if (result.ec != std::errc() || result.ptr != end) {
-            throw UsageError{what + (" '" + text) + "' is not a number"};
-        }
-    }
-    return numbers;
-}
-
 class CheckCommand : public Command {
 public:
     void declare(CLI::App& program) override;
@@ -56,9 +41,7 @@ public:
 
 private:
     ReadingOptions reading;
-    std::vector<std::string> expected;
-    std::string position;
-    double tolerance = 1;
+    WantedOptions wantedOptions;
     bool asJson = false;
     bool withTimes = false;
     Severity verdict = Severity::good;
@@ -70,28 +53,7 @@ void CheckCommand::declare(CLI::App& program)
 {
     app = program.add_subcommand("check", "Whether streams are what they should be");
     reading.declareInput(*app);
-    app->add_option("--station", reading.filter.stations, "Look at these stations only")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->type_name("NUMBER");
-    app->add_option("--mmsi", reading.filter.senders, "Look at what these AIS stations sent only")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->type_name("NUMBER");
-    app->add_option("--expect", expected,
-                    "Types that have to come, and how often: 1:0.5s,3:1min. Types by number or "
-                    "name, times in s or min")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->type_name("TYPE:TIME");
-    app->add_option("--position", position,
-                    "Where the points of the stations have to be: X,Y,Z in metres, earth-centred "
-                    "and earth-fixed, or latitude,longitude,height in degrees and metres")
-        ->type_name("POINT");
-    app->add_option("--tolerance", tolerance, "Metres that a point may be away from --position")
-        ->check(CLI::Range(0.0, 1e7))
-        ->type_name("METRES")
-        ->capture_default_str();
+    wantedOptions.declare(*app, reading.filter);
     declareOutput(*app, reading.output);
     declareTimes(*app, withTimes);
     app->add_flag("-j,--json", asJson, "For programs: as JSON");
@@ -102,20 +64,7 @@ void CheckCommand::declare(CLI::App& program)
 
 ExitStatus CheckCommand::run(Host& host)
 {
-    Wanted wanted{.tolerance = tolerance,
-                  .stations = numbersOf(reading.filter.stations, "station"),
-                  .senders = numbersOf(reading.filter.senders, "MMSI"),
-                  .times = withTimes};
-    try {
-        for (const std::string& text : expected) {
-            wanted.types.push_back(expectedType(host.model, text));
-        }
-        if (!position.empty()) {
-            wanted.position = positionOf(position);
-        }
-    } catch (const WantedError& error) {
-        throw UsageError{error.text};
-    }
+    const Wanted wanted = wantedOptions.wanted(host.model, reading.filter, withTimes);
     // Numbers of messages follow each other: all messages are looked at.
     ReadingOptions options = reading;
     options.filter = {};

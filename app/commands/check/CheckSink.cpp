@@ -20,11 +20,7 @@ void CheckSink::beginInput(const std::string& name)
     }
     check = std::make_unique<InputCheck>(format, wanted, tellNow);
     check->name = name;
-    double shortest = 0;
-    for (const ExpectedType& type : wanted.types) {
-        shortest = shortest == 0 ? type.seconds : std::min(shortest, type.seconds);
-    }
-    watch = report.isWatch ? std::make_unique<Watch>(*check, shortest) : nullptr;
+    watch = report.isWatch ? std::make_unique<Watch>(*check, shortestExpected(wanted)) : nullptr;
 }
 
 void CheckSink::take(const Found& found)

@@ -33,31 +33,6 @@ std::string lossText(const Losses& losses)
                                "numbers that count";
 }
 
-std::string verdictLine(const InputCheck& check)
-{
-    std::string text = verdictText(check.findings.worst(), check.messages);
-    if (check.messages == 0) {
-        return text + ": no message\n";
-    }
-    text += ": " + stationsText(check) + ", " + countText(check.messages, "message") + " in " +
-            minutesText(check.seconds()) + ", " + lossText(check.losses);
-    struct {
-        std::uint64_t number;
-        const char* words;
-    } const counts[] = {{check.damaged, " damaged"},
-                        {check.misfit, " that do not fit"},
-                        {check.misplaced, " misplaced"},
-                        {check.repeated, " repeated"},
-                        {check.unknown, " of unknown type"},
-                        {check.shortened, " shorter than they say"},
-                        {check.truncated, " cut off at the end"},
-                        {check.ofOthers, " of stations for which there was no room"}};
-    for (const auto& [number, words] : counts) {
-        text += number == 0 ? "" : ", " + std::to_string(number) + words;
-    }
-    return text + "\n";
-}
-
 std::string problemsText(const InputCheck& check)
 {
     std::string text;
@@ -242,6 +217,31 @@ const char* nameOf(Severity severity)
                                       : (severity == Severity::warning ? "warning" : "critical");
 }
 
+std::string verdictLine(const InputCheck& check)
+{
+    std::string text = verdictText(check.findings.worst(), check.messages);
+    if (check.messages == 0) {
+        return text + ": no message";
+    }
+    text += ": " + stationsText(check) + ", " + countText(check.messages, "message") + " in " +
+            minutesText(check.seconds()) + ", " + lossText(check.losses);
+    struct {
+        std::uint64_t number;
+        const char* words;
+    } const counts[] = {{check.damaged, " damaged"},
+                        {check.misfit, " that do not fit"},
+                        {check.misplaced, " misplaced"},
+                        {check.repeated, " repeated"},
+                        {check.unknown, " of unknown type"},
+                        {check.shortened, " shorter than they say"},
+                        {check.truncated, " cut off at the end"},
+                        {check.ofOthers, " of stations for which there was no room"}};
+    for (const auto& [number, words] : counts) {
+        text += number == 0 ? "" : ", " + std::to_string(number) + words;
+    }
+    return text;
+}
+
 std::string lineOf(const Finding& problem)
 {
     std::string text = std::string(nameOf(problem.severity)) + ": ";
@@ -258,7 +258,7 @@ std::string lineOf(const Finding& problem)
 std::string checkText(const InputCheck& check, std::optional<double> age)
 {
     std::string text =
-        verdictLine(check) + "  " + printable(check.name) + "\n" + problemsText(check);
+        verdictLine(check) + "\n  " + printable(check.name) + "\n" + problemsText(check);
     if (age) {
         text += "  the last message came " + withDecimals(*age, 0) + " s before the end\n";
     }

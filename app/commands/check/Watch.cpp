@@ -47,3 +47,12 @@ std::optional<double> Watch::age() const
 {
     return hasMessage ? std::optional(silence()) : std::nullopt;
 }
+
+double shortestExpected(const Wanted& wanted)
+{
+    double shortest = 0;
+    for (const ExpectedType& type : wanted.types) {
+        shortest = shortest == 0 ? type.seconds : std::min(shortest, type.seconds);
+    }
+    return shortest;
+}

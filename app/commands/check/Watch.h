@@ -29,3 +29,6 @@ private:
     Clock::time_point last = Clock::now();
     double tellAt = 0;    // seconds of silence; 0: nothing was told of this one
 };
+
+// How often the type is expected that has to come most often; 0 where none is.
+double shortestExpected(const Wanted& wanted);

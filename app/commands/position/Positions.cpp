@@ -63,6 +63,14 @@ Cartesian cartesianOf(const Coordinates& coordinates)
     return {realOf(coordinates[0]), realOf(coordinates[1]), realOf(coordinates[2])};
 }
 
+Positions::Key Positions::keyOf(const Found& message, std::uint32_t index)
+{
+    const RTCM2_system_s* const system = RTCM2_system_of(message.record);
+    const RTCM2_point_s& point = message.kind->row->points[index];
+    return {stationOf(message), system != nullptr ? system->name : "", point.from != nullptr,
+            point.name};
+}
+
 void Positions::add(const Found& message)
 {
     const RTCM2_kind_s& kind = *message.kind->row;
@@ -79,9 +87,7 @@ void Positions::add(const Found& message)
         const RTCM2_point_s& point = kind.points[i];
         if (const auto coordinates = coordinatesOf(message.record, point)) {
             telling.coordinates = *coordinates;
-            addPoint({stationOf(message), system != nullptr ? system->name : "",
-                      point.from != nullptr, point.name},
-                     system, point, telling);
+            addPoint(keyOf(message, i), system, point, telling);
         }
         telling.antennaHeight.reset();    // it is that of the first point
     }

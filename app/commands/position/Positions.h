@@ -48,6 +48,9 @@ public:
     // Of all points together, since changes may have no end.
     static constexpr std::size_t mostKept = 10000;
 
+    // Of the index-th point that messages of its kind tell.
+    static Key keyOf(const Found& message, std::uint32_t index);
+
     void beginInput(const std::string& name) { names.push_back(name); }
     void add(const Found& message);
 

@@ -72,12 +72,13 @@ void StatsJson::writeKind(const KindModel& kind, const KindStats& stats)
         json.member("count", counted.second.messages);
         writeTime(kind, counted.second);
     });
-    json.objects("satellites", satellitesOf(kind, stats), [&](const NamedSatellite& satellite) {
-        json.member("system", satellite.system);
-        json.member("satellite", satellite.seen.satellite);
-        json.member("name", satellite.name);
-        json.member("count", satellite.seen.times);
-    });
+    json.objects("satellites", counter.satellitesOf(kind, stats),
+                 [&](const StatsCounter::NamedSatellite& satellite) {
+                     json.member("system", satellite.system);
+                     json.member("satellite", satellite.seen.satellite);
+                     json.member("name", satellite.name);
+                     json.member("count", satellite.seen.times);
+                 });
     json.member("other_satellites", stats.satellites.others());
 }
 
@@ -100,10 +101,11 @@ void StatsJson::writeTime(const KindModel& kind, const StationStats& station)
     }
     json.member("first", *station.first);
     json.member("last", station.last);
-    json.member("first_seconds", secondsOf(kind, static_cast<std::int64_t>(*station.first)));
-    json.member("last_seconds", secondsOf(kind, static_cast<std::int64_t>(station.last)));
-    json.member("seconds", secondsOf(kind, station.elapsed));
+    json.member("first_seconds",
+                counter.secondsOf(kind, static_cast<std::int64_t>(*station.first)));
+    json.member("last_seconds", counter.secondsOf(kind, static_cast<std::int64_t>(station.last)));
+    json.member("seconds", counter.secondsOf(kind, station.elapsed));
     if (station.elapsed > 0) {
-        json.member("per_second", messagesPerSecond(kind, station));
+        json.member("per_second", counter.messagesPerSecond(kind, station));
     }
 }

@@ -130,19 +130,20 @@ void StatsTable::writeKinds(const Stats& stats)
         for (const auto& [sender, station] : counted.allStations()) {
             const RTCM2_system_s* const system = sender ? systemAt(sender->system) : nullptr;
             const auto seconds = [&, &of = *kind](bool isKnown, auto units) {
-                const double number = secondsOf(of, static_cast<std::int64_t>(units));
+                const double number = counter.secondsOf(of, static_cast<std::int64_t>(units));
                 return isKnown ? withDecimals(number, 1) : std::string();
             };
             const bool hasTime = station.first.has_value();
-            output << row(
-                {typeText(*kind), kind->text.empty() ? kind->name : kind->text,
-                 sender ? std::to_string(sender->station.station) : others,
-                 system != nullptr ? system->name : "", std::to_string(station.messages),
-                 seconds(hasTime, station.first.value_or(0)), seconds(hasTime, station.last),
-                 seconds(hasTime, station.elapsed),
-                 station.elapsed > 0 ? withDecimals(messagesPerSecond(*kind, station), 3) : ""},
-                withSenders ? std::optional(sender ? mmsiText(sender->station) : "")
-                            : std::nullopt);
+            output << row({typeText(*kind), kind->text.empty() ? kind->name : kind->text,
+                           sender ? std::to_string(sender->station.station) : others,
+                           system != nullptr ? system->name : "", std::to_string(station.messages),
+                           seconds(hasTime, station.first.value_or(0)),
+                           seconds(hasTime, station.last), seconds(hasTime, station.elapsed),
+                           station.elapsed > 0
+                               ? withDecimals(counter.messagesPerSecond(*kind, station), 3)
+                               : ""},
+                          withSenders ? std::optional(sender ? mmsiText(sender->station) : "")
+                                      : std::nullopt);
         }
     }
     output << "First and Last are seconds of the hour" << clocksText() << ".\n";
@@ -154,7 +155,7 @@ void StatsTable::writeSatellites(const Stats& stats)
     for (const auto& [kind, counted] : stats.kinds) {
         std::optional<std::uint64_t> lastSystem;
         std::size_t columns = 0;
-        for (const auto& [system, number, name, seen] : satellitesOf(*kind, counted)) {
+        for (const auto& [system, number, name, seen] : counter.satellitesOf(*kind, counted)) {
             const std::string entry = "  " + name + ": " + std::to_string(seen.times);
             const bool isNewSystem = seen.system != lastSystem;
             if (isNewSystem || columns + entry.size() > width) {
