@@ -1,5 +1,5 @@
 // What came when, and how often.
-#include "check/CheckNumbers.h"
+#include "base/PlainText.h"
 #include "commands/report/ReportNames.h"
 #include "commands/report/Sections.h"
 #include "pictures/Plot.h"

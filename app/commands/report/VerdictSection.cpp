@@ -1,4 +1,5 @@
 // What a check says of the input, and the plain numbers.
+#include "base/PlainText.h"
 #include "check/CheckNumbers.h"
 #include "commands/check/CheckText.h"
 #include "commands/report/ReportNames.h"
