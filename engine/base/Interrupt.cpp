@@ -3,17 +3,34 @@
 #include "base/Unfinished.h"
 
 #include <atomic>
+#include <chrono>
 #include <csignal>
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 std::atomic<int> noted{0};    // number of the first signal
-static_assert(std::atomic<int>::is_always_lock_free, "a signal handler sets it");
+std::atomic<Clock::rep> notedAt{0};
+static_assert(std::atomic<int>::is_always_lock_free && std::atomic<Clock::rep>::is_always_lock_free,
+              "a signal handler sets them");
+
+// Some send a signal to a program and at once to its group: both are one.
+bool isTheFirstOnce(int number)
+{
+    constexpr Clock::duration moment = std::chrono::milliseconds(200);
+    const auto age = Clock::now().time_since_epoch() - Clock::duration(notedAt);
+    return number == noted && age < moment;
+}
 
 void note(int number)
 {
     int none = 0;
     if (noted.compare_exchange_strong(none, number)) {
+        notedAt = Clock::now().time_since_epoch().count();
+        return;
+    }
+    if (isTheFirstOnce(number)) {
         return;
     }
     unfinished::removeAll();

@@ -1,6 +1,6 @@
 #include "commands/report/ReportPage.h"
 
-#include "check/CheckNumbers.h"
+#include "base/PlainText.h"
 #include "commands/check/CheckText.h"
 #include "commands/report/Page.h"
 #include "commands/report/Sections.h"

@@ -1,5 +1,5 @@
 // Satellites: their corrections, how accurate these are, and when their data changed.
-#include "check/CheckNumbers.h"
+#include "base/PlainText.h"
 #include "commands/report/ReportNames.h"
 #include "commands/report/Sections.h"
 #include "format/FieldText.h"
