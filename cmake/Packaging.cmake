@@ -1,5 +1,5 @@
-# Debian packages: the codec, the plug-in with the host's libraries, the program, and for each library
-# what programs are built with. Only the plug-in's need Qt. scripts/package makes them.
+# Debian packages: the codec, the plug-in with the host's libraries, the program, the viewer, and for
+# each library what programs are built with. Only the plug-in's need Qt. scripts/package makes them.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME rtcm2)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
@@ -71,6 +71,14 @@ rtcm2_package(program rtcm2 science
 The program reads captures of differential GNSS reference stations in several
 forms, and writes them as text, JSON, CSV or captures."
   DEPENDS "${codec} ${later}" "${plugin} ${later}")
+if(TARGET rtcm2-view)
+  rtcm2_package(viewer rtcm2-view science
+"shows RTCM 2.x messages in a window
+The viewer lists the messages of captures and live streams of differential GNSS
+reference stations, also while they are read, and shows the fields and bits of
+each."
+    DEPENDS "${codec} ${later}" "${plugin} ${later}" qt6-qpa-plugins)
+endif()
 if(QT_DEFAULT_MAJOR_VERSION EQUAL 5)
   string(REPLACE qt5-base-dev qtbase5-dev
     CPACK_DEBIAN_PLUGIN_DEVELOPMENT_PACKAGE_DEPENDS "${CPACK_DEBIAN_PLUGIN_DEVELOPMENT_PACKAGE_DEPENDS}")

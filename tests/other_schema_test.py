@@ -87,6 +87,12 @@ class OtherSchema(unittest.TestCase):
                      "station 77: 2 messages missing before message 26"):
             self.assertTrue(text in page, text)
 
+    def test_viewer(self):
+        test = [PROGRAM.parent.parent / "tests" / "viewer_test", "--gtest_filter=*ListsWhatTheProgramLists"]
+        done = subprocess.run(test, env={**os.environ, "RTCM2_TEST_WHERE": "Buoys.Drift_m < -240"},
+                              text=True, capture_output=True)
+        self.assertEqual(done.returncode, 0, done.stdout)
+
     def test_back(self):
         self.assertEqual(self.ask("encode", "--to", "hex", text=self.ask("export")), STREAM)
         self.ask("encode", "--to", "hex", text=self.ask("encode", "--template", "5,6", text=""))
@@ -99,8 +105,12 @@ def main():
         ignored = shutil.ignore_patterns("build*", ".git", ".cache", "__pycache__", "schema")
         shutil.copytree(ROOT, tree, ignore=ignored, symlinks=True)
         shutil.copytree(ROOT / "tests" / "small_schema", tree / "schema")
-        run(["cmake", "-G", "Ninja", "-S", ".", "-B", "build", *CHEAP], tree)
-        run(["cmake", "--build", "build", "--parallel", str(os.cpu_count()), "--target", "rtcm2"], tree)
+        shutil.rmtree(tree / "samples")
+        (tree / "samples").mkdir()
+        (tree / "samples" / "buoys.hex").write_text(STREAM)
+        run(["cmake", "-G", "Ninja", "-S", ".", "-B", "build", *CHEAP, "-DBUILD_TESTING=ON"], tree)
+        targets = ["rtcm2", "viewer_test"]
+        run(["cmake", "--build", "build", "--parallel", str(os.cpu_count()), "--target", *targets], tree)
         PROGRAM = tree / "build" / "app" / "rtcm2"
         return unittest.main(exit=False).result.wasSuccessful()
 

@@ -101,6 +101,8 @@ void checkFlip(const MessageDetail& detail, const Values& before, const BitMap& 
         const FieldSpot spot = spotOf(detail, place);
         if (map.bitsOf(place).holds(bit)) {
             (shapesTheMessage(spot) ? shaping : lit).insert(place);
+            EXPECT_TRUE(!concernsMessage(spot) ||
+                        map.bitsOf(map.at(bit)).count <= map.bitsOf(place).count);
         }
     }
     EXPECT_EQ(map.at(bit).isNone(), lit.empty() && shaping.empty());
@@ -223,6 +225,7 @@ TEST(ViewerPanes, KeysMarkBitsThatCanBeCopied)
         }
     };
     press(Qt::Key_Right);
+    press(Qt::Key_Left, Qt::ControlModifier, 2);
     EXPECT_EQ(bits.hexText(), "66");
     press(Qt::Key_Right, Qt::ControlModifier);
     EXPECT_EQ(bits.bitText(), "000001");

@@ -2,6 +2,7 @@
 #include "viewer/window/Theme.h"
 
 #include "base/Interrupt.h"
+#include "base/LastWords.h"
 #include "plugin/Plugin.h"
 #include "sources/Passwords.h"
 
@@ -71,13 +72,15 @@ bool openAll(MainWindow& window, const QCommandLineParser& parser, const Argumen
 int main(int argc, char** argv)
 {
     takePasswords(argc, argv);
+    lastWords::install();
     interrupt::install();
     QApplication application(argc, argv);
     QLocale::setDefault(QLocale::c());    // numbers look the same everywhere
     QApplication::setApplicationName(QStringLiteral("rtcm2-view"));
     QApplication::setOrganizationName(QStringLiteral("rtcm2"));
     QApplication::setApplicationVersion(QStringLiteral(RTCM2_VERSION));
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("rtcm2-view")));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/rtcm2-view.png")));
+    QApplication::setDesktopFileName(QStringLiteral("rtcm2-view"));
     const Arguments arguments;
     QCommandLineParser parser;
     declare(parser, arguments);

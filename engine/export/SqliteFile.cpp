@@ -30,8 +30,8 @@ void SqliteFile::open()
 // to be rolled back, and nothing that would have to survive a loss of power.
 void SqliteFile::openBeside()
 {
-    constexpr mode_t permissionsOfNew = 0666;    // less what the user's mask takes
-    const int descriptor = newFile.create(name, permissionsOfNew);
+    constexpr mode_t permissionsOfDatabase = 0666;    // less what the user's mask takes
+    const int descriptor = newFile.create(name, permissionsOfDatabase);
     if (descriptor < 0) {
         fail(std::strerror(errno));
     }

@@ -3,14 +3,27 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <mutex>
 #include <string_view>
 
 namespace {
 
-std::map<std::string, std::string>& taken()
+// Inputs may be opened by several threads.
+struct Taken {
+    std::mutex mutex;
+    std::map<std::string, std::string> byName;
+};
+
+Taken& taken()
 {
-    static std::map<std::string, std::string> all;
+    static Taken all;
     return all;
+}
+
+void remember(const std::string& name, const std::string& password)
+{
+    const std::lock_guard lock(taken().mutex);
+    taken().byName[name] = password;
 }
 
 // Where the text behind a scheme begins that can have a user, also where it is written wrong; 0 for
@@ -70,12 +83,25 @@ void takePasswords(int argc, char** argv)
             length - static_cast<std::size_t>(place - argv[i]) - found.size();
         std::memmove(place, place + found.size(), behind);
         std::memset(place + behind, 0, found.size());
-        taken()[argv[i]] = password;
+        remember(argv[i], password);
     }
+}
+
+std::string takePassword(const std::string& name)
+{
+    const std::string_view found = passwordIn(name);
+    if (found.empty()) {
+        return name;
+    }
+    std::string rest = name;
+    rest.erase(static_cast<std::size_t>(found.data() - name.data()), found.size());
+    remember(rest, std::string(found.substr(1)));
+    return rest;
 }
 
 std::optional<std::string> takenPassword(const std::string& name)
 {
-    const auto found = taken().find(name);
-    return found == taken().end() ? std::nullopt : std::optional(found->second);
+    const std::lock_guard lock(taken().mutex);
+    const auto found = taken().byName.find(name);
+    return found == taken().byName.end() ? std::nullopt : std::optional(found->second);
 }

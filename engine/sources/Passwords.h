@@ -8,5 +8,8 @@
 // Removes them from the arguments in place.
 void takePasswords(int argc, char** argv);
 
+// The name of an input without its password, which is remembered.
+std::string takePassword(const std::string& name);
+
 // That of an input, whose name has none any more, as it was written.
 std::optional<std::string> takenPassword(const std::string& name);

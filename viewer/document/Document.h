@@ -59,7 +59,6 @@ private:
     void read();
     void look();
     void tell(const std::string& text);
-    bool keep(std::span<const std::uint8_t> bytes);
 
     struct Note {
         std::string text;

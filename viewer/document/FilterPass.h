@@ -24,6 +24,7 @@ public:
     // Those found so far, as places in the index of the input.
     const Selection& chosen() const { return places; }
     bool isFinished() const { return pass.isFinished(); }
+    void cancel() { pass.cancel(); }
     std::uint64_t bytesRead() const { return bytes; }
 
 private:

@@ -2,11 +2,16 @@
 
 #include "base/Interrupt.h"
 
+#include <new>
+
 void Pass::begin(std::function<void()> work)
 {
     thread = std::thread([this, work = std::move(work)] {
         interrupt::leaveToFirstThread();
-        work();
+        try {
+            work();
+        } catch (const std::bad_alloc&) {    // what there is stays
+        }
         finished = true;
     });
 }

@@ -25,8 +25,9 @@ bool contains(std::string_view text, std::string_view lowered)
 }    // namespace
 
 SearchPass::SearchPass(const FormatModel& model, const Input& file, const MessageIndex& read,
-                       const Selection* chosen, const Options& searched)
-    : index(read), selection(chosen), options(searched), count(read.size()), result(nowhere)
+                       std::shared_ptr<const Selection> chosen, const Options& searched)
+    : index(read), selection(std::move(chosen)), options(searched), count(read.size()),
+      result(nowhere)
 {
     std::transform(options.text.begin(), options.text.end(), options.text.begin(), lower);
     pass.begin([this, &model, file] { look(model, file); });

@@ -8,6 +8,7 @@
 #include "format/FormatModel.h"
 
 #include <atomic>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -25,9 +26,10 @@ public:
     // Begins to look among the chosen messages, or all where that is null, and goes on at the other
     // end of the index. Everything belongs to the caller.
     SearchPass(const FormatModel& model, const Input& file, const MessageIndex& read,
-               const Selection* chosen, const Options& searched);
+               std::shared_ptr<const Selection> chosen, const Options& searched);
 
     bool isFinished() const { return pass.isFinished(); }
+    void cancel() { pass.cancel(); }
     // Once it is finished: where the text stands; nothing where it stands nowhere.
     std::optional<std::size_t> found() const;
     // Messages that were looked at.
@@ -39,7 +41,7 @@ private:
     bool isChosen(std::size_t place) const;
 
     const MessageIndex& index;
-    const Selection* selection;
+    std::shared_ptr<const Selection> selection;
     Options options;
     std::size_t count;    // messages when the search began
     std::atomic<std::size_t> seen = 0;

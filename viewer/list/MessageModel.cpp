@@ -44,6 +44,12 @@ QString typeAndText(int type, const QString& text)
     return QStringLiteral("%1  %2").arg(type).arg(text);
 }
 
+// What messages say must not be taken for markup.
+QVariant toolTip(const QString& text)
+{
+    return QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped());
+}
+
 const char* wordFor(Found::What what)
 {
     switch (what) {
@@ -118,7 +124,7 @@ QVariant MessageModel::data(const QModelIndex& cell, int role) const
     case Qt::ForegroundRole:
         return foregroundOf(entry, cell.column());
     case Qt::ToolTipRole:
-        return cell.column() >= type ? QVariant(textOf(place, cell.column())) : QVariant();
+        return cell.column() >= type ? toolTip(textOf(place, cell.column())) : QVariant();
     default:
         return {};
     }
@@ -134,7 +140,7 @@ QString MessageModel::textOf(std::size_t place, int column) const
         return QString::number(entry.begin);
     case received:
         return receivedText(document.receiveTimes(), place);
-    case time:
+    case sentAt:
         return clockText(entry.time);
     case station:
         return numberOr(entry.station, IndexEntry::none);
@@ -193,11 +199,7 @@ void MessageModel::choose(const Selection* selection)
 std::size_t MessageModel::available() const
 {
     const std::size_t indexed = document.index().size();
-    std::size_t count = chosen != nullptr ? chosen->size() : indexed;
-    while (chosen != nullptr && count > 0 && (*chosen)[count - 1] >= indexed) {
-        --count;
-    }
-    return count;
+    return chosen != nullptr ? countBefore(*chosen, chosen->size(), indexed) : indexed;
 }
 
 void MessageModel::refresh()

@@ -15,7 +15,7 @@ class MessageModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    enum Column { number, byte, received, time, station, sender, type, content, columns };
+    enum Column { number, byte, received, sentAt, station, sender, type, content, columns };
 
     // Both must outlive the model.
     MessageModel(const Document& shown, Rereader& again);

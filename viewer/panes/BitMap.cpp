@@ -64,9 +64,11 @@ void BitMap::add(const FieldPlace& place, const FieldSpot& spot)
     }
     const BitRange range = located(spot.record, *source, RTCM2_count(spot.record, source));
     ranges[place] = range;
+    const bool isPart =
+        row.role == RTCM2_ROLE_SLICE && spot.field->concerns(RTCM2_system_of(spot.record));
     for (std::uint32_t bit = range.first; source == &row && bit < range.end() && bit < size();
          ++bit) {
-        if (owners[bit].isNone() || row.role == RTCM2_ROLE_SLICE) {
+        if (owners[bit].isNone() || isPart) {
             owners[bit] = place;
         }
     }

@@ -25,8 +25,8 @@ public:
     // Bits of the packed message.
     std::uint32_t size() const { return static_cast<std::uint32_t>(owners.size()); }
 
-    // The field that has the bit: where a field is a part of another one, the part. None where no
-    // field has it.
+    // The field that has the bit: where a field is a part of another one, the part, if it means
+    // something in this message. None where no field has it.
     FieldPlace at(std::uint32_t bit) const
     {
         return bit < owners.size() ? owners[bit] : FieldPlace();

@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr int dataBits = RTCM2_WORD_DATA_BITS;
+
 bool bitIn(const std::vector<std::uint8_t>& packed, std::uint32_t bit)
 {
     return (packed[bit / 8] >> (7 - bit % 8) & 1) != 0;
@@ -46,25 +48,37 @@ void BitSelection::setField(const FieldPlace& place)
 void BitSelection::moveTo(WordBit bit, bool isMarking)
 {
     current = bit;
-    anchor = isMarking && !anchor.isNone() ? anchor : bit;
-    parity = bit.isParity() && !isMarking ? bit : WordBit();
-    lit = {};
-    if (!isMarking && !bit.isParity()) {
-        chosen = bitMap.at(bit.packed());
-        lit = bitMap.bitsOf(chosen);
-        lit = lit.count > 0 ? lit : BitRange{bit.packed(), 1};
-    } else if (isMarking) {
-        const auto [low, high] = std::minmax(anchor, bit);
-        const std::uint32_t end =
-            WordBit{high.word, std::min(high.bit, RTCM2_WORD_DATA_BITS - 1)}.packed() + 1;
-        const std::uint32_t first =
-            WordBit{low.word, std::min(low.bit, RTCM2_WORD_DATA_BITS)}.packed();
-        lit = {first, std::max(first, end) - first};
-        chosen = bit.isParity() ? chosen : bitMap.at(bit.packed());
+    if (isMarking && !anchor.isNone()) {
+        mark();
+    } else {
+        anchor = bit;
+        chooseFieldOf(bit);
     }
     Q_EMIT changed();
-    Q_EMIT fieldFound(bit.isParity() ? FieldPlace() : chosen);
+    Q_EMIT fieldFound(chosen);
     Q_EMIT bitsFound(lit);
+}
+
+// A parity bit is no field's.
+void BitSelection::chooseFieldOf(WordBit bit)
+{
+    parity = bit.isParity() ? bit : WordBit();
+    chosen = bit.isParity() ? FieldPlace() : bitMap.at(bit.packed());
+    lit = bitMap.bitsOf(chosen);
+    if (lit.count == 0 && !bit.isParity()) {
+        lit = {bit.packed(), 1};
+    }
+}
+
+// From the anchor to where the cursor is; parity bits between them are left out.
+void BitSelection::mark()
+{
+    const auto [low, high] = std::minmax(anchor, current);
+    const std::uint32_t first = WordBit{low.word, std::min(low.bit, dataBits)}.packed();
+    const std::uint32_t end = WordBit{high.word, std::min(high.bit + 1, dataBits)}.packed();
+    parity = {};
+    lit = {first, end - first};
+    chosen = current.isParity() ? chosen : bitMap.at(current.packed());
 }
 
 bool BitSelection::isLit(WordBit bit) const
@@ -94,13 +108,14 @@ QString BitSelection::description() const
     if (!parity.isNone()) {
         return parityText(parity) + tr(", the sum of the bits that are lit up");
     }
-    const FieldSpot spot = detail != nullptr ? spotOf(*detail, chosen) : FieldSpot();
+    if (detail == nullptr || (lit.count == 0 && chosen.isNone())) {
+        return tr("No bits are chosen");
+    }
     if (lit.count == 0) {
-        return spot.kind != nullptr ? tr("%1: no bits of its own").arg(nameOf(*detail, chosen))
-                                    : tr("No bits are chosen");
+        return tr("%1: no bits of its own").arg(nameOf(*detail, chosen));
     }
     if (lit == bitMap.bitsOf(chosen)) {
-        const QString value = valueOf(spot);
+        const QString value = valueOf(spotOf(*detail, chosen));
         return rangeText(lit) + QStringLiteral(": ") + nameOf(*detail, chosen) +
                (value.isEmpty() ? value : QStringLiteral(": ") + value);
     }
@@ -109,7 +124,7 @@ QString BitSelection::description() const
 
 QString BitSelection::about(WordBit bit) const
 {
-    const QString text = bit.isParity() ? parityText(bit) : dataText(bit.packed());
+    QString text = bit.isParity() ? parityText(bit) : dataText(bit.packed());
     if (static_cast<std::size_t>(bit.word) >= airWords.size()) {
         return text;
     }

@@ -46,6 +46,8 @@ Q_SIGNALS:
     void bitsFound(const BitRange& range);
 
 private:
+    void chooseFieldOf(WordBit bit);
+    void mark();
     bool isSummed(WordBit bit) const;
     QString fieldsIn(const BitRange& range) const;
     QString dataText(std::uint32_t bit) const;

@@ -35,21 +35,33 @@ QString noteOf(const AirWord& word)
     return notes.join(QStringLiteral(", "));
 }
 
+// Whether a character of a text begins with the bit.
+bool isCharacter(const MessageDetail& detail, const BitMap& map, std::uint32_t bit)
+{
+    const FieldPlace place = map.at(bit);
+    const FieldSpot spot = spotOf(detail, place);
+    return spot.field != nullptr && spot.field->isText() &&
+           (bit - map.bitsOf(place).first) % spot.field->row->bits == 0;
+}
+
 }    // namespace
 
-BitTable packedTable(const std::vector<std::uint8_t>& packed)
+BitTable packedTable(const MessageDetail& detail, const BitMap& map)
 {
     BitTable table;
-    const std::span<const std::uint8_t> all(packed);
-    for (std::size_t at = 0; at < packed.size(); at += RTCM2_PACKED_WORD_BYTES) {
+    const std::span<const std::uint8_t> all(detail.packed);
+    for (std::size_t at = 0; at < all.size(); at += RTCM2_PACKED_WORD_BYTES) {
         const auto bytes =
-            all.subspan(at, std::min<std::size_t>(RTCM2_PACKED_WORD_BYTES, packed.size() - at));
+            all.subspan(at, std::min<std::size_t>(RTCM2_PACKED_WORD_BYTES, all.size() - at));
         BitRow& row = table.rows.emplace_back();
         row.byte = QString::number(at);
         row.hex = hexOf(bytes);
-        for (const std::uint8_t byte : bytes) {
-            row.bits = row.bits << 8 | byte;
+        for (std::size_t i = 0; i < bytes.size(); ++i) {
+            row.bits = row.bits << 8 | bytes[i];
             row.count += 8;
+            if (isCharacter(detail, map, static_cast<std::uint32_t>(8 * (at + i)))) {
+                row.note += QChar::isPrint(bytes[i]) ? QChar(bytes[i]) : QChar('.');
+            }
         }
     }
     return table;

@@ -1,7 +1,7 @@
 // The bits of a message in rows, a word each: packed, and as they are sent.
 #pragma once
 
-#include "viewer/document/MessageDetail.h"
+#include "viewer/panes/BitMap.h"
 
 #include "framing/RTCM2_framing.h"
 
@@ -35,7 +35,7 @@ struct WordBit {
 struct BitRow {
     QString byte;              // where it begins
     QString hex;               // its bytes
-    QString note;              // what is special about it
+    QString note;              // its characters, or what is special about it
     std::uint32_t bits = 0;    // the first one highest of `count`
     int count = 0;
     int phase = 0;    // bits of its first byte that stand before it
@@ -53,5 +53,6 @@ struct BitTable {
     int columnOf(const BitRow& row, int bit) const { return bit + (row.phase + bit) / perByte; }
 };
 
-BitTable packedTable(const std::vector<std::uint8_t>& packed);
+// Each row with its characters where they are text.
+BitTable packedTable(const MessageDetail& detail, const BitMap& map);
 BitTable airTable(const std::vector<AirWord>& words);

@@ -5,7 +5,6 @@
 #include "viewer/panes/MessagePane.h"
 
 class QLabel;
-class QScrollArea;
 class QSplitter;
 
 class BitsPane : public MessagePane {
@@ -31,14 +30,21 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    QScrollArea* areaOf(BitsView* view);
-    void addCopy(const QString& text, const QKeySequence& keys,
-                 QString (BitSelection::*what)() const);
+    // A view under its title.
+    struct Part {
+        BitsView* view;
+        QLabel* title;
+        QWidget* whole;
+    };
+
+    Part makePart();
+    static void fill(const Part& part, const QString& title, const BitTable& table);
     void arrange();
+    void describe();
 
     BitSelection selection;
-    BitsView* packed;
-    BitsView* air;
     QSplitter* splitter;
+    Part packed;
+    Part air;
     QLabel* status;
 };

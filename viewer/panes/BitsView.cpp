@@ -11,8 +11,8 @@
 namespace {
 
 constexpr int margin = 6;
-constexpr int rowRoom = 4;      // between letters of two rows
-constexpr int cellRoom = 2;     // between letters of a row
+constexpr int rowRoom = 2;      // between letters of two rows
+constexpr int cellRoom = 1;     // between letters of a row
 constexpr int columnGap = 2;    // in letters
 
 int longest(const std::vector<BitRow>& rows, QString BitRow::*text, int least)
@@ -39,9 +39,8 @@ BitsView::BitsView(BitSelection& selected, QWidget* parent) : QWidget(parent), s
     });
 }
 
-void BitsView::setTable(const QString& newTitle, BitTable newTable)
+void BitsView::setTable(BitTable newTable)
 {
-    title = newTitle;
     table = std::move(newTable);
     const BitMap& map = selection.map();
     isOdd.assign(map.size(), false);
@@ -49,7 +48,6 @@ void BitsView::setTable(const QString& newTitle, BitTable newTable)
         isOdd[bit] = isOdd[bit - 1] != (map.at(bit) != map.at(bit - 1));
     }
     measure();
-    setAccessibleName(title);
     const auto bad = std::find_if(table.rows.begin(), table.rows.end(),
                                   [](const BitRow& row) { return row.isBad; });
     Q_EMIT wanted(
@@ -64,11 +62,12 @@ void BitsView::measure()
     const auto behind = [this](int left, int letters) {
         return left + (letters + columnGap) * letter.width();
     };
-    hexLeft = behind(behind(margin, 4), longest(table.rows, &BitRow::byte, 4));
+    byteLeft = behind(margin, 4);
+    hexLeft = behind(byteLeft, longest(table.rows, &BitRow::byte, 4));
     bitsLeft = behind(hexLeft, longest(table.rows, &BitRow::hex, 5));
     noteLeft = bitsLeft + columns() * (letter.width() + cellRoom) + letter.width();
     updateGeometry();
-    resize(sizeHint().expandedTo(size()));
+    resize(BitsView::sizeHint().expandedTo(size()));
     update();
 }
 
@@ -86,29 +85,34 @@ int BitsView::columns() const
     return most;
 }
 
+// Below the head.
+int BitsView::topOf(int row) const
+{
+    return margin + (row + 1) * letter.height();
+}
+
 QSize BitsView::sizeHint() const
 {
     const int note = longest(table.rows, &BitRow::note, 0);
-    const int rows = static_cast<int>(table.rows.size()) + 2;    // and the head
+    const int rows = static_cast<int>(table.rows.size()) + 1;    // and the head
     return {noteLeft + note * letter.width() + margin, rows * letter.height() + 2 * margin};
 }
 
 QRect BitsView::rectOf(WordBit bit) const
 {
     const bool exists = !bit.isNone() && bit.word < static_cast<int>(table.rows.size()) &&
-                        bit.bit < bitsIn(bit.word);
+                        bit.bit >= 0 && bit.bit < bitsIn(bit.word);
     if (!exists) {
         return {};
     }
     const int cell = letter.width() + cellRoom;
     const int column = table.columnOf(table.rows[static_cast<std::size_t>(bit.word)], bit.bit);
-    return {bitsLeft + column * cell, margin + (bit.word + 2) * letter.height(), cell,
-            letter.height() - 1};
+    return {bitsLeft + column * cell, topOf(bit.word), cell, letter.height() - 1};
 }
 
 WordBit BitsView::bitAt(const QPoint& point) const
 {
-    const int word = (point.y() - margin) / letter.height() - 2;
+    const int word = (point.y() - margin) / letter.height() - 1;
     if (point.y() < margin || word < 0 || word >= static_cast<int>(table.rows.size())) {
         return {};
     }
@@ -127,7 +131,7 @@ void BitsView::paintEvent(QPaintEvent* event)
     const PaneColours::Bits colours(palette());
     paintHead(painter);
     for (int row = 0; row < static_cast<int>(table.rows.size()); ++row) {
-        const int top = margin + (row + 2) * letter.height();
+        const int top = topOf(row);
         if (top <= event->rect().bottom() && top + letter.height() >= event->rect().top()) {
             paintRow(painter, colours, row);
         }
@@ -136,44 +140,36 @@ void BitsView::paintEvent(QPaintEvent* event)
 
 void BitsView::paintHead(QPainter& painter) const
 {
-    const auto write = [&](int left, int line, const QString& text) {
-        painter.drawText(
-            QPoint(left, margin + line * letter.height() + QFontMetrics(painter.font()).ascent()),
-            text);
+    const auto write = [&](int left, const QString& text) {
+        painter.drawText(QRect(left, margin, width(), letter.height()), Qt::AlignVCenter, text);
     };
-    QFont bold = font();
-    bold.setBold(true);
-    painter.setFont(bold);
-    painter.setPen(palette().color(QPalette::Text));
-    write(margin, 0, title);
-    painter.setFont(font());
     painter.setPen(PaneColours::Bits(palette()).faintText);
     if (!table.rows.empty()) {
-        write(margin, 1, tr("Word"));
-        write(margin + (4 + columnGap) * letter.width(), 1, tr("Byte"));
-        write(hexLeft, 1, tr("Bytes"));
-        write(bitsLeft, 1, tr("Bits"));
+        write(margin, tr("Word"));
+        write(byteLeft, tr("Byte"));
+        write(hexLeft, tr("Bytes"));
+        write(bitsLeft, tr("Bits"));
     }
 }
 
 void BitsView::paintRow(QPainter& painter, const PaneColours::Bits& colours, int row) const
 {
     const BitRow& shown = table.rows[static_cast<std::size_t>(row)];
-    const int top = margin + (row + 2) * letter.height();
+    const int top = topOf(row);
     const int base = top + rowRoom / 2 + QFontMetrics(font()).ascent();
     painter.setPen(colours.faintText);
     painter.drawText(QRect(margin, top, 4 * letter.width(), letter.height()),
                      Qt::AlignRight | Qt::AlignVCenter, QString::number(row + 1));
-    painter.drawText(margin + (4 + columnGap) * letter.width(), base, shown.byte);
+    painter.drawText(byteLeft, base, shown.byte);
     painter.setPen(colours.text);
     painter.drawText(hexLeft, base, shown.hex);
-    if (!shown.note.isEmpty()) {
+    if (shown.isBad || shown.isInverted) {
         painter.fillRect(QRect(noteLeft - letter.width() / 2, top,
                                static_cast<int>(shown.note.size() + 1) * letter.width(),
                                letter.height() - 1),
                          shown.isBad ? colours.bad : colours.inverted);
-        painter.drawText(noteLeft, base, shown.note);
     }
+    painter.drawText(noteLeft, base, shown.note);
     for (int bit = 0; bit < shown.count; ++bit) {
         paintBit(painter, colours, {row, bit});
     }
@@ -201,11 +197,12 @@ QColor BitsView::colourOf(const PaneColours::Bits& colours, WordBit bit) const
         return row.isBad ? colours.bad : colours.parity;
     }
     const std::uint32_t packed = bit.packed();
-    const bool isOther = packed < isOdd.size() && isOdd[packed];
+    const bool hasField = !selection.map().at(packed).isNone();
+    const bool isOther = hasField && isOdd[packed];
     if (row.isInverted) {
         return isOther ? colours.otherInverted : colours.inverted;
     }
-    if (selection.map().at(packed).isNone()) {
+    if (!hasField) {
         return colours.noField;
     }
     return isOther ? colours.otherField : colours.field;
@@ -236,7 +233,7 @@ void BitsView::mouseMoveEvent(QMouseEvent* event)
 void BitsView::keyPressEvent(QKeyEvent* event)
 {
     const WordBit from = rectOf(selection.cursor()).isEmpty() ? WordBit() : selection.cursor();
-    const WordBit to = moved(from, event->key(), event->modifiers().testFlag(Qt::ControlModifier));
+    const WordBit to = moved(from, *event);
     if (to.isNone()) {
         QWidget::keyPressEvent(event);
         return;
@@ -244,32 +241,61 @@ void BitsView::keyPressEvent(QKeyEvent* event)
     goTo(from.isNone() ? WordBit{0, 0} : to, event->modifiers().testFlag(Qt::ShiftModifier));
 }
 
-// Where a key leads; none for keys that lead nowhere. The rows end where the message does.
-WordBit BitsView::moved(WordBit from, int key, bool isFar) const
+// Where a key leads; none for keys that lead nowhere.
+WordBit BitsView::moved(WordBit from, const QKeyEvent& event) const
+{
+    const Qt::KeyboardModifiers with =
+        event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    if (table.rows.empty() || (with != Qt::NoModifier && with != Qt::ControlModifier)) {
+        return {};
+    }
+    return with == Qt::NoModifier ? movedNear(from, event.key()) : movedFar(from, event.key());
+}
+
+// The rows end where the message does.
+WordBit BitsView::movedNear(WordBit from, int key) const
 {
     const int last = static_cast<int>(table.rows.size()) - 1;
     const int page = std::max(1, visibleRegion().boundingRect().height() / letter.height() - 1);
-    if (last < 0) {
-        return {};
-    }
+    const auto row = [&](int step) {
+        const int to = std::clamp(from.word + step, 0, last);
+        return WordBit{to, std::min(from.bit, bitsIn(to) - 1)};
+    };
     switch (key) {
     case Qt::Key_Left:
-        return isFar ? nextField(from, -1) : stepped(from, -1);
+        return stepped(from, -1);
     case Qt::Key_Right:
-        return isFar ? nextField(from, 1) : stepped(from, 1);
+        return stepped(from, 1);
     case Qt::Key_Up:
-        return {std::max(from.word - 1, 0), from.bit};
+        return row(-1);
     case Qt::Key_Down:
-        return {std::min(from.word + 1, last), from.bit};
+        return row(1);
     case Qt::Key_PageUp:
-        return {std::max(from.word - page, 0), from.bit};
+        return row(-page);
     case Qt::Key_PageDown:
-        return {std::min(from.word + page, last), from.bit};
+        return row(page);
     case Qt::Key_Home:
-        return {isFar ? 0 : std::max(from.word, 0), 0};
+        return {std::max(from.word, 0), 0};
     case Qt::Key_End:
-        return isFar ? WordBit{last, bitsIn(last) - 1}
-                     : WordBit{std::max(from.word, 0), bitsIn(std::max(from.word, 0)) - 1};
+        return {std::max(from.word, 0), bitsIn(std::max(from.word, 0)) - 1};
+    default:
+        return {};
+    }
+}
+
+// From field to field, or to the ends.
+WordBit BitsView::movedFar(WordBit from, int key) const
+{
+    const int last = static_cast<int>(table.rows.size()) - 1;
+    switch (key) {
+    case Qt::Key_Left:
+        return nextField(from, -1);
+    case Qt::Key_Right:
+        return nextField(from, 1);
+    case Qt::Key_Home:
+        return {0, 0};
+    case Qt::Key_End:
+        return {last, bitsIn(last) - 1};
     default:
         return {};
     }
@@ -310,6 +336,12 @@ bool BitsView::event(QEvent* event)
         const WordBit bit = bitAt(help->pos());
         const QString text = bit.isNone() ? QString() : selection.about(bit);
         QToolTip::showText(help->globalPos(), text, this, rectOf(bit));
+        return true;
+    }
+    // Keys that lead somewhere are no shortcuts of the window.
+    if (event->type() == QEvent::ShortcutOverride &&
+        !moved({0, 0}, *static_cast<QKeyEvent*>(event)).isNone()) {
+        event->accept();
         return true;
     }
     return QWidget::event(event);

@@ -12,8 +12,7 @@ class BitsView : public QWidget {
 public:
     explicit BitsView(BitSelection& selected, QWidget* parent = nullptr);
 
-    void setTable(const QString& newTitle, BitTable newTable);
-    bool isEmpty() const { return table.rows.empty(); }
+    void setTable(BitTable newTable);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -39,8 +38,11 @@ private:
     void measure();
     int bitsIn(int row) const;
     int columns() const;
+    int topOf(int row) const;
     void goTo(WordBit bit, bool isMarking);
-    WordBit moved(WordBit from, int key, bool isFar) const;
+    WordBit moved(WordBit from, const QKeyEvent& event) const;
+    WordBit movedNear(WordBit from, int key) const;
+    WordBit movedFar(WordBit from, int key) const;
     WordBit stepped(WordBit from, int step) const;
     WordBit nextField(WordBit from, int step) const;
     void paintHead(QPainter& painter) const;
@@ -49,9 +51,9 @@ private:
     QColor colourOf(const PaneColours::Bits& colours, WordBit bit) const;
 
     BitSelection& selection;
-    QString title;
     BitTable table;
     QSize letter;    // of the bits' font, with room around it
+    int byteLeft = 0;
     int hexLeft = 0;
     int bitsLeft = 0;
     int noteLeft = 0;

@@ -10,8 +10,9 @@ DetailPane::DetailPane(QWidget* parent)
     splitter->addWidget(fieldsPane);
     splitter->addWidget(bitsPane);
     splitter->setChildrenCollapsible(false);
-    splitter->setStretchFactor(0, 4);
-    splitter->setStretchFactor(1, 5);
+    splitter->setStretchFactor(0, 9);
+    splitter->setStretchFactor(1, 11);
+    splitter->setSizes({900, 1100});    // shares of what there is
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);

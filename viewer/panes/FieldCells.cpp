@@ -148,11 +148,12 @@ QString valueOf(const FieldSpot& spot)
     const QString number = numberOf(spot);
     const QString meaning = meaningOf(spot);
     const QString quantity = quantityOf(spot);
-    QString value = meaning.isEmpty() ? number : QStringLiteral("%1 (%2)").arg(meaning, number);
-    if (!quantity.isEmpty()) {
-        value += QStringLiteral(" = ") + quantity;
+    const QString value =
+        meaning.isEmpty() ? number : QStringLiteral("%1 (%2)").arg(meaning, number);
+    if (value.isEmpty() || quantity.isEmpty()) {
+        return value + quantity;
     }
-    return value;
+    return value + QStringLiteral(" = ") + quantity;
 }
 
 QVariant sortKeyOf(const FieldSpot& spot)

@@ -30,7 +30,7 @@ void FieldTreeModel::show(const MessageDetail* shown, const BitMap* map)
     endResetModel();
 }
 
-FieldPlace FieldTreeModel::placeOf(const QModelIndex& index) const
+FieldPlace FieldTreeModel::placeOf(const QModelIndex& index)
 {
     if (!index.isValid()) {
         return {};

@@ -17,7 +17,7 @@ public:
     // Both stay until the next call; a null pointer for no message.
     void show(const MessageDetail* shown, const BitMap* map);
 
-    FieldPlace placeOf(const QModelIndex& index) const;
+    static FieldPlace placeOf(const QModelIndex& index);
     QModelIndex indexOf(const FieldPlace& place, int column = name) const;
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;

@@ -1,6 +1,7 @@
 #include "viewer/panes/FieldsPane.h"
 
-#include <QAction>
+#include "viewer/panes/PaneActions.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
@@ -40,7 +41,8 @@ QString troubleOf(const MessageDetail* detail)
     }
     if (!detail->text.empty()) {
         const bool isPart = detail->record != nullptr && detail->what != Found::What::message &&
-                            detail->what != Found::What::unreported;
+                            detail->what != Found::What::unreported &&
+                            detail->what != Found::What::unknownType;
         return QString::fromStdString(detail->text) +
                (isPart ? FieldsPane::tr(". Shown is what came whole.") : QString());
     }
@@ -71,20 +73,14 @@ FieldsPane::FieldsPane(QWidget* parent)
     trouble->setTextInteractionFlags(Qt::TextSelectableByMouse);
     trouble->setWordWrap(true);
     trouble->setMargin(4);
-    auto* const copying = new QAction(tr("Copy rows"), this);
-    copying->setShortcut(QKeySequence::Copy);
-    copying->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    connect(copying, &QAction::triggered, this, &FieldsPane::copy);
-    addAction(copying);
-    tree->addAction(copying);
-    table->addAction(copying);
-    show(nullptr);
+    auto* const actions = new PaneActions({tree, table}, this);
+    actions->add(tr("Copy rows"), QKeySequence::Copy, [this] { copy(); });
+    FieldsPane::show(nullptr);
 }
 
 void FieldsPane::makeTree()
 {
     tree->setModel(fields);
-    tree->setContextMenuPolicy(Qt::ActionsContextMenu);
     tree->setUniformRowHeights(true);
     tree->setAlternatingRowColors(true);
     tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -92,7 +88,7 @@ void FieldsPane::makeTree()
     connect(tree, &QTreeView::expanded, this, &FieldsPane::widenColumns);
     connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current) {
-                chooseFrom(*tree, current, fields->placeOf(current));
+                chooseFrom(*tree, current, FieldTreeModel::placeOf(current));
             });
 }
 
@@ -101,7 +97,6 @@ void FieldsPane::makeTable()
     sorted->setSourceModel(elements);
     sorted->setSortRole(ElementTableModel::sortRole);
     table->setModel(sorted);
-    table->setContextMenuPolicy(Qt::ActionsContextMenu);
     table->setSortingEnabled(true);
     table->sortByColumn(-1, Qt::AscendingOrder);    // as they came, until a column is chosen
     table->setAlternatingRowColors(true);
@@ -200,7 +195,10 @@ void FieldsPane::showInTable()
     const QModelIndex index = sorted->mapFromSource(elements->indexOf(selected));
     const FieldPlace before = elements->placeOf(sorted->mapToSource(table->currentIndex()));
     if (before != selected || !index.isValid()) {
-        table->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+        const auto whole =
+            selected.part < 0 ? QItemSelectionModel::Rows : QItemSelectionModel::NoUpdate;
+        table->selectionModel()->setCurrentIndex(index,
+                                                 QItemSelectionModel::ClearAndSelect | whole);
         table->scrollTo(index);
     }
 }
@@ -211,9 +209,10 @@ QString FieldsPane::selectedText() const
         table->hasFocus() ? static_cast<const QAbstractItemView*>(table) : tree;
     QModelIndexList indexes = view->selectionModel()->selectedIndexes();
     std::sort(indexes.begin(), indexes.end(), [this](const auto& a, const auto& b) {
-        const FieldPlace left = fields->placeOf(a);
-        return a.model() == fields && left != fields->placeOf(b) ? left < fields->placeOf(b)
-                                                                 : a < b;
+        const FieldPlace left = FieldTreeModel::placeOf(a);
+        return a.model() == fields && left != FieldTreeModel::placeOf(b)
+                   ? left < FieldTreeModel::placeOf(b)
+                   : a < b;
     });
     return linesOf(indexes);
 }

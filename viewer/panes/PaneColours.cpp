@@ -47,5 +47,5 @@ PaneColours::Bits::Bits(const QPalette& palette)
     inverted = mixed(field, QColor(0xF0, 0xA0, 0x00), quarter);
     otherInverted = mixed(otherField, QColor(0xF0, 0xA0, 0x00), third);
     bad = mixed(base, QColor(0xF0, 0x20, 0x20), third + quarter);
-    faintText = mixed(text, base, 0.5);
+    faintText = mixed(text, base, 0.4);
 }

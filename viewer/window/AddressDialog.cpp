@@ -1,5 +1,7 @@
 #include "viewer/window/AddressDialog.h"
 
+#include "sources/Passwords.h"
+
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
@@ -11,14 +13,6 @@ namespace {
 
 constexpr int mostAddresses = 10;
 constexpr auto addressKey = "recentAddresses";
-
-// A password stays between the one who typed it and the caster.
-bool hasPassword(const QString& address)
-{
-    const QString authority =
-        address.section(QStringLiteral("//"), 1).section(QLatin1Char('/'), 0, 0);
-    return authority.section(QLatin1Char('@'), 0, -2).contains(QLatin1Char(':'));
-}
 
 }    // namespace
 
@@ -38,12 +32,12 @@ AddressDialog::AddressDialog(QWidget* parent)
                                                    QString::fromLatin1(aboutForm(each))));
     }
     mode->setRange(0, 255);
-    auto* const help =
-        new QLabel(QStringLiteral("tcp://HOST:PORT    what a server sends\n"
-                                  "ntrip://[USER@]HOST[:PORT]/MOUNTPOINT    a stream of a caster\n"
-                                  "udp://:PORT, udp://GROUP:PORT    datagrams\n"
-                                  "serial:/dev/ttyUSB0?baud=38400    a serial line\n"
-                                  "or the name of a file"));
+    auto* const help = new QLabel(
+        QStringLiteral("tcp://HOST:PORT    what a server sends\n"
+                       "ntrip://[USER[:PASSWORD]@]HOST[:PORT]/MOUNTPOINT    a stream of a caster\n"
+                       "udp://:PORT, udp://GROUP:PORT    datagrams\n"
+                       "serial:/dev/ttyUSB0?baud=38400    a serial line\n"
+                       "or the name of a file"));
     help->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Open | QDialogButtonBox::Cancel);
     QPushButton* const openButton = buttons->button(QDialogButtonBox::Open);
@@ -64,14 +58,13 @@ AddressDialog::AddressDialog(QWidget* parent)
 
 Input AddressDialog::input() const
 {
-    const QString text = address->currentText().trimmed();
-    if (!hasPassword(text)) {
-        QStringList known = QSettings().value(QLatin1String(addressKey)).toStringList();
-        known.removeAll(text);
-        known.prepend(text);
-        QSettings().setValue(QLatin1String(addressKey), QStringList(known.mid(0, mostAddresses)));
-    }
-    return {.name = text.toStdString(),
+    const std::string name = takePassword(address->currentText().trimmed().toStdString());
+    const QString shown = QString::fromStdString(name);
+    QStringList known = QSettings().value(QLatin1String(addressKey)).toStringList();
+    known.removeAll(shown);
+    known.prepend(shown);
+    QSettings().setValue(QLatin1String(addressKey), QStringList(known.mid(0, mostAddresses)));
+    return {.name = name,
             .form = static_cast<InputForm>(form->currentIndex()),
             .follows = follows->isChecked(),
             .mode = static_cast<unsigned char>(mode->value())};

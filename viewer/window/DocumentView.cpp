@@ -20,6 +20,7 @@ namespace {
 
 constexpr int lookAtWorkEvery = 50;    // milliseconds
 constexpr int mostEvents = 1000;
+constexpr int mostOfType = 32;    // letters
 
 QString grouped(qulonglong number)
 {
@@ -124,7 +125,9 @@ void DocumentView::buildTable()
     for (const auto& kind : format().kinds()) {
         widest = std::max(widest, kind->isMain ? metrics.horizontalAdvance(kindText(*kind)) : 0);
     }
-    header.resizeSection(MessageModel::type, widest + metrics.horizontalAdvance(padded("")));
+    const int most = mostOfType * metrics.averageCharWidth();
+    header.resizeSection(MessageModel::type,
+                         std::min(widest, most) + metrics.horizontalAdvance(padded("")));
     table->setItemDelegate(new RowDelegate(table));
     header.setSectionHidden(MessageModel::received, shown.receiveTimes() == nullptr);
     header.setSectionHidden(MessageModel::sender, true);
@@ -199,7 +202,11 @@ void DocumentView::showNew()
 {
     measureRate();
     if (!paused) {
+        const bool isFirst = model->rowCount() == 0;
         model->refresh();
+        if (isFirst && !shown.comesSlowly()) {
+            goTo(0);
+        }
         if (following) {
             showLast();
         }
@@ -207,9 +214,25 @@ void DocumentView::showNew()
     Q_EMIT stateChanged();
 }
 
+// What is not wanted any more ends by itself, while the window goes on.
+template <class Work>
+void DocumentView::retire(std::shared_ptr<Work>& work)
+{
+    if (work == nullptr) {
+        return;
+    }
+    work->cancel();
+    retired.push_back({[ending = std::move(work)] { return ending->isFinished(); }});
+    timer.start();
+}
+
 void DocumentView::applyFilter()
 {
     const QString where = filterLine->text();
+    if (where == filterText && filterLine->wantsTroubles() == filterTroubles) {
+        filterLine->clearError();
+        return;
+    }
     try {
         if (where.trimmed().isEmpty()) {
             filterText.clear();
@@ -227,22 +250,25 @@ void DocumentView::applyFilter()
 // What was chosen before stays until there is something to show.
 void DocumentView::beginFilter(const QString& where)
 {
-    nextPass = std::make_unique<FilterPass>(
+    auto pass = std::make_shared<FilterPass>(
         shown.format(), shown.again(),
         FilterPass::Options{.where = where.toStdString(),
                             .withTroubles = filterLine->wantsTroubles(),
                             .follows = shown.comesSlowly() && shown.isReading()});
+    retire(nextPass);
+    nextPass = std::move(pass);
     filterText = where;
+    filterTroubles = filterLine->wantsTroubles();
     timer.start();
 }
 
 void DocumentView::dropFilter()
 {
-    searchPass.reset();
+    retire(searchPass);
     const std::size_t place = wanted;
     model->choose(nullptr);
-    nextPass.reset();
-    filterPass.reset();
+    retire(nextPass);
+    retire(filterPass);
     if (place < shown.index().size()) {
         goTo(place);
     }
@@ -253,7 +279,8 @@ void DocumentView::look()
 {
     lookAtFilter();
     lookAtSearch();
-    if (nextPass == nullptr && searchPass == nullptr &&
+    std::erase_if(retired, [](const Retired& work) { return work.isFinished(); });
+    if (nextPass == nullptr && searchPass == nullptr && retired.empty() &&
         (filterPass == nullptr || filterPass->isFinished())) {
         timer.stop();
     }
@@ -263,9 +290,10 @@ void DocumentView::look()
 void DocumentView::lookAtFilter()
 {
     if (nextPass != nullptr && (nextPass->chosen().size() > 0 || nextPass->isFinished())) {
-        searchPass.reset();
+        retire(searchPass);
         const std::size_t place = wanted;
         model->choose(&nextPass->chosen());
+        retire(filterPass);
         filterPass = std::move(nextPass);
         if (place < shown.index().size()) {
             goTo(place);
@@ -309,10 +337,11 @@ void DocumentView::search(bool backwards)
     }
     const int row = table->currentIndex().row();
     const std::size_t start = row >= 0 ? model->placeOf(row) : backwards ? 0 : shown.index().size();
-    searchPass.reset();
-    searchPass = std::make_unique<SearchPass>(
+    retire(searchPass);
+    searchPass = std::make_shared<SearchPass>(
         shown.format(), shown.again(), shown.index(),
-        filterPass != nullptr ? &filterPass->chosen() : nullptr,
+        filterPass != nullptr ? std::shared_ptr<const Selection>(filterPass, &filterPass->chosen())
+                              : nullptr,
         SearchPass::Options{
             .text = searchLine->text().toStdString(), .start = start, .backwards = backwards});
     timer.start();
@@ -321,7 +350,7 @@ void DocumentView::search(bool backwards)
 void DocumentView::cancel()
 {
     if (searchPass != nullptr) {
-        searchPass.reset();
+        retire(searchPass);
         searchState->setText(QStringLiteral("cancelled"));
     } else if (nextPass != nullptr || (filterPass != nullptr && !filterPass->isFinished())) {
         filterLine->setText({});

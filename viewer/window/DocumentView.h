@@ -22,6 +22,7 @@
 #include <QTabWidget>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -88,6 +89,8 @@ private:
     void buildSearchBar();
     void buildOverviews();
     void connectAll();
+    template <class Work>
+    void retire(std::shared_ptr<Work>& work);
     void applyFilter();
     void beginFilter(const QString& where);
     void dropFilter();
@@ -121,10 +124,15 @@ private:
 
     std::unique_ptr<Rereader> rereader;
     std::unique_ptr<MessageModel> model;
-    std::unique_ptr<FilterPass> filterPass;    // whose choice is shown
-    std::unique_ptr<FilterPass> nextPass;      // takes its place once it is finished
-    QString filterText;
-    std::unique_ptr<SearchPass> searchPass;
+    std::shared_ptr<FilterPass> filterPass;    // whose choice is shown
+    std::shared_ptr<FilterPass> nextPass;      // takes its place once it is finished
+    QString filterText;    // and whether damage is shown beside what it chooses:
+    bool filterTroubles = false;
+    std::shared_ptr<SearchPass> searchPass;
+    struct Retired {
+        std::function<bool()> isFinished;    // holds the work, too
+    };
+    std::vector<Retired> retired;
     std::shared_ptr<const MessageDetail> detail;    // that is shown
     std::size_t wanted = SIZE_MAX;                  // place of the chosen message
     bool paused = false;

@@ -44,6 +44,20 @@ void addList(QTreeWidget& tree)
     addRow(*group, QStringLiteral("Take the filter away"), QStringLiteral("Escape in it"));
 }
 
+void addPanes(QTreeWidget& tree)
+{
+    auto* const group = new QTreeWidgetItem(&tree, {QStringLiteral("Fields and bits"), {}});
+    addRow(*group, QStringLiteral("Open and close elements"), QStringLiteral("Right, Left"));
+    addRow(*group, QStringLiteral("Bit by bit, word by word"),
+           QStringLiteral("Left, Right, Up, Down"));
+    addRow(*group, QStringLiteral("Field by field"), QStringLiteral("Ctrl+Left, Ctrl+Right"));
+    addRow(*group, QStringLiteral("First and last bit of a word, of the message"),
+           QStringLiteral("Home, End, with Ctrl"));
+    addRow(*group, QStringLiteral("Mark bits"), QStringLiteral("Shift with these"));
+    addRow(*group, QStringLiteral("Copy rows, or bits"), QStringLiteral("Ctrl+C"));
+    addRow(*group, QStringLiteral("Copy bits as hexadecimal"), QStringLiteral("Ctrl+Alt+C"));
+}
+
 void addPictures(QTreeWidget& tree)
 {
     auto* const group = new QTreeWidgetItem(&tree, {QStringLiteral("Lanes and plot"), {}});
@@ -72,6 +86,7 @@ KeysDialog::KeysDialog(const QMenuBar& menus, QWidget* parent) : QDialog(parent)
         }
     }
     addList(*tree);
+    addPanes(*tree);
     addPictures(*tree);
     tree->expandAll();
     tree->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
