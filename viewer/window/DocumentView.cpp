@@ -103,9 +103,12 @@ void DocumentView::showOverview(Overview which)
     overviews->currentWidget()->setFocus();
 }
 
+// What works for the pictures reads the document, which is gone before the parts of the window are.
 DocumentView::~DocumentView()
 {
     timer.stop();
+    delete lanesPane;
+    delete plotPane;
 }
 
 void DocumentView::buildTable()
