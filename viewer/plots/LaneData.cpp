@@ -17,13 +17,13 @@ std::optional<Traffic::Key> laneOf(const IndexEntry& entry)
 void LaneData::add(const MessageIndex& index, const IndexTimes& times,
                    const std::function<bool()>& isAskedToStop)
 {
-    constexpr std::size_t lookEvery = 1 << 14;
+    constexpr std::size_t askEvery = 1 << 14;
     std::size_t taken = 0;
     bool isStopped = false;
     times.each(range, next, [&](std::size_t place, double seconds) {
         take(index[place], place + 1, seconds);
         next = place + 1;
-        isStopped = ++taken % lookEvery == 0 && isAskedToStop();
+        isStopped = ++taken % askEvery == 0 && isAskedToStop();
         return !isStopped;
     });
     next = isStopped ? next : std::max(next, times.size());
@@ -46,10 +46,10 @@ void LaneData::take(const IndexEntry& entry, std::uint64_t number, double second
 // The rate is known better and better, and looked at now and then.
 void LaneData::addTo(Rate& rate, std::uint64_t number, double seconds)
 {
-    constexpr std::uint64_t lookEvery = 256;
+    constexpr std::uint64_t judgeEvery = 256;
     rate.steps.add(std::llround(seconds * unitsPerSecond), {.number = number});
     const std::uint64_t count = rate.steps.messages();
-    if (count % lookEvery == 0 || count == lookEvery / 8) {
+    if (count % judgeEvery == 0 || count == judgeEvery / 8) {
         rate.shortestGap = shortestGapOf(rate.steps);
     }
     if (rate.last && seconds - *rate.last > rate.shortestGap) {

@@ -101,10 +101,10 @@ void LanesView::addGaps(Lane& lane, const Traffic::Key& key, const LaneData& kno
     if (traffic == known.traffic().lanes().end()) {
         return;
     }
-    for (Stretch gap : traffic->second.gapsAbove(whole->shortestGap(key))) {
-        gap = {std::max(gap.from, times.range.low), std::min(gap.to, times.range.high)};
-        if (gap.to > gap.from) {
-            lane.gaps.push_back(gap);
+    for (Stretch each : traffic->second.gapsAbove(whole->shortestGap(key))) {
+        each = {std::max(each.from, times.range.low), std::min(each.to, times.range.high)};
+        if (each.to > each.from) {
+            lane.gaps.push_back(each);
         }
     }
 }

@@ -95,9 +95,9 @@ void DocumentView::showOverview(Overview which)
     overviews->currentWidget()->setFocus();
 }
 
+// What works for the pictures reads the document, which is gone before the parts of the window are.
 DocumentView::~DocumentView()
 {
-    // They read the document beside the window.
     const QSignalBlocker blocker(overviews);
     delete lanesPane;
     delete plotPane;

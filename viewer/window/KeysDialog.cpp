@@ -44,6 +44,20 @@ void addList(QTreeWidget& tree)
     addRow(*group, QStringLiteral("Take the filter away"), QStringLiteral("Escape in it"));
 }
 
+void addPanes(QTreeWidget& tree)
+{
+    auto* const group = new QTreeWidgetItem(&tree, {QStringLiteral("Fields and bits"), {}});
+    addRow(*group, QStringLiteral("Open and close elements"), QStringLiteral("Right, Left"));
+    addRow(*group, QStringLiteral("Bit by bit, word by word"),
+           QStringLiteral("Left, Right, Up, Down"));
+    addRow(*group, QStringLiteral("Field by field"), QStringLiteral("Ctrl+Left, Ctrl+Right"));
+    addRow(*group, QStringLiteral("First and last bit of a word, of the message"),
+           QStringLiteral("Home, End, with Ctrl"));
+    addRow(*group, QStringLiteral("Mark bits"), QStringLiteral("Shift with these"));
+    addRow(*group, QStringLiteral("Copy rows, or bits"), QStringLiteral("Ctrl+C"));
+    addRow(*group, QStringLiteral("Copy bits as hexadecimal"), QStringLiteral("Ctrl+Alt+C"));
+}
+
 void addPictures(QTreeWidget& tree)
 {
     auto* const group = new QTreeWidgetItem(&tree, {QStringLiteral("Lanes and plot"), {}});
@@ -59,20 +73,6 @@ void addPictures(QTreeWidget& tree)
     addRow(*group, QStringLiteral("To the next jump of a line"), QStringLiteral("J"));
 }
 
-void addPanes(QTreeWidget& tree)
-{
-    auto* const group = new QTreeWidgetItem(&tree, {QStringLiteral("Fields and bits"), {}});
-    addRow(*group, QStringLiteral("Open and close elements"), QStringLiteral("Right, Left"));
-    addRow(*group, QStringLiteral("Bit by bit, word by word"),
-           QStringLiteral("Left, Right, Up, Down"));
-    addRow(*group, QStringLiteral("Field by field"), QStringLiteral("Ctrl+Left, Ctrl+Right"));
-    addRow(*group, QStringLiteral("First and last bit of a word, of the message"),
-           QStringLiteral("Home, End, with Ctrl"));
-    addRow(*group, QStringLiteral("Mark bits"), QStringLiteral("Shift with these"));
-    addRow(*group, QStringLiteral("Copy rows, or bits"), QStringLiteral("Ctrl+C"));
-    addRow(*group, QStringLiteral("Copy bits as hexadecimal"), QStringLiteral("Ctrl+Alt+C"));
-}
-
 }    // namespace
 
 KeysDialog::KeysDialog(const QMenuBar& menus, QWidget* parent) : QDialog(parent)
@@ -86,8 +86,8 @@ KeysDialog::KeysDialog(const QMenuBar& menus, QWidget* parent) : QDialog(parent)
         }
     }
     addList(*tree);
-    addPictures(*tree);
     addPanes(*tree);
+    addPictures(*tree);
     tree->expandAll();
     tree->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
