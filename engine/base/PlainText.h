@@ -1,8 +1,9 @@
-// Texts in ASCII: small letters, numbers, blanks.
+// Texts in ASCII: small letters, numbers, counts, blanks.
 #pragma once
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,6 +25,12 @@ std::optional<Number> numberIn(std::string_view text)
     const char* const end = text.data() + text.size();
     const auto [last, error] = std::from_chars(text.data(), end, number);
     return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
+}
+
+// "1 message", "2 messages"
+inline std::string countText(std::uint64_t count, const char* what)
+{
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 // Without the blanks at both ends, among which the first half of a line's end counts.

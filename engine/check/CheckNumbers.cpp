@@ -1,12 +1,8 @@
 #include "check/CheckNumbers.h"
 
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
-
-std::string countText(std::uint64_t count, const char* what)
-{
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
 
 std::string minutesText(double seconds)
 {

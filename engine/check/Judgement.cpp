@@ -2,6 +2,7 @@
 #include "check/InputCheck.h"
 
 #include "base/Columns.h"
+#include "base/PlainText.h"
 #include "check/CheckNumbers.h"
 #include "framing/Header.h"
 

@@ -30,6 +30,8 @@ public:
     void choose(const Selection* selection);
     // Shows what has come since.
     void refresh();
+    // How many rows there are to come with that.
+    std::size_t held() const { return available() - static_cast<std::size_t>(rows); }
 
     // Places in the index.
     std::size_t placeOf(int row) const;

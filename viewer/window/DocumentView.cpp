@@ -2,13 +2,11 @@
 
 #include "viewer/panes/DetailPane.h"
 
-#include "base/Progress.h"
 #include "filter/FilterError.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QLocale>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QStyledItemDelegate>
@@ -18,14 +16,8 @@
 
 namespace {
 
-constexpr int lookAtWorkEvery = 50;    // milliseconds
 constexpr int mostEvents = 1000;
 constexpr int mostOfType = 32;    // letters
-
-QString grouped(qulonglong number)
-{
-    return QLocale(QLocale::English).toString(number);
-}
 
 // Leaves a little room between columns.
 class RowDelegate : public QStyledItemDelegate {
@@ -49,12 +41,12 @@ QString padded(const char* sample)
 }    // namespace
 
 DocumentView::DocumentView(const FormatModel& format, Input input)
-    : shown(format, std::move(input)), filterLine(new FilterLine(format)), table(new MessageList),
-      events(new QListWidget), paneRow(new QSplitter(Qt::Horizontal))
+    : shown(format, std::move(input)), readings(shown), reading(shown, readings),
+      filterLine(new FilterLine(format)), table(new MessageList), events(new QListWidget),
+      paneRow(new QSplitter(Qt::Horizontal))
 {
     buildSearchBar();
     shown.start();
-    clock.start();
     rereader = std::make_unique<Rereader>(format, shown.again(), shown.index());
     model = std::make_unique<MessageModel>(shown, *rereader);
     following = shown.comesSlowly();
@@ -82,11 +74,6 @@ DocumentView::DocumentView(const FormatModel& format, Input input)
     layout->addWidget(parts, 1);
     layout->addWidget(events);
     connectAll();
-}
-
-DocumentView::~DocumentView()
-{
-    timer.stop();
 }
 
 void DocumentView::buildTable()
@@ -132,13 +119,7 @@ void DocumentView::connectAll()
 {
     connect(&shown, &Document::grown, this, &DocumentView::showNew);
     connect(&shown, &Document::told, this, &DocumentView::addEvent);
-    connect(&shown, &Document::ended, this, [this] {
-        showNew();
-        if (filterPass != nullptr && shown.comesSlowly()) {
-            beginFilter(filterText);    // what waited for the end is decided now
-        }
-        Q_EMIT stateChanged();
-    });
+    connect(&shown, &Document::ended, this, [this] { showNew(); });
     connect(rereader.get(), &Rereader::detailCame, this, &DocumentView::showDetail);
     connect(model.get(), &MessageModel::sendersCame, this,
             [this] { table->header().setSectionHidden(MessageModel::sender, false); });
@@ -163,8 +144,9 @@ void DocumentView::connectAll()
     connect(events, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
         goTo(std::max<qulonglong>(item->data(Qt::UserRole).toULongLong(), 1) - 1);
     });
-    timer.setInterval(lookAtWorkEvery);
-    connect(&timer, &QTimer::timeout, this, &DocumentView::look);
+    connect(&readings, &Readings::choiceChanged, this, &DocumentView::showChoice);
+    connect(&readings, &Readings::went, this, &DocumentView::showNew);
+    connect(&readings, &Readings::searchEnded, this, &DocumentView::showFound);
 }
 
 void DocumentView::addPane(MessagePane* pane)
@@ -176,7 +158,11 @@ void DocumentView::addPane(MessagePane* pane)
 
 void DocumentView::showNew()
 {
-    measureRate();
+    reading.measure();
+    if (readings.isSearching()) {
+        searchState->setText(
+            QStringLiteral("%1 messages searched").arg(grouped(readings.messagesSearched())));
+    }
     if (!paused) {
         const bool isFirst = model->rowCount() == 0;
         model->refresh();
@@ -190,18 +176,6 @@ void DocumentView::showNew()
     Q_EMIT stateChanged();
 }
 
-// What is not wanted any more ends by itself, while the window goes on.
-template <class Work>
-void DocumentView::retire(std::shared_ptr<Work>& work)
-{
-    if (work == nullptr) {
-        return;
-    }
-    work->cancel();
-    retired.push_back({[ending = std::move(work)] { return ending->isFinished(); }});
-    timer.start();
-}
-
 void DocumentView::applyFilter()
 {
     const QString where = filterLine->text();
@@ -211,91 +185,17 @@ void DocumentView::applyFilter()
     }
     try {
         if (where.trimmed().isEmpty()) {
-            filterText.clear();
-            dropFilter();
+            readings.dropFilter();
         } else {
-            beginFilter(where);
+            readings.filter(where.toStdString(), filterLine->wantsTroubles());
         }
+        filterText = where.trimmed().isEmpty() ? QString() : where;
+        filterTroubles = filterLine->wantsTroubles();
         filterLine->clearError();
     } catch (const FilterError& error) {
         filterLine->showError(error);
     }
     Q_EMIT stateChanged();
-}
-
-// What was chosen before stays until there is something to show.
-void DocumentView::beginFilter(const QString& where)
-{
-    auto pass = std::make_shared<FilterPass>(
-        shown.format(), shown.again(),
-        FilterPass::Options{.where = where.toStdString(),
-                            .withTroubles = filterLine->wantsTroubles(),
-                            .follows = shown.comesSlowly() && shown.isReading()});
-    retire(nextPass);
-    nextPass = std::move(pass);
-    filterText = where;
-    filterTroubles = filterLine->wantsTroubles();
-    timer.start();
-}
-
-void DocumentView::dropFilter()
-{
-    retire(searchPass);
-    const std::size_t place = wanted;
-    model->choose(nullptr);
-    retire(nextPass);
-    retire(filterPass);
-    if (place < shown.index().size()) {
-        goTo(place);
-    }
-}
-
-// At what works beside the window.
-void DocumentView::look()
-{
-    lookAtFilter();
-    lookAtSearch();
-    std::erase_if(retired, [](const Retired& work) { return work.isFinished(); });
-    if (nextPass == nullptr && searchPass == nullptr && retired.empty() &&
-        (filterPass == nullptr || filterPass->isFinished())) {
-        timer.stop();
-    }
-    Q_EMIT stateChanged();
-}
-
-void DocumentView::lookAtFilter()
-{
-    if (nextPass != nullptr && (nextPass->chosen().size() > 0 || nextPass->isFinished())) {
-        retire(searchPass);
-        const std::size_t place = wanted;
-        model->choose(&nextPass->chosen());
-        retire(filterPass);
-        filterPass = std::move(nextPass);
-        if (place < shown.index().size()) {
-            goTo(place);
-        }
-    } else if (filterPass != nullptr) {
-        showNew();
-    }
-}
-
-void DocumentView::lookAtSearch()
-{
-    if (searchPass == nullptr) {
-        return;
-    }
-    if (!searchPass->isFinished()) {
-        searchState->setText(
-            QStringLiteral("%1 messages searched").arg(grouped(searchPass->progress())));
-        return;
-    }
-    if (const auto place = searchPass->found()) {
-        searchState->clear();
-        goTo(*place);
-    } else {
-        searchState->setText(QStringLiteral("not found"));
-    }
-    searchPass.reset();
 }
 
 void DocumentView::openSearch()
@@ -313,22 +213,33 @@ void DocumentView::search(bool backwards)
     }
     const int row = table->currentIndex().row();
     const std::size_t start = row >= 0 ? model->placeOf(row) : backwards ? 0 : shown.index().size();
-    retire(searchPass);
-    searchPass = std::make_shared<SearchPass>(
-        shown.format(), shown.again(), shown.index(),
-        filterPass != nullptr ? std::shared_ptr<const Selection>(filterPass, &filterPass->chosen())
-                              : nullptr,
-        SearchPass::Options{
-            .text = searchLine->text().toStdString(), .start = start, .backwards = backwards});
-    timer.start();
+    readings.search(
+        {.text = searchLine->text().toStdString(), .start = start, .backwards = backwards});
+}
+
+void DocumentView::showFound(bool isFound, quint64 found)
+{
+    searchState->setText(isFound ? QString() : QStringLiteral("not found"));
+    if (isFound) {
+        goTo(found);
+    }
+}
+
+void DocumentView::showChoice()
+{
+    const std::size_t place = wanted;
+    model->choose(readings.chosen());
+    if (place < shown.index().size()) {
+        goTo(place);
+    }
 }
 
 void DocumentView::cancel()
 {
-    if (searchPass != nullptr) {
-        retire(searchPass);
+    if (readings.isSearching()) {
+        readings.endSearch();
         searchState->setText(QStringLiteral("cancelled"));
-    } else if (nextPass != nullptr || (filterPass != nullptr && !filterPass->isFinished())) {
+    } else if (readings.isFiltering()) {
         filterLine->setText({});
         applyFilter();
     } else {
@@ -413,79 +324,9 @@ void DocumentView::showLast()
     table->verticalScrollBar()->setValue(table->verticalScrollBar()->maximum());
 }
 
-bool DocumentView::isWorking() const
-{
-    return shown.isReading() || nextPass != nullptr || searchPass != nullptr ||
-           (filterPass != nullptr && !filterPass->isFinished());
-}
-
 QString DocumentView::state() const
 {
-    const double seconds = static_cast<double>(clock.elapsed()) / 1000;
-    if (shown.comesSlowly() && shown.isReading()) {
-        return paused ? QStringLiteral("paused, and %1 more have come")
-                            .arg(grouped(shown.index().size() -
-                                         static_cast<std::size_t>(model->rowCount())))
-                      : liveState();
-    }
-    if (shown.isReading()) {
-        return QStringLiteral("reading ") +
-               QString::fromStdString(progressText(shown.bytesRead(), shown.size(), seconds));
-    }
-    const FilterPass* const pass = nextPass != nullptr ? nextPass.get() : filterPass.get();
-    if (pass != nullptr && !pass->isFinished()) {
-        return QStringLiteral("filtering");
-    }
-    return searchPass != nullptr ? QStringLiteral("searching") : QString();
-}
-
-QString DocumentView::liveState() const
-{
-    const RecentRate::Clock::time_point now = RecentRate::Clock::now();
-    return QString::fromStdString(
-        liveProgressText(shown.bytesRead(), rate.perSecond(now),
-                         std::chrono::duration<double>(now - lastCame).count()));
-}
-
-void DocumentView::measureRate()
-{
-    const std::uint64_t bytes = shown.bytesRead();
-    if (bytes != lastBytes) {
-        lastCame = RecentRate::Clock::now();
-        rate.add(lastCame, bytes - lastBytes);
-        lastBytes = bytes;
-    }
-}
-
-int DocumentView::progress() const
-{
-    const FilterPass* const pass = nextPass != nullptr ? nextPass.get() : filterPass.get();
-    const auto part = [](std::uint64_t done, std::uint64_t whole) {
-        return whole == 0 ? -1 : static_cast<int>(std::min<std::uint64_t>(100 * done / whole, 100));
-    };
-    if (searchPass != nullptr) {
-        return part(searchPass->progress(), shown.index().size());
-    }
-    if (shown.comesSlowly()) {
-        return -1;
-    }
-    if (pass != nullptr && !pass->isFinished()) {
-        return part(pass->bytesRead(), shown.size());
-    }
-    return shown.isReading() ? part(shown.bytesRead(), shown.size()) : -1;
-}
-
-QString DocumentView::counts() const
-{
-    const std::uint64_t all = shown.index().size();
-    const std::uint64_t troubles = std::min(shown.troubles(), all);
-    QString text = QStringLiteral("%1 messages").arg(grouped(all - troubles));
-    if (troubles != 0) {
-        text += QStringLiteral(", %1 damaged").arg(grouped(troubles));
-    }
-    return filterPass == nullptr
-               ? text
-               : QStringLiteral("%1 shown of ").arg(grouped(qulonglong(model->rowCount()))) + text;
+    return reading.text(paused, model->held());
 }
 
 QString DocumentView::place() const

@@ -2,23 +2,19 @@
 #pragma once
 
 #include "viewer/document/Document.h"
-#include "viewer/document/FilterPass.h"
+#include "viewer/document/Readings.h"
 #include "viewer/document/Rereader.h"
-#include "viewer/document/SearchPass.h"
 #include "viewer/list/FilterLine.h"
 #include "viewer/list/MessageList.h"
 #include "viewer/list/MessageModel.h"
 #include "viewer/panes/MessagePane.h"
+#include "viewer/window/ReadingState.h"
 
-#include "base/RecentRate.h"
-
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QSplitter>
 #include <QWidget>
 
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -27,7 +23,6 @@ class DocumentView : public QWidget {
 
 public:
     DocumentView(const FormatModel& model, Input input);
-    ~DocumentView() override;
 
     const Document& document() const { return shown; }
     const FormatModel& format() const { return shown.format(); }
@@ -43,10 +38,10 @@ public:
     // What is done now and how far it is, for people.
     QString state() const;
     // Of a hundred; -1 where nothing is done or it is not known.
-    int progress() const;
-    bool isWorking() const;
+    int progress() const { return reading.progress(); }
+    bool isWorking() const { return reading.isWorking(); }
     // How many messages there are and what is chosen of them.
-    QString counts() const;
+    QString counts() const { return reading.counts(model->rowCount()); }
     QString place() const;
 
     // Places in the index of the chosen rows, in their order, up to so many.
@@ -75,24 +70,19 @@ private:
     void buildTable();
     void buildSearchBar();
     void connectAll();
-    template <class Work>
-    void retire(std::shared_ptr<Work>& work);
     void applyFilter();
-    void beginFilter(const QString& where);
-    void dropFilter();
-    void look();
-    void lookAtFilter();
-    void lookAtSearch();
     void showNew();
+    void showChoice();
+    void showFound(bool isFound, quint64 found);
     void showLast();
     void search(bool backwards);
-    QString liveState() const;
-    void measureRate();
     void choose();
     void showDetail(quint64 place, const std::shared_ptr<const MessageDetail>& newDetail);
     void addEvent(const QString& text, quint64 after);
 
     Document shown;
+    Readings readings;
+    ReadingState reading;
     FilterLine* filterLine;
     MessageList* table;
     QListWidget* events;
@@ -104,22 +94,10 @@ private:
 
     std::unique_ptr<Rereader> rereader;
     std::unique_ptr<MessageModel> model;
-    std::shared_ptr<FilterPass> filterPass;    // whose choice is shown
-    std::shared_ptr<FilterPass> nextPass;      // takes its place once it is finished
     QString filterText;    // and whether damage is shown beside what it chooses:
     bool filterTroubles = false;
-    std::shared_ptr<SearchPass> searchPass;
-    struct Retired {
-        std::function<bool()> isFinished;    // holds the work, too
-    };
-    std::vector<Retired> retired;
     std::shared_ptr<const MessageDetail> detail;    // that is shown
     std::size_t wanted = SIZE_MAX;                  // place of the chosen message
     bool paused = false;
     bool following = false;
-    QTimer timer;
-    QElapsedTimer clock;    // since reading began
-    RecentRate rate;        // of a live input
-    std::uint64_t lastBytes = 0;
-    RecentRate::Clock::time_point lastCame = RecentRate::Clock::now();
 };

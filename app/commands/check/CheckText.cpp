@@ -1,6 +1,7 @@
 #include "commands/check/CheckText.h"
 
 #include "base/Columns.h"
+#include "base/PlainText.h"
 #include "base/Terminal.h"
 #include "check/CheckNumbers.h"
 #include "forms/TimeStamp.h"

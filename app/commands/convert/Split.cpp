@@ -1,5 +1,6 @@
 #include "commands/convert/Split.h"
 
+#include "base/PlainText.h"
 #include "base/Terminal.h"
 #include "commands/Command.h"
 #include "commands/CommonOptions.h"
@@ -34,11 +35,6 @@ void requireDirectory(const ReadingOptions& reading)
                              printable(directory)};
         }
     }
-}
-
-std::string countText(std::uint64_t count, const char* what)
-{
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 }    // namespace

@@ -1,5 +1,7 @@
 #include "commands/describe/DescribeView.h"
 
+#include "base/PlainText.h"
+
 #include <algorithm>
 #include <sstream>
 
@@ -112,14 +114,12 @@ std::string textOverview(const FormatModel& format)
     std::vector<Row> messages;
     std::string parts;
     for (const KindModel* kind : allKinds(format)) {
-        const std::string fields = std::to_string(kind->fields.size());
         if (kind->isMain) {
             messages.push_back({kind->typeNumber < 0 ? "" : std::to_string(kind->typeNumber),
-                                kind->name, fields, kind->text});
+                                kind->name, std::to_string(kind->fields.size()), kind->text});
         } else {
             const std::string carriers = carriersText(format, *kind);
-            const std::string noun = kind->fields.size() == 1 ? " field" : " fields";
-            parts += paragraph(kind->name + ", " + fields + noun +
+            parts += paragraph(kind->name + ", " + countText(kind->fields.size(), "field") +
                                (carriers.empty() ? "" : ", in " + carriers));
         }
     }

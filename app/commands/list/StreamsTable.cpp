@@ -1,6 +1,7 @@
 #include "commands/list/StreamsTable.h"
 
 #include "base/Columns.h"
+#include "base/PlainText.h"
 #include "base/Terminal.h"
 
 #include <algorithm>
@@ -61,6 +62,6 @@ std::string streamsTable(const std::vector<CasterStream>& streams)
     }
     const auto readable = std::count_if(streams.begin(), streams.end(),
                                         [](const CasterStream& each) { return each.isReadable(); });
-    return text + "\n" + std::to_string(streams.size()) + " streams; " + std::to_string(readable) +
+    return text + "\n" + countText(streams.size(), "stream") + "; " + std::to_string(readable) +
            " of RTCM 2, marked with *\n";
 }

@@ -248,10 +248,9 @@ ExitStatus ServeCommand::serve(Host& host, const ClientOptions& clients, ListenA
     if (sending.withoutSender > 0) {
         tellUnlessQuiet(withoutSenderText(sending.withoutSender));
     }
-    tellUnlessQuiet("played " + std::to_string(served.messages) + " messages; " +
-                    std::to_string(served.bytes) + " bytes went to " +
-                    std::to_string(served.clients) +
-                    (served.clients == 1 ? " client" : " clients"));
+    tellUnlessQuiet("played " + countText(served.messages, "message") + "; " +
+                    countText(served.bytes, "byte") + " went to " +
+                    countText(served.clients, "client"));
     return status;
 }
 
