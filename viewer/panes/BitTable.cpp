@@ -35,13 +35,16 @@ QString noteOf(const AirWord& word)
     return notes.join(QStringLiteral(", "));
 }
 
-// What stood before the first word is not known, but there its parity decided.
-std::uint32_t wrongParity(const AirWord& word, std::uint32_t lastBitsBefore)
+// All of them where it is not known what stood before the word, null.
+std::uint32_t wrongParity(const AirWord& word, const AirWord* before)
 {
     constexpr std::uint32_t parityMask = (1U << RTCM2_WORD_PARITY_BITS) - 1;
-    const std::uint32_t wrong =
-        (RTCM2_word_parity(word.data, lastBitsBefore) ^ word.received) & parityMask;
-    return word.goodParity ? 0 : wrong != 0 ? wrong : parityMask;
+    if (word.goodParity) {
+        return 0;
+    }
+    return before == nullptr
+               ? parityMask
+               : (RTCM2_word_parity(word.data, before->received & 3) ^ word.received) & parityMask;
 }
 
 // Whether a character of a text begins with the bit.
@@ -79,7 +82,7 @@ BitTable packedTable(const MessageDetail& detail, const BitMap& map)
 BitTable airTable(const std::vector<AirWord>& words)
 {
     BitTable table{.rows = {}, .perByte = RTCM2_STREAM_BYTE_BITS};
-    std::uint32_t before = 0;
+    const AirWord* before = nullptr;
     for (const AirWord& word : words) {
         std::vector<std::uint8_t> bytes;
         for (const AirByte& carrier : word.carriers) {
@@ -93,7 +96,7 @@ BitTable airTable(const std::vector<AirWord>& words)
                               .phase = static_cast<int>(word.bit),
                               .isInverted = word.inverted,
                               .wrong = wrongParity(word, before)});
-        before = word.received & 3;
+        before = &word;
     }
     return table;
 }
