@@ -174,10 +174,15 @@ std::vector<LegendEntry> bandLegend(const SatelliteGroup& group)
                  }});
         }
     }
-    legend.push_back(
-        {"issue of data changed", [](Canvas& on, const Box& sign) {
-             on.line({sign.left + 11, sign.top}, {sign.left + 11, sign.bottom()}, {.width = 2});
-         }});
+    const bool hasChanges =
+        std::any_of(group.tracks.begin(), group.tracks.end(),
+                    [](const Track* track) { return track->second.issueChanges.count() > 0; });
+    if (hasChanges) {
+        legend.push_back(
+            {"issue of data changed", [](Canvas& on, const Box& sign) {
+                 on.line({sign.left + 11, sign.top}, {sign.left + 11, sign.bottom()}, {.width = 2});
+             }});
+    }
     return legend;
 }
 
