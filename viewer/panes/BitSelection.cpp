@@ -190,7 +190,7 @@ QString BitSelection::fieldsIn(const BitRange& range) const
 QString BitSelection::dataText(std::uint32_t bit) const
 {
     const FieldPlace place = bitMap.at(bit);
-    const QString text = tr("Bit %1: ").arg(bit) + fieldsIn({bit, 1});
+    QString text = tr("Bit %1: ").arg(bit) + fieldsIn({bit, 1});
     if (place.isNone()) {
         return text;
     }
