@@ -15,12 +15,19 @@ constexpr double plotHeight = 150;
 
 using Track = std::pair<const FieldCurves::Key, FieldTrack>;
 
-// The tracks of one station whose elements are of one kind, by system and number.
+// The tracks of one station and system whose elements are of one kind, by number. Systems have
+// clocks of their own: on common axes, what one is off would hide what the other does.
 struct SatelliteGroup {
     StationId station{};
+    std::uint32_t system = 0;
     const SatelliteFields* fields = nullptr;
     std::vector<const Track*> tracks{};
 };
+
+bool isSameGroup(const SatelliteGroup& one, const SatelliteGroup& other)
+{
+    return one.station == other.station && one.system == other.system && one.fields == other.fields;
+}
 
 std::vector<SatelliteGroup> groupsOf(const InputReport& input)
 {
@@ -32,9 +39,9 @@ std::vector<SatelliteGroup> groupsOf(const InputReport& input)
             continue;
         }
         const SatelliteFields& fields = input.subject.satellites.groups[key.group];
-        if (groups.empty() || groups.back().station != key.station ||
-            groups.back().fields != &fields) {
-            groups.push_back({key.station, &fields});
+        const SatelliteGroup own{key.station, key.system, &fields};
+        if (groups.empty() || !isSameGroup(groups.back(), own)) {
+            groups.push_back(own);
         }
         groups.back().tracks.push_back(&track);
     }
@@ -211,8 +218,10 @@ std::string bandsOf(const SatelliteGroup& group, const TimeScale& times)
 
 std::string groupText(const SatelliteGroup& group, const TimeScale& times)
 {
-    std::string html =
-        element("h4", "Station " + stationName(group.station) + ", " + group.fields->element->name);
+    const std::string system = systemName(group.system);
+    std::string html = element("h4", "Station " + stationName(group.station) +
+                                         (system.empty() ? "" : ", " + system) + ", " +
+                                         group.fields->element->name);
     html += bandsOf(group, times);
     for (std::size_t value = 0; value < group.fields->values.size(); ++value) {
         html += multiplesOf(group, value, times);
@@ -268,7 +277,8 @@ std::string satellitesSection(const InputReport& input, const std::string& name)
         html = notShownText(input) +
                element("p",
                        "Left to right: " + times.title() +
-                           ". All pictures of a quantity have the same axes. A short stroke at the "
+                           ". All pictures of a quantity and system have the same axes. A short "
+                           "stroke at the "
                            "upper edge: the issue of data changed there, and the line begins anew.",
                        "class=\"note\"") +
                html;
