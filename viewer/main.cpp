@@ -10,11 +10,20 @@
 #include <QCommandLineParser>
 #include <QLocale>
 
+#include <algorithm>
 #include <cstdio>
+#include <initializer_list>
+#include <string_view>
 
 namespace {
 
 constexpr int lookEvery = 200;    // milliseconds
+
+#ifdef Q_OS_LINUX
+constexpr bool asksForDisplay = true;
+#else
+constexpr bool asksForDisplay = false;
+#endif
 
 struct Arguments {
     QCommandLineOption form{{QStringLiteral("f"), QStringLiteral("form")},
@@ -67,18 +76,52 @@ bool openAll(MainWindow& window, const QCommandLineParser& parser, const Argumen
     return true;
 }
 
+bool anyOf(int argc, char** argv, std::initializer_list<std::string_view> names)
+{
+    return std::any_of(argv + 1, argv + argc, [&](const char* given) {
+        return std::find(names.begin(), names.end(), given) != names.end();
+    });
+}
+
+// Help and version are told without a window, too, as on a machine without a display.
+void answerWithoutWindow(int argc, char** argv)
+{
+    if (anyOf(argc, argv, {"-h", "--help", "-v", "--version"})) {
+        const QCoreApplication application(argc, argv);
+        const Arguments arguments;
+        QCommandLineParser parser;
+        declare(parser, arguments);
+        parser.process(application);
+    }
+}
+
+// Where there is none, Qt would end the process with a signal.
+bool hasDisplay(int argc, char** argv)
+{
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariableIsSet("QT_QPA_PLATFORM") ||
+           anyOf(argc, argv, {"-platform", "--platform"});
+}
+
 }    // namespace
 
 int main(int argc, char** argv)
 {
     takePasswords(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("rtcm2-view"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(RTCM2_VERSION));
+    answerWithoutWindow(argc, argv);
+    if (asksForDisplay && !hasDisplay(argc, argv)) {
+        std::fputs("rtcm2-view: no display to open a window on: neither DISPLAY nor "
+                   "WAYLAND_DISPLAY is set\n",
+                   stderr);
+        return 1;
+    }
     lastWords::install();
     interrupt::install();
     QApplication application(argc, argv);
     QLocale::setDefault(QLocale::c());    // numbers look the same everywhere
-    QApplication::setApplicationName(QStringLiteral("rtcm2-view"));
     QApplication::setOrganizationName(QStringLiteral("rtcm2"));
-    QApplication::setApplicationVersion(QStringLiteral(RTCM2_VERSION));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/rtcm2-view.png")));
     QApplication::setDesktopFileName(QStringLiteral("rtcm2-view"));
     const Arguments arguments;

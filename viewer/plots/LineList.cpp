@@ -3,6 +3,7 @@
 #include "format/FieldText.h"
 #include "viewer/colours/Ground.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <QPainter>
 #include <QSignalBlocker>
@@ -56,6 +57,14 @@ void LineList::refresh()
     }
     resizeColumnToContents(0);
     showValues();
+}
+
+void LineList::changeEvent(QEvent* event)
+{
+    QTreeWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        refresh();
+    }
 }
 
 QString LineList::valueText(double value) const

@@ -17,6 +17,10 @@ public:
     // Of the field whose values are shown, which may have texts.
     void setField(const FieldModel* shown) { field = shown; }
 
+protected:
+    // Another theme has other colours.
+    void changeEvent(QEvent* event) override;
+
 private:
     void hideUnchecked();
     QString valueText(double value) const;

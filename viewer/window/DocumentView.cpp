@@ -62,8 +62,8 @@ DocumentView::DocumentView(const FormatModel& format, Input input)
     parts->setChildrenCollapsible(false);
     parts->addWidget(overviews);
     parts->addWidget(paneRow);
-    parts->setStretchFactor(0, 3);
-    parts->setStretchFactor(1, 2);
+    parts->setStretchFactor(0, 1);
+    parts->setStretchFactor(1, 1);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 0);
     layout->addWidget(filterLine);
