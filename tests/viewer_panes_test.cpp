@@ -14,6 +14,7 @@
 #include <QClipboard>
 #include <QKeyEvent>
 #include <QSortFilterProxyModel>
+#include <QTableView>
 #include <QTest>
 #include <QTreeView>
 #include <gtest/gtest.h>
@@ -196,6 +197,12 @@ struct ShownMessage {
     QList<BitsView*> views;    // of the packed message and of the air, in any order
 };
 
+void click(QAbstractItemView& view, const QModelIndex& cell)
+{
+    view.scrollTo(cell);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(cell).center());
+}
+
 TEST(ViewerPanes, ChosenBitsFindTheFieldAndAChosenFieldItsBits)
 {
     const std::vector<MessageDetail> all = messages();
@@ -207,9 +214,17 @@ TEST(ViewerPanes, ChosenBitsFindTheFieldAndAChosenFieldItsBits)
         const BitMap& map = bits.map();
         auto& tree = *shown.pane.fields().findChild<QTreeView*>();
         auto& fields = dynamic_cast<FieldTreeModel&>(*tree.model());
+        auto& table = *shown.pane.fields().findChild<QTableView*>();
+        auto& sorted = dynamic_cast<QSortFilterProxyModel&>(*table.model());
+        auto& elements = dynamic_cast<ElementTableModel&>(*sorted.sourceModel());
         eachPlace(detail, [&](const FieldPlace& place, const FieldSpot&) {
-            tree.setCurrentIndex(fields.indexOf(place));
+            click(tree, fields.indexOf(place));
             EXPECT_EQ(bits.range(), map.bitsOf(place));
+            if (place.part >= 0) {
+                tree.setCurrentIndex(fields.index(0, 0));
+                click(table, sorted.mapFromSource(elements.indexOf(place)));
+                EXPECT_EQ(bits.range(), map.bitsOf(place));
+            }
         });
         for (std::uint32_t bit = 0; bit < map.size(); bit += 29) {
             const WordBit place = WordBit::ofPacked(bit);

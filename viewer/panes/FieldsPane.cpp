@@ -89,10 +89,7 @@ void FieldsPane::makeTree()
     tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     tree->setAccessibleName(tr("Fields"));
     connect(tree, &QTreeView::expanded, this, &FieldsPane::widenColumns);
-    connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& current) {
-                chooseFrom(*tree, current, FieldTreeModel::placeOf(current));
-            });
+    connectChoice(*tree, [](const QModelIndex& cell) { return FieldTreeModel::placeOf(cell); });
 }
 
 void FieldsPane::makeTable()
@@ -106,10 +103,9 @@ void FieldsPane::makeTable()
     table->setTabKeyNavigation(false);
     table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 6);
     table->setAccessibleName(tr("Elements"));
-    connect(table->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& current) {
-                chooseFrom(*table, current, elements->placeOf(sorted->mapToSource(current)));
-            });
+    connectChoice(*table, [this](const QModelIndex& cell) {
+        return elements->placeOf(sorted->mapToSource(cell));
+    });
 }
 
 // The same field stays chosen from message to message of a kind.
@@ -170,15 +166,22 @@ void FieldsPane::selectField(const FieldPlace& place)
     isFollowing = false;
 }
 
-// A view that gets the keys goes to its first row by itself, without selecting it.
-void FieldsPane::chooseFrom(const QAbstractItemView& view, const QModelIndex& current,
-                            const FieldPlace& place)
+// A field is chosen when its cell is both the current one and selected. Keys select it first, the
+// mouse makes it current first, and a view that gets the keys goes to its first row by itself
+// without selecting it.
+void FieldsPane::connectChoice(const QAbstractItemView& view, const PlaceOfCell& placeOf)
 {
-    if (isFollowing || place.isNone() || !view.selectionModel()->isSelected(current)) {
-        return;
-    }
-    selectField(place);
-    Q_EMIT fieldSelected(place);
+    const QItemSelectionModel& selection = *view.selectionModel();
+    const auto choose = [this, &selection, placeOf] {
+        const QModelIndex cell = selection.currentIndex();
+        const FieldPlace place = placeOf(cell);
+        if (!isFollowing && !place.isNone() && selection.isSelected(cell)) {
+            selectField(place);
+            Q_EMIT fieldSelected(place);
+        }
+    };
+    connect(&selection, &QItemSelectionModel::currentChanged, this, choose);
+    connect(&selection, &QItemSelectionModel::selectionChanged, this, choose);
 }
 
 void FieldsPane::showInTree()

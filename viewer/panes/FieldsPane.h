@@ -5,6 +5,8 @@
 #include "viewer/panes/FieldTreeModel.h"
 #include "viewer/panes/MessagePane.h"
 
+#include <functional>
+
 class QAbstractItemView;
 class QLabel;
 class QSortFilterProxyModel;
@@ -33,10 +35,11 @@ Q_SIGNALS:
     void fieldSelected(const FieldPlace& place);
 
 private:
+    using PlaceOfCell = std::function<FieldPlace(const QModelIndex&)>;
+
     void makeTree();
     void makeTable();
-    void chooseFrom(const QAbstractItemView& view, const QModelIndex& current,
-                    const FieldPlace& place);
+    void connectChoice(const QAbstractItemView& view, const PlaceOfCell& placeOf);
     void showInTree();
     void showInTable();
     void expandArrays();

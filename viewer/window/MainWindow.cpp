@@ -15,6 +15,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
 
@@ -50,7 +51,7 @@ MainWindow::MainWindow(const FormatModel& model) : format(model), tabs(new QTabW
     buildHelpMenu();
     connect(&timer, &QTimer::timeout, this, &MainWindow::showState);
     timer.start(stateEvery);
-    resize(1100, 720);
+    resize(QSize(1280, 900).boundedTo(screen()->availableSize()));
     restoreGeometry(QSettings().value(QLatin1String(geometryKey)).toByteArray());
     showState();
 }
