@@ -35,9 +35,13 @@ struct Shown {
             pane->resize(1200, 500);
             pane->show();
         }
-        const auto keep = [this](quint64 place) { chosen.push_back(place); };
-        QObject::connect(&lanes, &LanesPane::entryChosen, keep);
-        QObject::connect(&plot, &PlotPane::entryChosen, keep);
+        QObject::connect(&lanes, &LanesPane::entryChosen,
+                         [this](quint64 place) { chosen.push_back(place); });
+        QObject::connect(&plot, &PlotPane::entryChosen,
+                         [this](quint64 place, const FieldPlace& field) {
+                             chosen.push_back(place);
+                             chosenField = field;
+                         });
         document.start();
         EXPECT_TRUE(QTest::qWaitFor([this] { return !document.isReading(); }));
         EXPECT_TRUE(wait());
@@ -67,6 +71,7 @@ struct Shown {
     LanesPane lanes;
     PlotPane plot;
     std::vector<std::size_t> chosen;
+    FieldPlace chosenField;
 };
 
 // Number of the message, byte, satellite and correction of all of a type, as the program has them.
@@ -193,11 +198,14 @@ TEST(Plots, TheGreatestStepIsFoundWithItsMessage)
     std::map<QString, Before> lines;
     double greatest = 0;
     double found = 0;
+    int element = -1;
     for (const char* type : {"1", "31"}) {
         for (const QStringList& row : corrections(file, type)) {
             const std::size_t place = row[0].toULongLong() - 1;
             const double time = *shown.timeline.times().timeAt(place);
             const double value = row[3].toDouble();
+            const bool isChosen = place == shown.chosen[0];
+            element += isChosen ? 1 : 0;
             double slope = 0;
             if (const auto line = lines.find(row[2]); line != lines.end()) {
                 const Before& before = line->second;
@@ -207,7 +215,7 @@ TEST(Plots, TheGreatestStepIsFoundWithItsMessage)
                     std::min(std::abs(rise), std::abs(rise - before.slope * seconds));
                 slope = rise / seconds;
                 greatest = std::max(greatest, step);
-                found = place == shown.chosen[0] ? std::max(found, step) : found;
+                found = isChosen && element == shown.chosenField.element ? step : found;
             }
             lines[row[2]] = {time, value, slope};
         }

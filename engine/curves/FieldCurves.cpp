@@ -105,21 +105,44 @@ FieldTrack* FieldCurves::trackOf(const FollowedFields& fields, const void* recor
     return &track->second;
 }
 
-void FieldCurves::takeRecord(const FollowedFields& fields, const void* record,
-                             const StationId& station, double seconds)
+std::optional<FieldCurves::Key> FieldCurves::keyOf(const FollowedFields& fields, const void* record,
+                                                   const StationId& station)
 {
     Key key{.station = station, .group = fields.group};
     if (fields.key.field != nullptr) {
         const std::optional<double> number = numericValue(fields.key.last(), record);
         if (!number) {
-            return;
+            return std::nullopt;
         }
         const RTCM2_system_s* const system = RTCM2_system_of(record);
         key.system =
             system != nullptr ? indexOf(*system) : static_cast<std::uint32_t>(RTCM2_system_count());
         key.number = static_cast<std::int64_t>(*number);
     }
-    FieldTrack* const track = trackOf(fields, record, key);
+    return key;
+}
+
+std::optional<std::size_t> FieldCurves::elementWith(const FollowedFields& fields,
+                                                    const void* record, const Key& key,
+                                                    double value)
+{
+    const FieldPath& path = fields.values.front();
+    std::size_t elements = 0;
+    const bool isThere = path.anyRecord(record, [&](const void* part) {
+        ++elements;
+        return keyOf(fields, part, key.station) == key && numericValue(path.last(), part) == value;
+    });
+    return isThere ? std::optional(elements - 1) : std::nullopt;
+}
+
+void FieldCurves::takeRecord(const FollowedFields& fields, const void* record,
+                             const StationId& station, double seconds)
+{
+    const std::optional<Key> key = keyOf(fields, record, station);
+    if (!key) {
+        return;
+    }
+    FieldTrack* const track = trackOf(fields, record, *key);
     if (track == nullptr) {
         ++beyond;
         return;

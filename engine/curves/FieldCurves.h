@@ -61,10 +61,17 @@ public:
     void take(const KindModel& kind, const void* record, const StationId& station, double seconds);
 
     const std::map<Key, FieldTrack>& tracks() const { return all; }
+    // Which of a record's elements gives the first of these fields' values for this key; 0 also
+    // where the message itself does.
+    static std::optional<std::size_t> elementWith(const FollowedFields& fields, const void* record,
+                                                  const Key& key, double value);
     // Values of keys for which there was no room.
     std::uint64_t others() const { return beyond; }
 
 private:
+    // Nothing where the record has no key.
+    static std::optional<Key> keyOf(const FollowedFields& fields, const void* record,
+                                    const StationId& station);
     void takeRecord(const FollowedFields& fields, const void* record, const StationId& station,
                     double seconds);
     FieldTrack* trackOf(const FollowedFields& fields, const void* record, const Key& key);

@@ -15,8 +15,8 @@ public:
 
     void show(const MessageDetail* shown) override;
 
-    // Lights up the bits of a field, which is not told back.
-    void selectField(const FieldPlace& place) { selection.setField(place); }
+    // Lights up the bits of a field.
+    void selectField(const FieldPlace& place) override { selection.setField(place); }
 
     const BitSelection& bits() const { return selection; }
 

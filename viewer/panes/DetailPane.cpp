@@ -28,5 +28,11 @@ void DetailPane::show(const MessageDetail* shown)
     bitsPane->selectField(fieldsPane->selectedField());
 }
 
+void DetailPane::selectField(const FieldPlace& place)
+{
+    fieldsPane->selectField(place);
+    bitsPane->selectField(place);
+}
+
 // Compiled here instead of on its own.
 #include "moc_DetailPane.cpp"

@@ -11,6 +11,7 @@ public:
     explicit DetailPane(QWidget* parent = nullptr);
 
     void show(const MessageDetail* shown) override;
+    void selectField(const FieldPlace& place) override;
 
     FieldsPane& fields() { return *fieldsPane; }
     BitsPane& bits() { return *bitsPane; }

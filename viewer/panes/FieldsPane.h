@@ -22,8 +22,7 @@ public:
 
     void show(const MessageDetail* shown) override;
 
-    // Chooses a field, which is not told back.
-    void selectField(const FieldPlace& place);
+    void selectField(const FieldPlace& place) override;
     FieldPlace selectedField() const { return selected; }
 
     // The rows that are selected in the tree or in the table, whichever has the keys: a line each,

@@ -1,7 +1,7 @@
 // A view of one message beneath the list.
 #pragma once
 
-#include "viewer/document/MessageDetail.h"
+#include "viewer/panes/FieldPlace.h"
 
 #include <QWidget>
 
@@ -15,4 +15,6 @@ public:
     // Shows this message, or that none is chosen where there is none. The detail stays until the
     // next call.
     virtual void show(const MessageDetail* detail) = 0;
+    // Chooses a field of the message that is shown, which is not told back.
+    virtual void selectField(const FieldPlace& place) = 0;
 };

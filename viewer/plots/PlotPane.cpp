@@ -24,17 +24,23 @@ constexpr int watchEvery = 100;
 constexpr int pictureScale = 2;
 constexpr int permille = 1000;
 
-// Whether a line of this key has this value in these curves.
-bool hasPoint(const FieldCurves& curves, const PlotView::Near& point)
+// The field that gives the line its value; none where the message has no such value.
+FieldPlace placeOf(const std::vector<FollowedFields>& followed, const Found& found,
+                   const PlotView::Near& point)
 {
-    const auto track = curves.tracks().find(point.key);
-    bool isThere = false;
-    if (track != curves.tracks().end()) {
-        track->second.values.front().eachPoint(
-            {point.point.x, point.point.x},
-            [&](const Point& each) { isThere = isThere || each.y == point.point.y; });
+    for (const FollowedFields& fields : followed) {
+        const auto element =
+            fields.kind == found.kind
+                ? FieldCurves::elementWith(fields, found.record, point.key, point.point.y)
+                : std::nullopt;
+        if (element) {
+            const FieldPath& path = fields.values.front();
+            return path.part == nullptr ? FieldPlace{path.field->index}
+                                        : FieldPlace{path.field->index, static_cast<int>(*element),
+                                                     path.part->index};
+        }
     }
-    return isThere;
+    return {};
 }
 
 }    // namespace
@@ -255,16 +261,19 @@ void PlotPane::choose(const PlotView::Near& point)
                                                           .range = {point.point.x, point.point.x}});
     chooser.begin([this, reading, point, fields = followedKinds](const LatestTask::Stop& stop) {
         std::optional<std::size_t> chosen;
+        FieldPlace field;
         std::atomic<double> done;
-        const auto take = [&](const Found& found, std::size_t place, double seconds) {
-            FieldCurves one(fields, 1);
-            one.take(*found.kind, found.record, point.key.station, seconds);
-            chosen = !chosen && hasPoint(one, point) ? place : chosen;
+        const auto take = [&](const Found& found, std::size_t place, double) {
+            const FieldPlace own = chosen ? FieldPlace() : placeOf(fields, found, point);
+            if (!own.isNone()) {
+                chosen = place;
+                field = own;
+            }
         };
         const std::string problem = reading->read(take, stop, done);
-        QMetaObject::invokeMethod(this, [this, chosen, problem] {
+        QMetaObject::invokeMethod(this, [this, chosen, field, problem] {
             if (chosen) {
-                Q_EMIT entryChosen(*chosen);
+                Q_EMIT entryChosen(*chosen, field);
             } else if (!problem.empty()) {
                 say(QString::fromStdString(problem));
             }

@@ -1,6 +1,7 @@
 // A plot of a field of a document: what is plotted is chosen here, and collected beside the window.
 #pragma once
 
+#include "viewer/panes/FieldPlace.h"
 #include "viewer/plots/CurveCollector.h"
 #include "viewer/plots/FieldBoxes.h"
 #include "viewer/plots/LineList.h"
@@ -34,7 +35,8 @@ public Q_SLOTS:
     void cancel();
 
 Q_SIGNALS:
-    void entryChosen(quint64 place);
+    // A message, and the field of it whose value was chosen.
+    void entryChosen(quint64 place, const FieldPlace& field);
 
 private:
     void grow();

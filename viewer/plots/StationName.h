@@ -8,6 +8,9 @@
 // "722", or "722/4403003" with the sender by AIS.
 inline std::string shortNameOf(const StationId& station)
 {
-    return std::to_string(station.station) +
-           (station.mmsi != 0 ? "/" + std::to_string(station.mmsi) : std::string());
+    std::string name = std::to_string(station.station);
+    if (station.mmsi != 0) {
+        name.append("/").append(std::to_string(station.mmsi));
+    }
+    return name;
 }

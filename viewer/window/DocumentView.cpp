@@ -157,7 +157,7 @@ void DocumentView::connectAll()
         setFollowing(shown.comesSlowly() && bar.sliderPosition() == bar.maximum());
     });
     connect(lanesPane, &LanesPane::entryChosen, this, &DocumentView::chooseEntry);
-    connect(plotPane, &PlotPane::entryChosen, this, &DocumentView::chooseEntry);
+    connect(plotPane, &PlotPane::entryChosen, this, &DocumentView::chooseValue);
     connect(&timeline, &Timeline::stretchChosen, this, [this](quint64 from, quint64 until) {
         marked = {from, until};
     });
@@ -299,6 +299,7 @@ void DocumentView::choose()
         return;
     }
     wanted = model->placeOf(row);
+    wantedField = {};
     rereader->fetch(wanted);
     timeline.showEntry(wanted);
     if (table->hasFocus() && row + 1 < model->rowCount()) {
@@ -318,6 +319,13 @@ void DocumentView::chooseEntry(quint64 place)
     }
 }
 
+void DocumentView::chooseValue(quint64 place, const FieldPlace& field)
+{
+    chooseEntry(place);
+    wantedField = field;
+    rereader->fetch(wanted);
+}
+
 void DocumentView::showDetail(quint64 place, const std::shared_ptr<const MessageDetail>& newDetail)
 {
     if (place != wanted) {
@@ -327,7 +335,11 @@ void DocumentView::showDetail(quint64 place, const std::shared_ptr<const Message
     detail = newDetail;
     for (MessagePane* const pane : panes) {
         pane->show(detail.get());
+        if (!wantedField.isNone()) {
+            pane->selectField(wantedField);
+        }
     }
+    wantedField = {};
 }
 
 void DocumentView::addEvent(const QString& text, quint64 after)

@@ -93,6 +93,7 @@ private:
     void search(bool backwards);
     void choose();
     void chooseEntry(quint64 place);
+    void chooseValue(quint64 place, const FieldPlace& field);
     void showDetail(quint64 place, const std::shared_ptr<const MessageDetail>& newDetail);
     void addEvent(const QString& text, quint64 after);
 
@@ -119,6 +120,7 @@ private:
     bool filterTroubles = false;
     std::shared_ptr<const MessageDetail> detail;    // that is shown
     std::size_t wanted = SIZE_MAX;                  // place of the chosen message
+    FieldPlace wantedField;                         // of it, until it is shown
     bool paused = false;
     bool following = false;
 };
